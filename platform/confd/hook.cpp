@@ -1,0 +1,45 @@
+#include "hook.h"
+
+#include "value_text.h"
+
+namespace local_platform {
+namespace {
+
+constexpr std::size_t kLastErrorSize = 512;
+
+thread_local const CallHook* current_hook = nullptr;
+thread_local std::array<char, kLastErrorSize> last_error{};
+
+}  // namespace
+
+ScopedCallHook::ScopedCallHook(CallHook hook) : hook_(std::move(hook)), outer_(current_hook) {
+    current_hook = &hook_;
+}
+
+ScopedCallHook::~ScopedCallHook() {
+    current_hook = outer_;
+}
+
+std::optional<Answer> ask_hook(const Call& call) {
+    return current_hook == nullptr ? std::nullopt : (*current_hook)(call);
+}
+
+int fail(std::string_view reason, std::string_view path) {
+    BoundedText out(last_error.data(), last_error.size());
+    out.append(reason);
+    if (!path.empty()) {
+        out.append(": ");
+        out.append(path);
+    }
+    out.finish();
+    return CONFD_ERR;
+}
+
+}  // namespace local_platform
+
+const char* confd_lasterr(void) {
+    if (const auto answer = local_platform::ask_hook({"confd_lasterr", -1, {}})) {
+        return answer->text;
+    }
+    return local_platform::last_error.data();
+}

@@ -1,0 +1,22 @@
+/// What every operation does first and last: ask the hook, and note why it failed.
+#pragma once
+
+#include <string_view>
+
+#include "local_platform.h"
+
+namespace local_platform {
+
+/// Notes `reason`, cut to a fixed length, as the calling thread's last failure; returns CONFD_ERR.
+int fail(std::string_view reason, std::string_view path = {});
+
+/// The hook's answer to `call` or, without one, what `work` returns.
+template <typename Work>
+int serve(const Call& call, Work work) {
+    if (const auto answer = ask_hook(call)) {
+        return answer->result;
+    }
+    return work();
+}
+
+}  // namespace local_platform

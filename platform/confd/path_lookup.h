@@ -1,0 +1,28 @@
+/// Finds the node of a tree that a path names.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "local_platform.h"
+#include "path_reader.h"
+
+namespace local_platform {
+
+/// What a path names: `error` for one that is malformed or names no node of the model, else
+/// `schema`, and `node` unless it is absent.
+struct Lookup {
+    const Node* node = nullptr;
+    const SchemaNode* schema = nullptr;
+    bool names_list = false;      ///< the list as a whole, not one of its entries
+    const char* error = nullptr;  ///< static text
+};
+
+/// One pass over `path`; the time does not depend on the size of the tree.
+Lookup look_up(const Node& root, std::string_view path);
+
+/// The text under which a list's index holds the entry that `step` names. False when a key is no
+/// value of its type. The step has as many keys as the list.
+bool canonical_index_key(const SchemaNode& list, const PathStep& step, std::string& index_key);
+
+}  // namespace local_platform

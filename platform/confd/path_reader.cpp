@@ -1,0 +1,109 @@
+#include "path_reader.h"
+
+#include <algorithm>
+
+namespace local_platform {
+namespace {
+
+bool is_blank(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+}  // namespace
+
+PathReader::PathReader(std::string_view path) : rest_(path) {
+    if (!rest_.empty() && rest_.front() == '/') {
+        rest_.remove_prefix(1);
+    }
+}
+
+PathReader::Result PathReader::next(PathStep& step) {
+    if (rest_.empty()) {
+        return Result::end;
+    }
+    if (!at_start_) {
+        if (rest_.front() != '/') {
+            return Result::malformed;
+        }
+        rest_.remove_prefix(1);
+    }
+    at_start_ = false;
+    const std::size_t name_end = std::min(rest_.find_first_of("/{"), rest_.size());
+    if (name_end == 0) {
+        return Result::malformed;
+    }
+    step.name = rest_.substr(0, name_end);
+    rest_.remove_prefix(name_end);
+    step.key_count = 0;
+    step.has_keys = !rest_.empty() && rest_.front() == '{';
+    return !step.has_keys || read_keys(step) ? Result::step : Result::malformed;
+}
+
+/// "{key1 key2}": the opening brace is there, the closing one must follow.
+bool PathReader::read_keys(PathStep& step) {
+    rest_.remove_prefix(1);
+    for (;;) {
+        while (!rest_.empty() && is_blank(rest_.front())) {
+            rest_.remove_prefix(1);
+        }
+        if (rest_.empty()) {
+            return false;
+        }
+        if (rest_.front() == '}') {
+            rest_.remove_prefix(1);
+            return true;
+        }
+        if (step.key_count == step.keys.size() || !read_key(step.keys[step.key_count++])) {
+            return false;
+        }
+    }
+}
+
+/// A key ends at a blank or the closing brace; only a quoted one may hold them.
+bool PathReader::read_key(std::string_view& key) {
+    if (rest_.front() == '"') {
+        return read_quoted_key(key) && !rest_.empty() &&
+               (is_blank(rest_.front()) || rest_.front() == '}');
+    }
+    const auto* const end = std::find_if(rest_.begin(), rest_.end(), [](char c) {
+        return is_blank(c) || c == '}' || c == '{' || c == '"';
+    });
+    if (end == rest_.end() || *end == '{' || *end == '"') {
+        return false;
+    }
+    key = rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
+    rest_.remove_prefix(key.size());
+    return true;
+}
+
+bool PathReader::read_quoted_key(std::string_view& key) {
+    rest_.remove_prefix(1);
+    const std::size_t plain_end = rest_.find_first_of("\"\\");
+    if (plain_end == std::string_view::npos) {
+        return false;
+    }
+    if (rest_[plain_end] == '"') {
+        key = rest_.substr(0, plain_end);
+        rest_.remove_prefix(plain_end + 1);
+        return true;
+    }
+    // Room for all that can follow, so that earlier keys' views stay where they are.
+    unescaped_.reserve(unescaped_.size() + rest_.size());
+    const std::size_t start = unescaped_.size();
+    while (!rest_.empty() && rest_.front() != '"') {
+        const bool escape = rest_.front() == '\\';
+        if (escape && rest_.size() == 1) {
+            return false;
+        }
+        unescaped_ += rest_[escape ? 1 : 0];
+        rest_.remove_prefix(escape ? 2 : 1);
+    }
+    if (rest_.empty()) {
+        return false;
+    }
+    rest_.remove_prefix(1);
+    key = std::string_view(unescaped_).substr(start);
+    return true;
+}
+
+}  // namespace local_platform

@@ -1,0 +1,85 @@
+#include "socket.h"
+
+#include <atomic>
+#include <utility>
+
+namespace local_platform {
+namespace {
+
+constexpr int kMaxSockets = 1024;
+
+/// A fixed table of atomics, so that every operation finds its socket without a lock. A socket is
+/// closed by its owner, after its last operation.
+std::array<std::atomic<const Endpoint*>, kMaxSockets> sockets{};
+std::atomic<int> next_thandle{1};
+
+int take_slot(std::unique_ptr<const Endpoint> endpoint) {
+    for (int number = 0; number < kMaxSockets; ++number) {
+        const Endpoint* free_slot = nullptr;
+        if (sockets.at(static_cast<std::size_t>(number))
+                .compare_exchange_strong(free_slot, endpoint.get())) {
+            static_cast<void>(endpoint.release());
+            return number;
+        }
+    }
+    throw PlatformError("more than " + std::to_string(kMaxSockets) + " sockets are open");
+}
+
+}  // namespace
+
+const Endpoint* find_socket(int number, Endpoint::Kind kind) {
+    if (number < 0 || number >= kMaxSockets) {
+        return nullptr;
+    }
+    const Endpoint* const endpoint =
+        sockets[static_cast<std::size_t>(number)].load(std::memory_order_acquire);
+    return endpoint != nullptr && endpoint->kind == kind ? endpoint : nullptr;
+}
+
+const Endpoint* find_maapi(int number, int thandle) {
+    const Endpoint* const endpoint = find_socket(number, Endpoint::Kind::maapi);
+    return endpoint != nullptr && endpoint->thandle == thandle ? endpoint : nullptr;
+}
+
+Socket::Socket(std::unique_ptr<const Endpoint> endpoint)
+    : number_(take_slot(std::move(endpoint))) {}
+
+Socket Socket::maapi(const DataTree& transaction, const std::optional<CryptoKey>& key) {
+    return Socket(std::make_unique<const Endpoint>(
+        Endpoint{Endpoint::Kind::maapi, next_thandle++, transaction, key}));
+}
+
+Socket Socket::cdb(const DataTree& running) {
+    return Socket(std::make_unique<const Endpoint>(Endpoint{Endpoint::Kind::cdb, -1, running, {}}));
+}
+
+Socket::Socket(Socket&& other) noexcept : number_(other.release()) {}
+
+Socket::~Socket() {
+    close_socket(number_);
+}
+
+int Socket::thandle() const {
+    const Endpoint* const endpoint = find_socket(number_, Endpoint::Kind::maapi);
+    return endpoint == nullptr ? -1 : endpoint->thandle;
+}
+
+int Socket::release() {
+    return std::exchange(number_, -1);
+}
+
+void close_socket(int number) {
+    if (number >= 0 && number < kMaxSockets) {
+        delete sockets[static_cast<std::size_t>(number)].exchange(nullptr);
+    }
+}
+
+int open_sockets() {
+    int count = 0;
+    for (const auto& slot : sockets) {
+        count += slot.load() == nullptr ? 0 : 1;
+    }
+    return count;
+}
+
+}  // namespace local_platform

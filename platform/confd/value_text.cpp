@@ -1,0 +1,205 @@
+#include "value_text.h"
+
+#include <arpa/inet.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+
+namespace local_platform {
+namespace {
+
+constexpr std::size_t kLongestAddressText = INET6_ADDRSTRLEN + sizeof "/128";
+
+/// Reads the whole of `text` as a decimal number in [low, high].
+template <typename Number>
+bool parse_number(std::string_view text, Number low, Number high, Number& number) {
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number >= low &&
+           number <= high;
+}
+
+bool parse_address(int family, std::string_view text, void* address) {
+    std::array<char, kLongestAddressText> terminated{};
+    if (text.size() >= terminated.size() || text.find('\0') != std::string_view::npos) {
+        return false;
+    }
+    std::copy(text.begin(), text.end(), terminated.begin());
+    return inet_pton(family, terminated.data(), address) == 1;
+}
+
+bool parse_prefix(int family, std::string_view text, void* address, int longest, uint8_t& length) {
+    const std::size_t slash = text.find('/');
+    int number = 0;
+    if (slash == std::string_view::npos || !parse_address(family, text.substr(0, slash), address) ||
+        !parse_number(text.substr(slash + 1), 0, longest, number)) {
+        return false;
+    }
+    length = static_cast<uint8_t>(number);
+    return true;
+}
+
+bool parse_enum(const SchemaNode& leaf, std::string_view text, int32_t& number) {
+    for (const auto& [value, label] : leaf.enums) {
+        if (label == text) {
+            number = value;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool parse_bool(std::string_view text, int& boolean) {
+    boolean = text == "true" ? 1 : 0;
+    return boolean == 1 || text == "false";
+}
+
+void append_number(BoundedText& out, int number) {
+    std::array<char, sizeof "-2147483648"> digits{};
+    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+    static_cast<void>(error);  // every int fits
+    out.append({digits.data(), static_cast<std::size_t>(end - digits.data())});
+}
+
+void append_address(BoundedText& out, int family, const void* address) {
+    std::array<char, INET6_ADDRSTRLEN> text{};
+    out.append(inet_ntop(family, address, text.data(), text.size()));
+}
+
+void append_enum(BoundedText& out, int32_t number, const SchemaNode* leaf) {
+    if (leaf != nullptr) {
+        for (const auto& [value, label] : leaf->enums) {
+            if (value == number) {
+                return out.append(label);
+            }
+        }
+    }
+    append_number(out, number);
+}
+
+bool needs_quotes(std::string_view key) {
+    return key.empty() || key.find_first_of(" \t\r\n{}\"\\") != std::string_view::npos;
+}
+
+}  // namespace
+
+void BoundedText::append(std::string_view text) {
+    if (length_ < size_ && !text.empty()) {
+        std::memcpy(buffer_ + length_, text.data(), std::min(text.size(), size_ - length_));
+    }
+    length_ += text.size();
+}
+
+int BoundedText::finish() {
+    if (size_ > 0) {
+        buffer_[std::min(length_, size_ - 1)] = '\0';
+    }
+    return static_cast<int>(length_);
+}
+
+void append_value(BoundedText& out, const confd_value_t& value, const SchemaNode* leaf) {
+    switch (value.type) {
+        case C_BUF:
+            return out.append(
+                {reinterpret_cast<const char*>(value.val.buf.ptr), value.val.buf.size});
+        case C_INT32:
+            return append_number(out, value.val.i32);
+        case C_UINT8:
+            return append_number(out, value.val.u8);
+        case C_BOOL:
+            return out.append(value.val.boolean != 0 ? "true" : "false");
+        case C_ENUM_VALUE:
+            return append_enum(out, value.val.enumvalue, leaf);
+        case C_IPV4:
+            return append_address(out, AF_INET, &value.val.ip);
+        case C_IPV6:
+            return append_address(out, AF_INET6, &value.val.ip6);
+        case C_IPV4_AND_PLEN:
+            append_address(out, AF_INET, &value.val.ipv4prefix.ip);
+            out.append("/");
+            return append_number(out, value.val.ipv4prefix.len);
+        case C_IPV6_AND_PLEN:
+            append_address(out, AF_INET6, &value.val.ipv6prefix.ip6);
+            out.append("/");
+            return append_number(out, value.val.ipv6prefix.len);
+        case C_XMLTAG:
+            return out.append(value.val.xmltag->name);
+        case C_NOEXISTS:
+            return;
+    }
+}
+
+bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& value) {
+    value.type = leaf.type;
+    int number = 0;
+    switch (leaf.type) {
+        case C_BUF:
+            value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
+            value.val.buf.size = static_cast<unsigned int>(text.size());
+            return true;
+        case C_INT32:
+            return parse_number(text, INT32_MIN, INT32_MAX, value.val.i32);
+        case C_UINT8:
+            if (!parse_number(text, 0, UINT8_MAX, number)) {
+                return false;
+            }
+            value.val.u8 = static_cast<uint8_t>(number);
+            return true;
+        case C_BOOL:
+            return parse_bool(text, value.val.boolean);
+        case C_ENUM_VALUE:
+            return parse_enum(leaf, text, value.val.enumvalue);
+        case C_IPV4:
+            return parse_address(AF_INET, text, &value.val.ip);
+        case C_IPV6:
+            return parse_address(AF_INET6, text, &value.val.ip6);
+        case C_IPV4_AND_PLEN:
+            return parse_prefix(AF_INET, text, &value.val.ipv4prefix.ip, 32,
+                                value.val.ipv4prefix.len);
+        case C_IPV6_AND_PLEN:
+            return parse_prefix(AF_INET6, text, &value.val.ipv6prefix.ip6, 128,
+                                value.val.ipv6prefix.len);
+        case C_XMLTAG:
+            value.val.xmltag = &leaf;
+            return text.empty();
+        case C_NOEXISTS:
+            break;
+    }
+    return false;
+}
+
+bool canonical_text(const SchemaNode& leaf, std::string_view text, std::string& canonical) {
+    confd_value_t value;
+    if (!parse_value(leaf, text, value)) {
+        return false;
+    }
+    const bool is_own_text =
+        leaf.type == C_BUF || leaf.type == C_XMLTAG || leaf.type == C_ENUM_VALUE;
+    if (is_own_text) {
+        canonical = text;
+        return true;
+    }
+    std::array<char, kLongestAddressText> buffer{};
+    BoundedText out(buffer.data(), buffer.size());
+    append_value(out, value, &leaf);
+    out.finish();
+    canonical = buffer.data();
+    return true;
+}
+
+void append_key(BoundedText& out, std::string_view key) {
+    if (!needs_quotes(key)) {
+        return out.append(key);
+    }
+    out.append("\"");
+    for (const char& c : key) {
+        if (c == '"' || c == '\\') {
+            out.append("\\");
+        }
+        out.append({&c, 1});
+    }
+    out.append("\"");
+}
+
+}  // namespace local_platform

@@ -1,0 +1,22 @@
+#include "generic_config.h"
+
+#include "key_listing.h"
+
+namespace vrrp_app::config_valid {
+namespace {
+
+constexpr std::size_t kKeyBufferSize = 64;
+
+}  // namespace
+
+GenericConfig::GenericConfig(int maapi_socket, confd_trans_ctx* tctx)
+    : maapi_socket(maapi_socket), tctx(tctx) {}
+
+GenericConfig::~GenericConfig() = default;
+
+std::list<std::string> GenericConfig::get_key_list(const std::string& path) const {
+    char buffer[kKeyBufferSize];
+    return list_keys(maapi_socket, tctx, path, buffer, sizeof buffer);
+}
+
+}  // namespace vrrp_app::config_valid

@@ -1,0 +1,26 @@
+#include "config.h"
+#include "handlers.h"
+#include "router_vrrp.h"
+#include "type_assertion.h"
+#include "validate_config.h"
+
+int32_t validate_vrrp_vr_id(int32_t maapi_socket, confd_trans_ctx* tctx, confd_hkeypath_t* kp,
+                            confd_value_t* /*newval*/) {
+    using namespace vrrp_app::config_valid;
+
+    assert((&kp->v[1][0])->type == C_UINT8);
+    const uint8_t vr_id = kp->v[1][0].val.u8;
+    assert((&kp->v[3][0])->type == C_ENUM_VALUE);
+    const bool is_ipv4 = kp->v[3][0].val.enumvalue == kAddressFamilyIpv4;
+    assert((&kp->v[5][0])->type == C_BUF);
+    const RouterVrrp router_vrrp{vr_id, is_ipv4 ? kIpv4 : kIpv6, buf_text(kp->v[5][0])};
+
+    Config config(maapi_socket, tctx);
+    config.router_vrrp_config.ReadConfig();
+    ValidateConfig check;
+    if (check.ValidateRouterVrrpVrId(router_vrrp, config) != 0) {
+        set_error(tctx, check.error_message);
+        return CONFD_ERR;
+    }
+    return CONFD_OK;
+}

@@ -1,0 +1,63 @@
+#include "configuration_file.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cctype>
+#include <system_error>
+
+#include "cannot_judge.h"
+#include "file_descriptor.h"
+#include "netconf_envelope.h"
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
+ConfigurationFormat format_of(const std::string& name, std::string_view data) {
+    const std::size_t first = data.find_first_not_of(" \t\r\n");
+    if (first == std::string_view::npos) {
+        throw CannotJudge(name + ": the file is empty; an empty configuration is written {}");
+    }
+    if (data[first] == '<') {
+        return ConfigurationFormat::xml;
+    }
+    if (data[first] == '{') {
+        return ConfigurationFormat::json;
+    }
+    throw CannotJudge(name +
+                      ":1: neither JSON nor XML; give a configuration that begins with { or <");
+}
+
+}  // namespace
+
+ConfigurationFile read_configuration_file(const std::string& name) {
+    if (name == "-") {
+        return configuration_from_bytes("standard input", read_all(STDIN_FILENO));
+    }
+    const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.is_open()) {
+        throw CannotJudge(name + ": cannot be opened: " + last_system_error());
+    }
+    try {
+        return configuration_from_bytes(name, read_all(file.number()));
+    } catch (const std::system_error& error) {
+        throw CannotJudge(name + ": cannot be read: " + error.code().message());
+    }
+}
+
+ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes) {
+    std::string data = bytes;
+    if (data.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
+        data.erase(0, kByteOrderMark.size());
+    }
+    // The parsers end at a NUL, so what stands behind one would go unjudged.
+    if (data.find('\0') != std::string::npos) {
+        throw CannotJudge(name + ": holds a NUL byte; give a text file");
+    }
+    const ConfigurationFormat format = format_of(name, data);
+    if (format == ConfigurationFormat::xml) {
+        data = without_netconf_envelope(std::move(data));
+    }
+    return {name, std::move(bytes), format, std::move(data)};
+}

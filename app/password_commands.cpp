@@ -1,0 +1,17 @@
+#include "commands.h"
+#include "key_file.h"
+#include "output.h"
+#include "password_input.h"
+#include "secret.h"
+
+int run_keygen(const std::string& file) {
+    make_key_file(file);
+    return kExitClean;
+}
+
+int run_encrypt(const std::string& key_file) {
+    const local_platform::CryptoKey key = read_key_file(key_file);
+    const Secret password(read_password());
+    print(local_platform::encrypt(key, password.text) + "\n");
+    return kExitClean;
+}

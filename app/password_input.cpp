@@ -41,7 +41,7 @@ class NoEcho {
         sigaction(SIGINT, &interrupt_before_, nullptr);
         sigaction(SIGTERM, &terminate_before_, nullptr);
         if (interrupted_by != 0) {
-            raise(interrupted_by);
+            static_cast<void>(raise(interrupted_by));
         }
     }
 

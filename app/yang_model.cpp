@@ -53,8 +53,11 @@ std::string first_complaint(const ly_ctx* context, const std::string& file) {
     }
     const std::string_view location = item->path == nullptr ? "" : item->path;
     const std::string path = quoted_path(location);
-    return file + line_suffix(location) + ": " + item->msg +
-           (path.empty() ? "" : " At " + path + ".");
+    std::string complaint = file + line_suffix(location) + ": " + item->msg;
+    if (!path.empty()) {
+        complaint.append(" At ").append(path).append(".");
+    }
+    return complaint;
 }
 
 // --- The model
@@ -219,7 +222,8 @@ std::string step_of(const lyd_node& node) {
     char separator = '{';
     for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
          key = key->next) {
-        step += separator + local_platform::quoted_key(lyd_get_value(key));
+        step += separator;
+        step += local_platform::quoted_key(lyd_get_value(key));
         separator = ' ';
     }
     return step + "}";

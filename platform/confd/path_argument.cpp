@@ -23,7 +23,7 @@ std::string format_text(const char* format, va_list arguments) {
         return {};
     }
     std::string text(static_cast<std::size_t>(length), '\0');
-    std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+    static_cast<void>(std::vsnprintf(text.data(), text.size() + 1, format, arguments));
     return text;
 }
 

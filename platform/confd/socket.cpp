@@ -70,7 +70,8 @@ int Socket::release() {
 
 void close_socket(int number) {
     if (number >= 0 && number < kMaxSockets) {
-        delete sockets[static_cast<std::size_t>(number)].exchange(nullptr);
+        const std::unique_ptr<const Endpoint> closed(
+            sockets[static_cast<std::size_t>(number)].exchange(nullptr));
     }
 }
 

@@ -6,6 +6,8 @@
 namespace {
 
 constexpr const char* kPrimaryAddress = "}/ipv4/address/ip";
+constexpr const char* kOtherNetwork =
+    "virtual IPv4 address must be configured on the same network as IPv4 address ";
 constexpr const char* kCouldNotValidate =
     "Could not validate primary IPv4 address of interface l3 ";
 
@@ -39,9 +41,8 @@ int32_t validate_vrrp_ipv4_addr(int32_t maapi_socket, confd_trans_ctx* tctx, con
     const nettypes::IPv4AddrMask candidate(ntohl(kp->v[0][0].val.ip.s_addr),
                                            primary.mask_to_uint32());
     if (!candidate.Overlap(primary)) {
-        set_error(tctx, concat({"virtual IPv4 address must be configured on the same network as "
-                                "IPv4 address ",
-                                primary.to_string(), " on interface l3 ", name, "."}));
+        set_error(tctx,
+                  concat({kOtherNetwork, primary.to_string(), " on interface l3 ", name, "."}));
         return CONFD_ERR;
     }
     if (candidate.IsNetwork()) {

@@ -45,7 +45,8 @@ int lib_finish() {
 }
 
 int get_validation_point(char* buffer, int size) {
-    std::snprintf(buffer, static_cast<std::size_t>(size), "%s", kValidationPoint);
+    static_cast<void>(
+        std::snprintf(buffer, static_cast<std::size_t>(size), "%s", kValidationPoint));
     return 0;
 }
 

@@ -1,0 +1,48 @@
+# One word for each thing that one does here. Every target installs what it needs first.
+BUILD ?= build
+JOBS ?= $(shell nproc)
+VRRP_VALID = $(BUILD)/bin/vrrp-valid
+
+.PHONY: help build test demo install package lint format coverage check-deep bench \
+        bench-instructions clean
+
+help:
+	@sed -n 's/^## //p' $(MAKEFILE_LIST)
+
+$(BUILD)/build.ninja:
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_INSTALL_LIBDIR=lib
+
+## make build               the plug-in, the local platform, the command and the tests, in build/
+build: deps-build $(BUILD)/build.ninja
+	cmake --build $(BUILD) --parallel $(JOBS)
+
+## make test                build, and run every test
+test: build
+	ctest --test-dir $(BUILD) --output-on-failure --parallel $(JOBS)
+
+## make demo                build, and see configurations accepted and refused
+demo: build
+	@scripts/demo.sh $(VRRP_VALID)
+
+## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint
+lint: deps-lint build
+	scripts/lint.sh $(BUILD)
+
+## make format              clang-format every source in place
+format: deps-lint
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+## make coverage            line and branch coverage of src/
+coverage: deps-deep
+	scripts/coverage.sh build-coverage
+
+## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
+check-deep: deps-lint deps-deep
+	scripts/check-deep.sh
+
+## make clean               remove every build folder
+clean:
+	rm -rf build build-*
+
+deps-%:
+	@scripts/install-deps.sh $*

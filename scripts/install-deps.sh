@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Installs the Debian packages of the named groups, as far as they are missing.
+set -euo pipefail
+
+declare -A groups=(
+  [build]="g++ cmake ninja-build make pkg-config libyang2-dev libcli11-dev nlohmann-json3-dev
+           libssl-dev libgtest-dev binutils"
+  [lint]="clang-format clang-tidy libyang-tools shellcheck"
+  [deep]="clang libclang-rt-14-dev valgrind gcovr"
+  [bench]="libbenchmark-dev gnuplot-nox valgrind"
+  [package]="dpkg-dev file debootstrap abigail-tools man-db"
+)
+
+missing=()
+for group in "$@"; do
+  for package in ${groups[$group]}; do
+    if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+      missing+=("$package")
+    fi
+  done
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+sudo=()
+[ "$(id -u)" -eq 0 ] || sudo=(sudo)
+echo "installing: ${missing[*]}"
+"${sudo[@]}" apt-get update -qq
+"${sudo[@]}" env DEBIAN_FRONTEND=noninteractive \
+  apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

@@ -2,19 +2,38 @@
 
 #include "report_format.h"
 
-std::string format_json(const Report& report) {
-    // Ordered, so that the object reads in the order in which it is described.
-    auto findings = nlohmann::ordered_json::array();
+// Ordered, so that an object reads in the order in which it is described.
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+Json to_json(const Report& report) {
+    if (!report.failure.empty()) {
+        return {{"candidate", report.candidate}, {"error", report.failure}};
+    }
+    Json findings = Json::array();
     for (const Finding& finding : report.findings) {
         findings.push_back({{"severity", finding.severity == Severity::error ? "error" : "warning"},
                             {"selector", finding.selector},
                             {"path", finding.path},
                             {"message", finding.message}});
     }
-    const nlohmann::ordered_json object = {{"candidate", report.candidate},
-                                           {"valid", report.count(Severity::error) == 0},
-                                           {"requests", report.requests},
-                                           {"findings", findings}};
+    return {{"candidate", report.candidate},
+            {"valid", report.count(Severity::error) == 0},
+            {"requests", report.requests},
+            {"findings", findings}};
+}
+
+}  // namespace
+
+std::string format_json(const std::vector<Report>& reports) {
+    Json json = Json::array();
+    for (const Report& report : reports) {
+        json.push_back(to_json(report));
+    }
+    if (json.size() == 1) {
+        json = Json(json.front());
+    }
     // A file's name need not be UTF-8.
-    return object.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

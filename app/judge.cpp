@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include "cannot_judge.h"
+#include "operator_path.h"
 
+using local_platform::Call;
 using local_platform::Node;
 using local_platform::NodeKind;
 
@@ -21,47 +23,102 @@ bool same_subtree(const Node* one, const Node* other) {
 
 /// One check under way.
 struct Check {
-    const YangModel& model;
-    const local_platform::Host& host;
-    const local_platform::DataTree& running;
+    const Judge& judge;
+    const Transaction& transaction;
     local_platform::Instance instance;
     Report& report;
 };
 
-std::string message_of(const local_platform::Verdict& verdict, const std::string& path) {
-    return verdict.messages.empty() ? "the rule refuses " + path + " without a message."
-                                    : verdict.messages.back();
+/// One request of it.
+struct Request {
+    const ValidationUse& use;
+    const Node& node;
+    confd_hkeypath_t& kp;
+    std::string path;
+};
+
+local_platform::Verdict ask_plugin(const Check& check, const Request& request) {
+    confd_value_t newval = request.node.value;
+    return check.judge.host.validate(check.instance, request.use.selector, request.kp, newval);
 }
 
-void deliver(Check& check, const ValidationUse& use, const Node& node, confd_hkeypath_t& kp) {
-    if (use.point != check.host.validation_point()) {
-        throw CannotJudge("the model uses the validation point \"" + use.point +
-                          "\", the plug-in serves \"" + check.host.validation_point() +
+/// Adds the leaf that `call` reads, when it reads one that is there.
+void note_value(const Check& check, const Call& call, std::vector<ReadValue>& values) {
+    const bool is_running = call.operation.substr(0, 4) == "cdb_";
+    const auto& tree = is_running ? check.transaction.running : check.transaction.candidate;
+    const Node* const node =
+        call.socket < 0 || call.argument.empty() ? nullptr : tree.find(call.argument);
+    if (node == nullptr || node->schema->kind != NodeKind::leaf) {
+        return;
+    }
+    ReadValue value{is_running ? "running" : "candidate", operator_path(*node), node->text};
+    const auto is_same = [&](const ReadValue& other) {
+        return other.datastore == value.datastore && other.leaf == value.leaf;
+    };
+    if (std::none_of(values.begin(), values.end(), is_same)) {
+        values.push_back(std::move(value));
+    }
+}
+
+/// What the rule compared, learnt by asking again and watching: only for what it refuses, so that a
+/// clean check costs nothing more.
+std::vector<ReadValue> values_read(const Check& check, const Request& request) {
+    std::vector<ReadValue> values;
+    const local_platform::ScopedCallHook watch([&](const Call& call) {
+        try {
+            note_value(check, call, values);
+        } catch (const local_platform::PlatformError&) {
+            // A path that no tree can hold has no value to show.
+        }
+        return std::optional<local_platform::Answer>();
+    });
+    ask_plugin(check, request);
+    return values;
+}
+
+bool is_wanted(const Check& check, const Request& request) {
+    const auto& wanted = check.judge.selectors;
+    if (!wanted.empty() && wanted.count(request.use.selector) == 0) {
+        return false;
+    }
+    return !request.use.only_when_changed ||
+           !same_subtree(&request.node, check.transaction.running.find(request.path));
+}
+
+void deliver(Check& check, const Request& request) {
+    const std::string& served = check.judge.host.validation_point();
+    if (request.use.point != served) {
+        throw CannotJudge("the model uses the validation point \"" + request.use.point +
+                          "\", the plug-in serves \"" + served +
                           "\": give the plug-in that belongs to the model with --plugin");
     }
-    const std::string path = local_platform::keypath_text(kp);
-    if (use.only_when_changed && same_subtree(&node, check.running.find(path))) {
+    if (!is_wanted(check, request)) {
         return;
     }
-    confd_value_t newval = node.value;
-    const auto verdict = check.host.validate(check.instance, use.selector, kp, newval);
+    const auto verdict = ask_plugin(check, request);
     ++check.report.requests;
-    if (verdict.result == CONFD_OK) {
-        return;
+    if (verdict.result != CONFD_OK) {
+        const bool is_warning = verdict.result == CONFD_VALIDATION_WARN;
+        check.report.findings.push_back(
+            {is_warning ? Severity::warning : Severity::error, request.use.selector, request.path,
+             operator_path(request.node),
+             verdict.messages.empty() ? "the rule refuses " + request.path + " without a message."
+                                      : verdict.messages.back(),
+             values_read(check, request)});
     }
-    const bool is_warning = verdict.result == CONFD_VALIDATION_WARN;
-    check.report.findings.push_back({is_warning ? Severity::warning : Severity::error, use.selector,
-                                     path, message_of(verdict, path)});
+    if (check.judge.on_request) {
+        check.judge.on_request(check.report);
+    }
 }
 
 void visit(Check& check, const Node& node) {
     const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry;
-    const auto& uses = check.model.uses(*node.schema);
+    const auto& uses = check.judge.model.uses(*node.schema);
     if (!is_whole_list && !uses.empty()) {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(node, kp);
         for (const ValidationUse& use : uses) {
-            deliver(check, use, node, kp);
+            deliver(check, {use, node, kp, local_platform::keypath_text(kp)});
         }
     }
     for (const auto& child : node.children) {
@@ -79,10 +136,9 @@ std::size_t Report::count(Severity severity) const {
                       [severity](const Finding& finding) { return finding.severity == severity; }));
 }
 
-void judge(const YangModel& model, const local_platform::Host& host, const Transaction& transaction,
-           Report& report) {
+void run_judge(const Judge& judge, const Transaction& transaction, Report& report) {
     Check check{
-        model, host, transaction.running,
+        judge, transaction,
         local_platform::Instance(transaction.candidate, transaction.running, transaction.key),
         report};
     visit(check, transaction.candidate.root());

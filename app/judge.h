@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <set>
 
 #include "local_host.h"
 #include "report.h"
@@ -13,7 +14,15 @@ struct Transaction {
     std::optional<local_platform::CryptoKey> key;
 };
 
-/// Walks the candidate in document order and collects every finding. Throws CannotJudge when the
-/// model uses a validation point that the plug-in does not serve.
-void judge(const YangModel& model, const local_platform::Host& host, const Transaction& transaction,
-           Report& report);
+/// What to judge with.
+struct Judge {
+    const YangModel& model;
+    const local_platform::Host& host;
+    std::set<std::string> selectors;                ///< the rules to run; empty for all
+    std::function<void(const Report&)> on_request;  ///< called after every request; may be empty
+};
+
+/// Walks the candidate in document order and adds every request and finding to `report`. Throws
+/// CannotJudge when the model uses a validation point that the plug-in does not serve, and passes
+/// what leaves the plug-in.
+void run_judge(const Judge& judge, const Transaction& transaction, Report& report);

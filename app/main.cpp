@@ -1,37 +1,55 @@
 #include <CLI/CLI.hpp>
 #include <iostream>
 
-#include "cannot_judge.h"
 #include "commands.h"
 #include "install_layout.h"
-#include "local_platform.h"
 
 namespace {
 
 struct Arguments {
     JudgeOptions judge;
-    std::string candidate;
-    std::string key_file;
+    std::string file;
+    std::string selector;
+    bool markdown = false;
 };
+
+void add_yang_dir(CLI::App& command, Arguments& arguments) {
+    command.add_option("--yang-dir", arguments.judge.yang_dir, "The folder of YANG modules")
+        ->type_name("DIR");
+}
+
+CLI::Option* add_running(CLI::App& command, Arguments& arguments, const std::string& description) {
+    return command.add_option("--running", arguments.judge.running, description)->type_name("FILE");
+}
+
+CLI::Option* add_candidates(CLI::App& command, Arguments& arguments) {
+    return command
+        .add_option("CANDIDATE", arguments.judge.candidates,
+                    "A configuration in RFC 7951 JSON or NETCONF XML; - is standard input")
+        ->required()
+        ->type_name("FILE");
+}
 
 void add_judge_options(CLI::App& command, Arguments& arguments) {
     JudgeOptions& options = arguments.judge;
     command.add_option("--format", options.format, "How to print the findings")
-        ->check(CLI::IsMember({"text", "json"}))
+        ->check(CLI::IsMember({"text", "json", "junit"}))
         ->capture_default_str();
     command.add_option("--key-file", options.key_file, "The key of encrypted passwords")
         ->type_name("FILE");
     command.add_option("--plugin", options.plugin_file, "The plug-in that judges")
         ->type_name("FILE");
     command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
-    command.add_option("CANDIDATE", arguments.candidate, "The configuration to judge, JSON or XML")
-        ->required()
-        ->type_name("FILE");
+    command.add_flag("-q,--quiet", options.quiet, "Print no findings: the exit code tells");
+    add_yang_dir(command, arguments);
 }
 
-void add_yang_dir(CLI::App& command, Arguments& arguments) {
-    command.add_option("--yang-dir", arguments.judge.yang_dir, "The folder of YANG modules")
-        ->type_name("DIR");
+/// A subcommand with an example at the end of its help.
+CLI::App* add_command(CLI::App& app, const char* name, const char* description,
+                      const std::string& example) {
+    CLI::App* const command = app.add_subcommand(name, description);
+    command->footer("Example: vrrp-valid " + std::string(name) + " " + example);
+    return command;
 }
 
 int run(int argc, char** argv) {
@@ -42,30 +60,44 @@ int run(int argc, char** argv) {
     CLI::App app("Judges VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
     app.set_version_flag("--version", "vrrp-valid " VRRP_VALID_VERSION);
+    app.footer(
+        "Exit codes: 0 nothing found, 1 errors, 2 could not judge, 3 warnings only.\n"
+        "Example: vrrp-valid check --running running.json candidate.json");
 
-    CLI::App* const check = app.add_subcommand("check", "Judge a configuration");
-    check->add_option("--running", arguments.judge.running, "The running configuration")
-        ->type_name("FILE");
+    CLI::App* const check =
+        add_command(app, "check", "Judge configurations", "--running running.json candidate.json");
+    add_running(*check, arguments, "The running configuration; empty without it");
     add_judge_options(*check, arguments);
-    add_yang_dir(*check, arguments);
+    check->add_option("--rule", arguments.judge.selectors, "Run this rule only; can be given again")
+        ->type_name("SELECTOR")
+        ->allow_extra_args(false);
+    add_candidates(*check, arguments);
 
     CLI::App* const commit =
-        app.add_subcommand("commit", "Judge a configuration and make it the running one");
-    commit->add_option("--running", arguments.judge.running, "The running configuration, replaced")
-        ->type_name("FILE")
-        ->required();
+        add_command(app, "commit", "Judge a configuration and make it the running one",
+                    "--running running.json candidate.json");
+    add_running(*commit, arguments, "The running configuration, to be replaced")->required();
     add_judge_options(*commit, arguments);
-    add_yang_dir(*commit, arguments);
+    add_candidates(*commit, arguments)->expected(1);
 
-    CLI::App* const rules = app.add_subcommand("rules", "List where the model asks for a rule");
+    CLI::App* const rules =
+        add_command(app, "rules", "List where the model asks for a rule", "--yang-dir yang");
     add_yang_dir(*rules, arguments);
 
-    CLI::App* const keygen = app.add_subcommand("keygen", "Make a key for encrypted passwords");
-    keygen->add_option("FILE", arguments.key_file, "The key file to make")->required();
+    CLI::App* const explain = add_command(app, "explain", "Tell what a rule demands and what to do",
+                                          "vrrp_vrf_validation");
+    explain->add_option("SELECTOR", arguments.selector, "The rule; every one without it");
+    explain->add_flag("--markdown", arguments.markdown, "As Markdown");
+    add_yang_dir(*explain, arguments);
+
+    CLI::App* const keygen =
+        add_command(app, "keygen", "Make a key for encrypted passwords", "router.key");
+    keygen->add_option("FILE", arguments.file, "The key file to make")->required();
 
     CLI::App* const encrypt =
-        app.add_subcommand("encrypt", "Encrypt a password from the terminal or standard input");
-    encrypt->add_option("--key-file", arguments.key_file, "The key file")
+        add_command(app, "encrypt", "Encrypt a password from the terminal or standard input",
+                    "--key-file router.key");
+    encrypt->add_option("--key-file", arguments.file, "The key file")
         ->type_name("FILE")
         ->required();
 
@@ -74,19 +106,20 @@ int run(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? kExitClean : kExitCannotJudge;
     }
+    const std::string& yang_dir = arguments.judge.yang_dir;
     if (check->parsed()) {
-        return run_check(arguments.judge, arguments.candidate);
+        return run_check(arguments.judge);
     }
     if (commit->parsed()) {
-        return run_commit(arguments.judge, arguments.candidate);
+        return run_commit(arguments.judge);
     }
     if (rules->parsed()) {
-        return run_rules(arguments.judge.yang_dir);
+        return run_rules(yang_dir);
     }
-    if (keygen->parsed()) {
-        return run_keygen(arguments.key_file);
+    if (explain->parsed()) {
+        return run_explain(yang_dir, arguments.selector, arguments.markdown);
     }
-    return run_encrypt(arguments.key_file);
+    return keygen->parsed() ? run_keygen(arguments.file) : run_encrypt(arguments.file);
 }
 
 }  // namespace

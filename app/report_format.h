@@ -6,9 +6,14 @@
 
 #include "report.h"
 
-/// For a reader: each finding, and a closing line with the counts. With escape sequences when
-/// `colour`.
-std::string format_text(const Report& report, bool colour);
+/// For a reader: each finding, a line with the counts for each candidate, and one for all of
+/// several. With escape sequences when `colour`.
+std::string format_text(const std::vector<Report>& reports, bool colour);
 
-/// One JSON object: candidate, valid, requests, findings.
-std::string format_json(const Report& report);
+/// One JSON object: candidate, valid, requests, findings; an array of them for several candidates.
+/// One that could not be judged has `error` in place of all but the candidate.
+std::string format_json(const std::vector<Report>& reports);
+
+/// JUnit XML: a suite for each candidate, a failed test for each finding, a passed one for each
+/// rule without.
+std::string format_junit(const std::vector<Report>& reports);

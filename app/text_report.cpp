@@ -16,16 +16,52 @@ std::string counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-}  // namespace
+std::string counts(std::size_t errors, std::size_t warnings, std::size_t requests) {
+    return counted(errors, "error") + ", " + counted(warnings, "warning") + " in " +
+           counted(requests, "request");
+}
 
-std::string format_text(const Report& report, bool colour) {
+std::string format_finding(const Finding& finding, bool colour) {
+    std::string text = severity_word(finding.severity, colour) + ": " + finding.place + "\n    " +
+                       finding.message + "\n";
+    for (const ReadValue& value : finding.values) {
+        text.append("    ").append(value.datastore).append(": ");
+        text.append(value.leaf).append(" ").append(value.value).append("\n");
+    }
+    return text + "    at " + finding.path + " (" + finding.selector + ")\n";
+}
+
+std::string format_report(const Report& report, bool colour) {
+    if (!report.failure.empty()) {
+        return report.candidate + ": not judged\n";
+    }
     std::string text;
     for (const Finding& finding : report.findings) {
-        text += severity_word(finding.severity, colour) + " " + finding.path + "\n    " +
-                finding.message + "\n";
+        text += format_finding(finding, colour);
     }
-    return text + report.candidate + ": " + counted(report.count(Severity::error), "error") + ", " +
-           counted(report.count(Severity::warning), "warning") + " in " +
-           counted(report.requests, "request") + ", judged against " +
-           (report.running.empty() ? "an empty running configuration" : report.running) + "\n";
+    const std::string running =
+        report.running.empty() ? "an empty running configuration" : report.running;
+    return text + report.candidate + ": " +
+           counts(report.count(Severity::error), report.count(Severity::warning), report.requests) +
+           ", judged against " + running + "\n";
+}
+
+}  // namespace
+
+std::string format_text(const std::vector<Report>& reports, bool colour) {
+    std::string text;
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+    std::size_t requests = 0;
+    for (const Report& report : reports) {
+        text += format_report(report, colour);
+        errors += report.count(Severity::error);
+        warnings += report.count(Severity::warning);
+        requests += report.requests;
+    }
+    if (reports.size() > 1) {
+        text +=
+            counted(reports.size(), "candidate") + ": " + counts(errors, warnings, requests) + "\n";
+    }
+    return text;
 }

@@ -153,14 +153,38 @@ bool is_validate(const lysc_ext_instance& extension) {
            std::string_view(extension.def->name) == "validate";
 }
 
+/// A statement's argument on one line, however the module breaks it.
+std::string argument_of(const lysp_stmt& stmt) {
+    std::string text = stmt.arg == nullptr ? "" : stmt.arg;
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
+}
+
+RuleMessage read_message(const lysp_stmt& stmt, bool is_warning) {
+    RuleMessage message{is_warning, argument_of(stmt), {}};
+    if (stmt.child != nullptr && without_prefix(stmt.child->stmt) == "remedy") {
+        message.remedy = argument_of(*stmt.child);
+    }
+    return message;
+}
+
 ValidationUse read_use(const lysp_ext_instance& extension) {
-    ValidationUse use{extension.argument, {}, false};
+    ValidationUse use;
+    use.point = extension.argument;
     for (const lysp_stmt* stmt = extension.child; stmt != nullptr; stmt = stmt->next) {
         const std::string_view name = without_prefix(stmt->stmt);
         if (name == "opaque") {
-            use.selector = stmt->arg;
+            use.selector = argument_of(*stmt);
         } else if (name == "only-when-changed") {
             use.only_when_changed = true;
+        } else if (name == "demand") {
+            use.demand = argument_of(*stmt);
+        } else if (name == "reads") {
+            use.reads = argument_of(*stmt);
+        } else if (name == "calls") {
+            use.calls = argument_of(*stmt);
+        } else if (name == "error" || name == "warning") {
+            use.messages.push_back(read_message(*stmt, name == "warning"));
         }
     }
     return use;

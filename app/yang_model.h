@@ -12,11 +12,22 @@
 
 struct ly_ctx;
 
-/// One use of a validation point.
+/// One message of a rule; a word in angle brackets stands for what it names.
+struct RuleMessage {
+    bool is_warning;
+    std::string text;
+    std::string remedy;
+};
+
+/// One use of a validation point, and what the model says about the rule behind it.
 struct ValidationUse {
     std::string point;
     std::string selector;
-    bool only_when_changed;
+    bool only_when_changed = false;
+    std::string demand;
+    std::string reads;
+    std::string calls;
+    std::vector<RuleMessage> messages;
 };
 
 class YangModel {

@@ -1,0 +1,53 @@
+#include <algorithm>
+#include <iostream>
+
+#include "cannot_judge.h"
+#include "judgement.h"
+#include "output.h"
+
+namespace {
+
+void require_one_standard_input(const JudgeOptions& options) {
+    const auto count = std::count(options.candidates.begin(), options.candidates.end(), "-") +
+                       (options.running == "-" ? 1 : 0);
+    if (count > 1) {
+        throw CannotJudge("standard input can be read once: give \"-\" once only");
+    }
+}
+
+/// One of several candidates: what is wrong with its file must not keep the others from being
+/// judged.
+Report check_one(const Judgement& judgement, const std::string& candidate,
+                 const std::optional<ConfigurationFile>& running) {
+    try {
+        return judgement.check(read_configuration_file(candidate), running);
+    } catch (const CannotJudge& error) {
+        std::cerr << "vrrp-valid: " << error.what() << "\n";
+        Report report;
+        report.candidate = candidate;
+        report.failure = error.what();
+        return report;
+    }
+}
+
+}  // namespace
+
+int run_check(const JudgeOptions& options) {
+    require_one_standard_input(options);
+    const Judgement judgement(options);
+    std::optional<ConfigurationFile> running;
+    if (!options.running.empty()) {
+        running = read_configuration_file(options.running);
+    }
+    std::vector<Report> reports;
+    if (options.candidates.size() == 1) {
+        reports.push_back(
+            judgement.check(read_configuration_file(options.candidates.front()), running));
+    } else {
+        for (const std::string& candidate : options.candidates) {
+            reports.push_back(check_one(judgement, candidate, running));
+        }
+    }
+    print(format_reports(reports, options));
+    return exit_code(reports, options.accept_warnings);
+}

@@ -1,0 +1,50 @@
+#include <unistd.h>
+
+#include <iostream>
+
+#include "judgement.h"
+#include "output.h"
+#include "replace_file.h"
+
+namespace {
+
+/// Asks on the terminal; anything but yes is no, and so is the lack of a terminal.
+bool is_confirmed(std::size_t warnings) {
+    if (isatty(STDIN_FILENO) != 1) {
+        std::cerr << "vrrp-valid: not committed: confirm the warnings with --accept-warnings\n";
+        return false;
+    }
+    std::cerr << "Commit in spite of " << warnings << (warnings == 1 ? " warning" : " warnings")
+              << "? [y/N] ";
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+}  // namespace
+
+int run_commit(const JudgeOptions& options) {
+    const Judgement judgement(options);
+    const ConfigurationFile candidate = read_configuration_file(options.candidates.front());
+    // Held from before the running configuration is read: the verdict must still hold when it is
+    // replaced.
+    const FolderLock lock(options.running);
+    std::optional<ConfigurationFile> running;
+    if (std::optional<std::string> bytes = lock.read_file()) {
+        running = configuration_from_bytes(options.running, std::move(*bytes));
+    }
+    const std::vector<Report> reports = {judgement.check(candidate, running)};
+    print(format_reports(reports, options));
+    const int result = exit_code(reports, options.accept_warnings);
+    if (result == kExitErrors) {
+        return result;
+    }
+    if (result == kExitWarnings && !is_confirmed(reports.front().count(Severity::warning))) {
+        return result;
+    }
+    lock.replace_file(candidate.bytes);
+    if (options.format == "text" && !options.quiet) {
+        print("committed: " + options.running + " is now " + candidate.name + "\n");
+    }
+    return kExitClean;
+}

@@ -1,0 +1,115 @@
+#include "judgement.h"
+
+#include <algorithm>
+
+#include "cannot_judge.h"
+#include "key_file.h"
+#include "output.h"
+#include "progress.h"
+#include "report_format.h"
+
+using local_platform::DataTree;
+using local_platform::SchemaNode;
+
+namespace {
+
+void collect_selectors(const YangModel& model, const SchemaNode& node,
+                       std::vector<std::string>& selectors) {
+    for (const ValidationUse& use : model.uses(node)) {
+        if (std::find(selectors.begin(), selectors.end(), use.selector) == selectors.end()) {
+            selectors.push_back(use.selector);
+        }
+    }
+    for (const SchemaNode& child : node.children) {
+        collect_selectors(model, child, selectors);
+    }
+}
+
+std::vector<std::string> selectors_of(const YangModel& model) {
+    std::vector<std::string> selectors;
+    collect_selectors(model, *model.schema(), selectors);
+    return selectors;
+}
+
+/// A selector that the model does not use would make a check that can only pass.
+void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
+    for (const std::string& selector : wanted) {
+        if (std::find(known.begin(), known.end(), selector) == known.end()) {
+            throw CannotJudge("--rule " + selector +
+                              ": the model uses no such rule; vrrp-valid rules lists them");
+        }
+    }
+}
+
+int severity_rank(int code) {
+    switch (code) {
+        case kExitCannotJudge:
+            return 3;
+        case kExitErrors:
+            return 2;
+        case kExitWarnings:
+            return 1;
+        default:
+            return 0;
+    }
+}
+
+int exit_code(const Report& report, bool accept_warnings) {
+    if (!report.failure.empty()) {
+        return kExitCannotJudge;
+    }
+    if (report.count(Severity::error) > 0) {
+        return kExitErrors;
+    }
+    return report.findings.empty() || accept_warnings ? kExitClean : kExitWarnings;
+}
+
+}  // namespace
+
+Judgement::Judgement(const JudgeOptions& options)
+    : model_(options.yang_dir),
+      host_(options.plugin_file),
+      key_(options.key_file.empty() ? std::nullopt
+                                    : std::optional(read_key_file(options.key_file))),
+      selectors_(options.selectors.begin(), options.selectors.end()) {
+    require_known(selectors_, selectors_of(model_));
+}
+
+Report Judgement::check(const ConfigurationFile& candidate,
+                        const std::optional<ConfigurationFile>& running) const {
+    Report report;
+    report.candidate = candidate.name;
+    report.running = running ? running->name : "";
+    for (const std::string& selector : selectors_of(model_)) {
+        if (selectors_.empty() || selectors_.count(selector) > 0) {
+            report.selectors.push_back(selector);
+        }
+    }
+    const Transaction transaction{
+        model_.read(candidate), running ? model_.read(*running) : DataTree(model_.schema()), key_};
+    Progress progress;
+    const auto show = [&progress](const Report& so_far) {
+        progress.show(so_far.candidate, so_far.requests);
+    };
+    run_judge({model_, host_, selectors_, show}, transaction, report);
+    return report;
+}
+
+std::string format_reports(const std::vector<Report>& reports, const JudgeOptions& options) {
+    if (options.quiet) {
+        return {};
+    }
+    if (options.format == "json") {
+        return format_json(reports);
+    }
+    return options.format == "junit" ? format_junit(reports) : format_text(reports, wants_colour());
+}
+
+int exit_code(const std::vector<Report>& reports, bool accept_warnings) {
+    int worst = kExitClean;
+    for (const Report& report : reports) {
+        const int code = exit_code(report, accept_warnings);
+        worst = severity_rank(code) > severity_rank(worst) ? code : worst;
+    }
+    return worst;
+}

@@ -1,0 +1,10 @@
+/// Nodes in the operator's words.
+#pragma once
+
+#include <string>
+
+#include "local_platform.h"
+
+/// The way to `node` as an operator types it: "router vrrp interface l3-vlan10 address-family
+/// ipv4".
+std::string operator_path(const local_platform::Node& node);

@@ -1,0 +1,23 @@
+/// A line on the terminal while a check takes long.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <string>
+
+/// Writes to standard error, once a check has taken a second, and only to a terminal. Clears its
+/// line when it goes.
+class Progress {
+  public:
+    Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+    ~Progress();
+
+    void show(const std::string& candidate, std::size_t requests);
+
+  private:
+    bool is_terminal_;
+    bool is_shown_ = false;
+    std::chrono::steady_clock::time_point next_;
+};

@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
-.PHONY: help build test demo install package lint format coverage check-deep bench \
+.PHONY: help build test demo install package check-package lint format coverage check-deep bench \
         bench-instructions clean
 
 help:
@@ -31,6 +31,21 @@ lint: deps-lint build
 ## make format              clang-format every source in place
 format: deps-lint
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+## make install             install into PREFIX, /usr/local unless given
+install: build
+	cmake --install $(BUILD) --prefix $(or $(PREFIX),/usr/local)
+
+## make package             the Debian package, in build-package/
+package: deps-build deps-package
+	cmake -S . -B build-package -G Ninja -DCMAKE_BUILD_TYPE=Release \
+	  -DCMAKE_INSTALL_PREFIX=/usr -DBUILD_TESTING=OFF
+	cmake --build build-package --parallel $(JOBS)
+	cd build-package && cpack
+
+## make check-package       install, use and remove the package in a clean root (needs root)
+check-package: deps-build deps-package
+	scripts/package-test.sh build-package
 
 ## make coverage            line and branch coverage of src/
 coverage: deps-deep

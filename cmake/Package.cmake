@@ -1,0 +1,15 @@
+# The Debian package: the plug-in, the command with its models and local platform, manual and completion.
+install(FILES docs/vrrp-valid.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES app/completion/vrrp-valid DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME vrrp-valid)
+set(CPACK_PACKAGE_CONTACT "libvrrp_valid developers <maintainers@vrrp-valid.example>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The local platform is private to the package: it is neither looked up elsewhere nor offered to others.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(CPACK_DEBIAN_PACKAGE_SECTION net)
+set(CPACK_STRIP_FILES ON)
+include(CPack)

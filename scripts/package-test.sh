@@ -1,0 +1,51 @@
+#!/usr/bin/env bash
+# Makes the Debian package, and installs, uses and removes it in a clean root. Needs root, for chroot.
+# usage: package-test.sh BUILD_DIR
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=$1
+root=$(mktemp -d)
+trap 'umount -q "$root/proc" || true; rm -rf "$root"' EXIT
+
+cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
+  -DBUILD_TESTING=OFF >/dev/null
+cmake --build "$build"
+rm -f "$build"/*.deb
+(cd "$build" && cpack >/dev/null)
+package=$(echo "$build"/vrrp-valid_*.deb)
+dpkg-deb --info "$package" | grep -E 'Package|Version|Depends'
+dpkg-deb --contents "$package" | awk '{print $6}'
+
+# shellcheck source=/dev/null
+. /etc/os-release
+# The release and the mirror that this machine itself installs from.
+release=$VERSION_CODENAME
+# shellcheck disable=SC2016
+mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $release" 'Created-By: Packages' | head -1)
+debootstrap --variant=minbase "$release" "$root" "$mirror" >"$build/debootstrap.log" 2>&1 ||
+  { tail -20 "$build/debootstrap.log"; exit 1; }
+mount -t proc proc "$root/proc"
+rm -f "$root/etc/apt/sources.list"
+cp -r /etc/apt/. "$root/etc/apt/"
+cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
+cp -r examples "$root/root/"
+cp "$package" "$root/root/vrrp-valid.deb"
+
+in_root() { chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C "$@"; }
+in_root apt-get update -qq
+in_root apt-get install -y -qq /root/vrrp-valid.deb >/dev/null
+
+echo "--- installed; used:"
+in_root vrrp-valid --version
+in_root vrrp-valid check --running /root/examples/router-running.json /root/examples/router-accepted.json
+result=0
+in_root vrrp-valid check -q /root/examples/router-refused.xml || result=$?
+[ "$result" -eq 1 ] || { echo "exit code 1 was expected, not $result"; exit 1; }
+in_root test -e /usr/share/man/man1/vrrp-valid.1.gz -o -e /usr/share/man/man1/vrrp-valid.1
+in_root test -e /usr/share/bash-completion/completions/vrrp-valid
+
+echo "--- removed:"
+in_root apt-get purge -y -qq vrrp-valid >/dev/null
+left=$(in_root find / -xdev -path /root -prune -o -path /proc -prune -o -name '*vrrp*' -print)
+[ -z "$left" ] || { printf 'left behind:\n%s\n' "$left"; exit 1; }
+echo "nothing left behind"

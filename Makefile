@@ -48,11 +48,11 @@ check-package: deps-build deps-package
 	scripts/package-test.sh build-package
 
 ## make coverage            line and branch coverage of src/
-coverage: deps-deep
-	scripts/coverage.sh build-coverage
+coverage: deps-build deps-deep
+	scripts/coverage.sh
 
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
-check-deep: deps-lint deps-deep
+check-deep: deps-build deps-deep
 	scripts/check-deep.sh
 
 ## make clean               remove every build folder

@@ -21,3 +21,5 @@ if(VRRP_VALID_SANITIZE)
     -fno-omit-frame-pointer -U_FORTIFY_SOURCE)
   add_link_options(-fsanitize=${VRRP_VALID_SANITIZE})
 endif()
+
+option(VRRP_VALID_COVERAGE "Count which lines and branches of src/ run" OFF)

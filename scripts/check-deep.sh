@@ -1,0 +1,41 @@
+#!/usr/bin/env bash
+# The checks that take minutes: every compiler, sanitizer and optimisation, valgrind, and bounded fuzzing.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+fuzz_seconds=${FUZZ_SECONDS:-20}
+
+step() { printf '\n--- %s (%s s)\n' "$*" "$SECONDS"; }
+
+build() {
+  cmake --preset "$1" >/dev/null
+  cmake --build --preset "$1" -- --quiet
+}
+
+run_tests() {
+  step "$1: build"
+  build "$1"
+  step "$1: test"
+  ctest --test-dir "build-$1" --output-on-failure --parallel "$(nproc)" "${@:2}" | tail -4
+}
+
+run_tests dev
+run_tests release
+run_tests clang
+run_tests clang-release
+run_tests asan
+run_tests tsan -R Concurrency
+
+step "valgrind"
+# Death tests end in abort and the sweeps repeat what the sanitizers saw: neither tells valgrind more.
+valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
+  "$(find build-dev -name unit_tests -type f)" --gtest_brief=1 \
+  --gtest_filter='-*Assertion*:*DeathTest*:*AllocationSweep*:*Concurrency*'
+valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
+  build-dev/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json
+
+step "fuzz, $fuzz_seconds s a target"
+build fuzz
+tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
+
+step "coverage"
+scripts/coverage.sh

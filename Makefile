@@ -3,7 +3,7 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
-.PHONY: help build test demo install package check-package lint format coverage check-deep bench \
+.PHONY: help build test demo install package check-package lint format coverage check-deep rules-doc check-docs bench \
         bench-instructions clean
 
 help:
@@ -54,6 +54,14 @@ coverage: deps-build deps-deep
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
 check-deep: deps-build deps-deep
 	scripts/check-deep.sh
+
+## make rules-doc           docs/rules.md anew from the model
+rules-doc: build
+	scripts/rules-doc.sh $(VRRP_VALID) > docs/rules.md
+
+## make check-docs          run every command in README and docs, and compare what it prints
+check-docs: build
+	scripts/docs-test.sh $(BUILD)
 
 ## make clean               remove every build folder
 clean:

@@ -2,7 +2,7 @@
 # Line and branch coverage of the plug-in's sources, by the unit tests. Fails below 100% of lines.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=build-coverage
+build="build-coverage"
 
 cmake --preset coverage >/dev/null
 cmake --build "$build" --target unit_tests

@@ -63,9 +63,10 @@ for document in README.md CONTRIBUTING.md docs/*.md; do
   fi
 done
 
-for target in $(grep -ohP '`make \K[a-z-]+(?=`)' README.md CONTRIBUTING.md docs/*.md | sort -u); do
+# shellcheck disable=SC2016
+while IFS= read -r target; do
   make -n "$target" >/dev/null || { echo "no such target: make $target"; failed=1; }
-done
+done < <(grep -ohP '`make \K[a-z-]+(?=`)' README.md CONTRIBUTING.md docs/*.md | sort -u)
 
 scripts/rules-doc.sh "$build/bin/vrrp-valid" | diff docs/rules.md - ||
   { echo "docs/rules.md is not what the model says: run make rules-doc"; failed=1; }

@@ -275,8 +275,10 @@ YangModel::YangModel(const std::string& yang_dir) {
     ly_log_options(LY_LOSTORE);
     const std::vector<std::string> names = module_names(yang_dir);
     ly_ctx* context = nullptr;
-    if (ly_ctx_new(yang_dir.c_str(), LY_CTX_SET_PRIV_PARSED | LY_CTX_NO_YANGLIBRARY, &context) !=
-        LY_SUCCESS) {
+    // Only that folder: libyang would take a newer module that lies about in the working one.
+    constexpr uint16_t kOptions =
+        LY_CTX_SET_PRIV_PARSED | LY_CTX_NO_YANGLIBRARY | LY_CTX_DISABLE_SEARCHDIR_CWD;
+    if (ly_ctx_new(yang_dir.c_str(), kOptions, &context) != LY_SUCCESS) {
         throw CannotJudge(yang_dir + ": no YANG context: " + first_complaint(nullptr, yang_dir));
     }
     context_.reset(context);

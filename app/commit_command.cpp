@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "cannot_judge.h"
 #include "judgement.h"
 #include "output.h"
 #include "replace_file.h"
@@ -19,6 +20,14 @@ bool is_confirmed(std::size_t warnings) {
     std::string answer;
     std::getline(std::cin, answer);
     return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+void report_commit(const std::string& running, const std::string& candidate) {
+    try {
+        print("committed: " + running + " is now " + candidate + "\n");
+    } catch (const CannotJudge& error) {
+        throw CannotJudge(running + ": the new configuration is in its place, but " + error.what());
+    }
 }
 
 }  // namespace
@@ -44,7 +53,7 @@ int run_commit(const JudgeOptions& options) {
     }
     lock.replace_file(candidate.bytes);
     if (options.format == "text" && !options.quiet) {
-        print("committed: " + options.running + " is now " + candidate.name + "\n");
+        report_commit(options.running, candidate.name);
     }
     return kExitClean;
 }

@@ -13,15 +13,27 @@
 
 namespace {
 
+constexpr int kMostLinks = 40;
+
 [[noreturn]] void fail(const std::string& file, const char* what) {
     throw CannotJudge(file + ": " + what + ": " + last_system_error());
 }
 
 /// Where `file` really lies: the target of symbolic links, also of one that points at nothing yet.
 std::filesystem::path resolve(const std::string& file) {
-    std::error_code error;
-    std::filesystem::path path = std::filesystem::weakly_canonical(file, error);
-    return error ? std::filesystem::path(file) : path;
+    std::filesystem::path path = file;
+    for (int links = 0; links < kMostLinks; ++links) {
+        std::error_code error;
+        const std::filesystem::path target = std::filesystem::read_symlink(path, error);
+        if (error == std::errc::invalid_argument || error == std::errc::no_such_file_or_directory) {
+            return path;
+        }
+        if (error) {
+            throw CannotJudge(file + ": cannot be looked at; it is as it was: " + error.message());
+        }
+        path = path.parent_path() / target;
+    }
+    throw CannotJudge(file + ": too many symbolic links; it is as it was");
 }
 
 /// Removes a temporary file unless it was renamed.
@@ -49,18 +61,19 @@ class TemporaryFile {
 
 }  // namespace
 
-FolderLock::FolderLock(const std::string& file)
+FolderLock::FolderLock(const std::string& file) : FolderLock(file, resolve(file)) {}
+
+FolderLock::FolderLock(const std::string& file, const std::filesystem::path& target)
     : shown_name_(file),
-      name_(resolve(file).filename()),
+      name_(target.filename()),
       temporary_name_("." + name_ + ".vrrp-valid-new"),
-      folder_(
-          open((resolve(file).parent_path() / ".").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+      folder_(open((target.parent_path() / ".").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (!folder_.is_open()) {
-        fail(file, "its folder cannot be opened");
+        fail(file, "its folder cannot be opened; it is as it was");
     }
     while (flock(folder_.number(), LOCK_EX) != 0) {
         if (errno != EINTR) {
-            fail(file, "its folder cannot be locked");
+            fail(file, "its folder cannot be locked; it is as it was");
         }
     }
 }
@@ -71,12 +84,13 @@ std::optional<std::string> FolderLock::read_file() const {
         if (errno == ENOENT) {
             return std::nullopt;
         }
-        fail(shown_name_, "cannot be opened");
+        fail(shown_name_, "cannot be opened; it is as it was");
     }
     try {
         return read_all(file.number());
     } catch (const std::system_error& error) {
-        throw CannotJudge(shown_name_ + ": cannot be read: " + error.code().message());
+        throw CannotJudge(shown_name_ +
+                          ": cannot be read; it is as it was: " + error.code().message());
     }
 }
 

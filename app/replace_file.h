@@ -1,6 +1,7 @@
 /// Replaces a file by a new one that is whole on disk first.
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -23,6 +24,8 @@ class FolderLock {
     void replace_file(const std::string& bytes) const;
 
   private:
+    FolderLock(const std::string& file, const std::filesystem::path& target);
+
     std::string shown_name_;
     std::string name_;            ///< in the folder
     std::string temporary_name_;  ///< the same for every commit, so that the next one clears up

@@ -22,7 +22,7 @@ Report check_one(const Judgement& judgement, const std::string& candidate,
     try {
         return judgement.check(read_configuration_file(candidate), running);
     } catch (const CannotJudge& error) {
-        std::cerr << "vrrp-valid: " << error.what() << "\n";
+        std::cerr << complaint(error.what());
         Report report;
         report.candidate = candidate;
         report.failure = error.what();

@@ -3,6 +3,7 @@
 
 #include "commands.h"
 #include "install_layout.h"
+#include "output.h"
 
 namespace {
 
@@ -59,6 +60,9 @@ int run(int argc, char** argv) {
 
     CLI::App app("Judges VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return complaint(error.what() + std::string("; run vrrp-valid --help"));
+    });
     app.set_version_flag("--version", "vrrp-valid " VRRP_VALID_VERSION);
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not judge, 3 warnings only.\n"
@@ -128,7 +132,7 @@ int main(int argc, char** argv) {
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {
-        std::cerr << "vrrp-valid: " << error.what() << "\n";
+        std::cerr << complaint(error.what());
         return kExitCannotJudge;
     }
 }

@@ -1,3 +1,4 @@
+#include "output.h"
 #include "report_format.h"
 
 namespace {
@@ -22,13 +23,13 @@ std::string counts(std::size_t errors, std::size_t warnings, std::size_t request
 }
 
 std::string format_finding(const Finding& finding, bool colour) {
-    std::string text = severity_word(finding.severity, colour) + ": " + finding.place + "\n    " +
-                       finding.message + "\n";
+    std::string text = severity_word(finding.severity, colour) + ": " + printable(finding.place) +
+                       "\n    " + printable(finding.message) + "\n";
     for (const ReadValue& value : finding.values) {
         text.append("    ").append(value.datastore).append(": ");
-        text.append(value.leaf).append(" ").append(value.value).append("\n");
+        text.append(printable(value.leaf + " " + value.value)).append("\n");
     }
-    return text + "    at " + finding.path + " (" + finding.selector + ")\n";
+    return text + "    at " + printable(finding.path) + " (" + finding.selector + ")\n";
 }
 
 std::string format_report(const Report& report, bool colour) {

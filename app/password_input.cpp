@@ -63,10 +63,10 @@ std::string read_line() {
 }
 
 std::string ask(const std::string& question) {
-    write_all(STDERR_FILENO, question);
     std::string answer;
     {
-        const NoEcho no_echo;
+        const NoEcho no_echo;  // before the question: an answer may follow it at once
+        write_all(STDERR_FILENO, question);
         answer = read_line();
     }
     write_all(STDERR_FILENO, "\n");

@@ -29,21 +29,25 @@ ConfigurationFormat format_of(const std::string& name, std::string_view data) {
                       ":1: neither JSON nor XML; give a configuration that begins with { or <");
 }
 
+ConfigurationFile read_open_file(const std::string& name, int fd) {
+    try {
+        return configuration_from_bytes(name, read_all(fd));
+    } catch (const std::system_error& error) {
+        throw CannotJudge(name + ": cannot be read: " + error.code().message());
+    }
+}
+
 }  // namespace
 
 ConfigurationFile read_configuration_file(const std::string& name) {
     if (name == "-") {
-        return configuration_from_bytes("standard input", read_all(STDIN_FILENO));
+        return read_open_file("standard input", STDIN_FILENO);
     }
     const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.is_open()) {
         throw CannotJudge(name + ": cannot be opened: " + last_system_error());
     }
-    try {
-        return configuration_from_bytes(name, read_all(file.number()));
-    } catch (const std::system_error& error) {
-        throw CannotJudge(name + ": cannot be read: " + error.code().message());
-    }
+    return read_open_file(name, file.number());
 }
 
 ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes) {

@@ -1,12 +1,38 @@
 #include "path_reader.h"
 
-#include <algorithm>
-
 namespace local_platform {
 namespace {
 
 bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+/// A set of characters that answers with one load.
+class CharacterSet {
+  public:
+    constexpr explicit CharacterSet(std::string_view members) {
+        for (const char c : members) {
+            holds_[static_cast<unsigned char>(c)] = true;
+        }
+    }
+
+    constexpr bool holds(char c) const { return holds_[static_cast<unsigned char>(c)]; }
+
+  private:
+    bool holds_[256] = {};
+};
+
+constexpr CharacterSet kNameEnds("/{");
+constexpr CharacterSet kKeyEnds(" \t\n\r{}\"");
+
+/// How much of `text` stands before the first of `ends`. find_first_of() would search its set anew,
+/// with a call, for each character.
+std::size_t length_before(std::string_view text, const CharacterSet& ends) {
+    std::size_t length = 0;
+    while (length < text.size() && !ends.holds(text[length])) {
+        ++length;
+    }
+    return length;
 }
 
 }  // namespace
@@ -28,12 +54,11 @@ PathReader::Result PathReader::next(PathStep& step) {
         rest_.remove_prefix(1);
     }
     at_start_ = false;
-    const std::size_t name_end = std::min(rest_.find_first_of("/{"), rest_.size());
-    if (name_end == 0) {
+    step.name = rest_.substr(0, length_before(rest_, kNameEnds));
+    if (step.name.empty()) {
         return Result::malformed;
     }
-    step.name = rest_.substr(0, name_end);
-    rest_.remove_prefix(name_end);
+    rest_.remove_prefix(step.name.size());
     step.key_count = 0;
     step.has_keys = !rest_.empty() && rest_.front() == '{';
     return !step.has_keys || read_keys(step) ? Result::step : Result::malformed;
@@ -65,15 +90,9 @@ bool PathReader::read_key(std::string_view& key) {
         return read_quoted_key(key) && !rest_.empty() &&
                (is_blank(rest_.front()) || rest_.front() == '}');
     }
-    const auto* const end = std::find_if(rest_.begin(), rest_.end(), [](char c) {
-        return is_blank(c) || c == '}' || c == '{' || c == '"';
-    });
-    if (end == rest_.end() || *end == '{' || *end == '"') {
-        return false;
-    }
-    key = rest_.substr(0, static_cast<std::size_t>(end - rest_.begin()));
+    key = rest_.substr(0, length_before(rest_, kKeyEnds));
     rest_.remove_prefix(key.size());
-    return true;
+    return !rest_.empty() && rest_.front() != '{' && rest_.front() != '"';
 }
 
 bool PathReader::read_quoted_key(std::string_view& key) {

@@ -7,10 +7,11 @@ namespace {
 
 constexpr std::size_t kLastErrorSize = 512;
 
-thread_local const CallHook* current_hook = nullptr;
 thread_local std::array<char, kLastErrorSize> last_error{};
 
 }  // namespace
+
+thread_local const CallHook* current_hook = nullptr;
 
 ScopedCallHook::ScopedCallHook(CallHook hook) : hook_(std::move(hook)), outer_(current_hook) {
     current_hook = &hook_;

@@ -7,14 +7,21 @@
 
 namespace local_platform {
 
+/// The calling thread's innermost hook. Initial-exec, since every operation looks at it: the
+/// library is loaded with the program, so there is room for it in the static TLS block.
+extern thread_local const CallHook* current_hook
+    __attribute__((tls_model("initial-exec"), visibility("hidden")));
+
 /// Notes `reason`, cut to a fixed length, as the calling thread's last failure; returns CONFD_ERR.
 int fail(std::string_view reason, std::string_view path = {});
 
 /// The hook's answer to `call` or, without one, what `work` returns.
 template <typename Work>
 int serve(const Call& call, Work work) {
-    if (const auto answer = ask_hook(call)) {
-        return answer->result;
+    if (current_hook != nullptr) {
+        if (const auto answer = (*current_hook)(call)) {
+            return answer->result;
+        }
     }
     return work();
 }

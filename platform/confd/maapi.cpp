@@ -27,6 +27,13 @@ int init_cursor(const Endpoint* endpoint, std::string_view path, maapi_cursor& c
     return CONFD_OK;
 }
 
+/// Makes it one over no entry. The keys behind the count are nobody's, so they stay as they are.
+void close_cursor(maapi_cursor& cursor) {
+    cursor.n = 0;
+    cursor.list = nullptr;
+    cursor.next = 0;
+}
+
 int count_entries(const Endpoint* endpoint, std::string_view path) {
     const Lookup found = look_up_list(endpoint, path);
     if (found.error != nullptr) {
@@ -49,6 +56,7 @@ int next_entry(maapi_cursor& cursor) {
 }  // namespace
 }  // namespace local_platform
 
+using local_platform::close_cursor;
 using local_platform::find_maapi;
 using local_platform::PathArgument;
 using local_platform::serve;
@@ -119,7 +127,7 @@ int maapi_init_cursor(int sock, int thandle, maapi_cursor* cursor, const char* f
     va_start(arguments, fmt);
     const PathArgument path(fmt, arguments);
     va_end(arguments);
-    *cursor = {};
+    close_cursor(*cursor);
     cursor->socket = sock;
     return serve({"maapi_init_cursor", sock, path.text()}, [&] {
         return local_platform::init_cursor(find_maapi(sock, thandle), path.text(), *cursor);
@@ -134,7 +142,7 @@ int maapi_get_next(maapi_cursor* cursor) {
 
 void maapi_destroy_cursor(maapi_cursor* cursor) {
     serve({"maapi_destroy_cursor", cursor->socket, {}}, [&] {
-        *cursor = {};
+        close_cursor(*cursor);
         return CONFD_OK;
     });
 }

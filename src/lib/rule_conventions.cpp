@@ -1,5 +1,6 @@
 #include "rule_conventions.h"
 
+#include <algorithm>
 #include <cstring>
 
 const char* buf_text(const confd_value_t& value) {
@@ -20,10 +21,10 @@ std::string concat(std::initializer_list<std::string_view> pieces) {
     for (const std::string_view piece : pieces) {
         size += piece.size();
     }
-    std::string joined;
-    joined.reserve(size);
+    std::string joined(size, '\0');
+    char* end = joined.data();
     for (const std::string_view piece : pieces) {
-        joined += piece;
+        end = std::copy(piece.begin(), piece.end(), end);
     }
     return joined;
 }

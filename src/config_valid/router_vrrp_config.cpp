@@ -23,10 +23,11 @@ RouterVrrpConfig::RouterVrrpConfig(int maapi_socket, confd_trans_ctx* tctx)
 RouterVrrpConfig::~RouterVrrpConfig() = default;
 
 void RouterVrrpConfig::ReadConfig() {
+    std::string path;
     for (const std::string& interface_key : get_key_list(kInterfaceTable)) {
         for (const Family& family : kFamilies) {
-            const std::string path = concat(
-                {kInterfaceTable, "{", interface_key, "}/address-family{", family.name, "}/vr-id"});
+            path.assign(kInterfaceTable).append("{").append(interface_key);
+            path.append("}/address-family{").append(family.name).append("}/vr-id");
             for (const std::string& vr_id : get_key_list(path)) {
                 router_vrrp_list.push_back(
                     {static_cast<uint8_t>(std::stoi(vr_id)), family.address_family, interface_key});

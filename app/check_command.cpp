@@ -2,7 +2,7 @@
 #include <iostream>
 
 #include "cannot_judge.h"
-#include "judgement.h"
+#include "checker.h"
 #include "output.h"
 
 namespace {
@@ -17,10 +17,9 @@ void require_one_standard_input(const JudgeOptions& options) {
 
 /// One of several candidates: what is wrong with its file must not keep the others from being
 /// judged.
-Report check_one(const Judgement& judgement, const std::string& candidate,
-                 const std::optional<ConfigurationFile>& running) {
+Report check_one(const Checker& checker, const std::string& candidate, const Running& running) {
     try {
-        return judgement.check(read_configuration_file(candidate), running);
+        return checker.check(read_configuration_file(candidate), running);
     } catch (const CannotJudge& error) {
         std::cerr << complaint(error.what());
         Report report;
@@ -34,18 +33,19 @@ Report check_one(const Judgement& judgement, const std::string& candidate,
 
 int run_check(const JudgeOptions& options) {
     require_one_standard_input(options);
-    const Judgement judgement(options);
-    std::optional<ConfigurationFile> running;
+    const Checker checker(options);
+    std::optional<ConfigurationFile> running_file;
     if (!options.running.empty()) {
-        running = read_configuration_file(options.running);
+        running_file = read_configuration_file(options.running);
     }
+    const Running running = checker.read_running(running_file);
     std::vector<Report> reports;
     if (options.candidates.size() == 1) {
         reports.push_back(
-            judgement.check(read_configuration_file(options.candidates.front()), running));
+            checker.check(read_configuration_file(options.candidates.front()), running));
     } else {
         for (const std::string& candidate : options.candidates) {
-            reports.push_back(check_one(judgement, candidate, running));
+            reports.push_back(check_one(checker, candidate, running));
         }
     }
     print(format_reports(reports, options));

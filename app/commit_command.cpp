@@ -3,7 +3,7 @@
 #include <iostream>
 
 #include "cannot_judge.h"
-#include "judgement.h"
+#include "checker.h"
 #include "output.h"
 #include "replace_file.h"
 
@@ -33,7 +33,10 @@ void report_commit(const std::string& running, const std::string& candidate) {
 }  // namespace
 
 int run_commit(const JudgeOptions& options) {
-    const Judgement judgement(options);
+    if (options.running == "-") {
+        throw CannotJudge("commit replaces a file: --running cannot be standard input");
+    }
+    const Checker checker(options);
     const ConfigurationFile candidate = read_configuration_file(options.candidates.front());
     // Held from before the running configuration is read: the verdict must still hold when it is
     // replaced.
@@ -42,7 +45,7 @@ int run_commit(const JudgeOptions& options) {
     if (std::optional<std::string> bytes = lock.read_file()) {
         running = configuration_from_bytes(options.running, std::move(*bytes));
     }
-    const std::vector<Report> reports = {judgement.check(candidate, running)};
+    const std::vector<Report> reports = {checker.check(candidate, checker.read_running(running))};
     print(format_reports(reports, options));
     const int result = exit_code(reports, options.accept_warnings);
     if (result == kExitErrors) {

@@ -61,7 +61,7 @@ ConfigurationFile configuration_from_bytes(const std::string& name, std::string 
     }
     const ConfigurationFormat format = format_of(name, data);
     if (format == ConfigurationFormat::xml) {
-        data = without_netconf_envelope(std::move(data));
+        data = without_netconf_envelope(name, std::move(data));
     }
     return {name, std::move(bytes), format, std::move(data)};
 }

@@ -130,12 +130,6 @@ void visit(Check& check, const Node& node) {
 
 }  // namespace
 
-std::size_t Report::count(Severity severity) const {
-    return static_cast<std::size_t>(
-        std::count_if(findings.begin(), findings.end(),
-                      [severity](const Finding& finding) { return finding.severity == severity; }));
-}
-
 void run_judge(const Judge& judge, const Transaction& transaction, Report& report) {
     Check check{
         judge, transaction,

@@ -1,13 +1,14 @@
 #include <algorithm>
 
+#include "output.h"
 #include "report_format.h"
 
 namespace {
 
-/// `text` as an attribute's value; what XML cannot hold becomes a question mark.
+/// `text` as an attribute's value.
 std::string attribute(const char* name, const std::string& text) {
     std::string escaped;
-    for (const char c : text) {
+    for (const char c : printable(text)) {
         switch (c) {
             case '&':
                 escaped += "&amp;";
@@ -19,7 +20,7 @@ std::string attribute(const char* name, const std::string& text) {
                 escaped += "&quot;";
                 break;
             default:
-                escaped += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+                escaped += c;
         }
     }
     return std::string(" ") + name + "=\"" + escaped + "\"";

@@ -23,12 +23,12 @@ constexpr std::size_t kFileSize = kMark.size() + 2 * CryptoKey::kSize + 1;
 }  // namespace
 
 void make_key_file(const std::string& file) {
+    const CryptoKey key;  // before the file: without random bytes none is left behind
     const FileDescriptor created(
         open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!created.is_open()) {
         throw CannotJudge(file + ": cannot make the key file: " + last_system_error());
     }
-    const CryptoKey key;
     Secret content;
     content.text.reserve(kFileSize);
     content.text += kMark;
@@ -61,7 +61,10 @@ CryptoKey read_key_file(const std::string& file) {
     }
     std::array<char, kFileSize + 1> content{};
     const ssize_t size = read(opened.number(), content.data(), content.size());
-    const std::string_view text(content.data(), size < 0 ? 0 : static_cast<std::size_t>(size));
+    if (size < 0) {
+        throw CannotJudge(file + ": the key file cannot be read: " + last_system_error());
+    }
+    const std::string_view text(content.data(), static_cast<std::size_t>(size));
     std::array<unsigned char, CryptoKey::kSize> bytes{};
     bool is_key =
         text.size() == kFileSize && text.substr(0, kMark.size()) == kMark && text.back() == '\n';

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "cannot_judge.h"
+
 namespace {
 
 constexpr std::string_view kBaseNamespace = "urn:ietf:params:xml:ns:netconf:base:1.0";
@@ -40,7 +42,7 @@ void blank_out(std::string& xml, std::size_t begin, std::size_t end) {
 
 }  // namespace
 
-std::string without_netconf_envelope(std::string xml) {
+std::string without_netconf_envelope(const std::string& name, std::string xml) {
     const std::size_t begin = first_element(xml);
     const std::size_t end = xml.find('>', begin == std::string::npos ? xml.size() : begin);
     if (end == std::string::npos) {
@@ -55,13 +57,23 @@ std::string without_netconf_envelope(std::string xml) {
         tag.find(kBaseNamespace) == std::string_view::npos) {
         return xml;
     }
-    const std::size_t closing = xml.rfind("</" + std::string(qualified));
-    if (closing == std::string::npos) {  // <config .../>: nothing is configured
+    if (tag.find("xmlns", tag.find("xmlns") + 1) != std::string_view::npos) {
+        throw CannotJudge(name + ": declares other namespaces on <" + std::string(qualified) +
+                          ">; declare them on the elements below it");
+    }
+    if (tag.back() == '/') {  // nothing is configured
         blank_out(xml, begin, end + 1);
         return xml;
     }
-    const std::size_t closing_end = xml.find('>', closing);
-    if (closing_end == std::string::npos) {
+    const std::string closing_tag = "</" + std::string(qualified);
+    const std::size_t closing = xml.rfind(closing_tag);
+    const std::size_t closing_end =
+        closing == std::string::npos ? closing
+                                     : xml.find_first_not_of(kBlanks, closing + closing_tag.size());
+    const bool is_whole =
+        closing_end != std::string::npos && xml[closing_end] == '>' &&
+        first_element(std::string_view(xml).substr(closing_end + 1)) == std::string_view::npos;
+    if (!is_whole) {
         return xml;
     }
     blank_out(xml, closing, closing_end + 1);

@@ -5,5 +5,6 @@
 
 /// `xml` with its outermost element, when it is a <config> or <data> of NETCONF's base namespace,
 /// blanked out; every line stays where it was. Anything else is returned as it is, for the parser
-/// to judge.
-std::string without_netconf_envelope(std::string xml);
+/// to judge. Throws CannotJudge, naming the file `name`, for an envelope whose other namespaces
+/// would be lost.
+std::string without_netconf_envelope(const std::string& name, std::string xml);

@@ -10,11 +10,31 @@
 
 namespace {
 
-/// Whether the UTF-8 text begins with a control character, of ASCII or of Latin-1.
+unsigned char byte_at(std::string_view text, std::size_t index) {
+    return index < text.size() ? static_cast<unsigned char>(text[index]) : 0;
+}
+
+/// How many bytes the UTF-8 character at the front of `text` has; 0 when there is none.
+std::size_t character_size(std::string_view text) {
+    const unsigned char first = byte_at(text, 0);
+    const std::size_t size = first < 0x80U    ? 1
+                             : first < 0xc2U  ? 0
+                             : first < 0xe0U  ? 2
+                             : first < 0xf0U  ? 3
+                             : first <= 0xf4U ? 4
+                                              : 0;
+    for (std::size_t i = 1; i < size; ++i) {
+        if ((byte_at(text, i) & 0xc0U) != 0x80U) {
+            return 0;
+        }
+    }
+    return size;
+}
+
+/// Whether the first byte of `text` is, or begins, a control character of ASCII or Latin-1.
 bool begins_with_control(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    return byte(0) < 0x20U || byte(0) == 0x7fU ||
-           (byte(0) == 0xc2U && text.size() > 1 && byte(1) >= 0x80U && byte(1) < 0xa0U);
+    const unsigned char first = byte_at(text, 0);
+    return first < 0x20U || first == 0x7fU || (first == 0xc2U && byte_at(text, 1) < 0xa0U);
 }
 
 }  // namespace
@@ -35,16 +55,18 @@ bool wants_colour() {
 std::string printable(std::string_view text) {
     constexpr std::string_view kDigits = "0123456789abcdef";
     std::string shown;
-    for (; !text.empty(); text.remove_prefix(1)) {
-        if (!begins_with_control(text)) {
-            shown += text.front();
+    while (!text.empty()) {
+        const std::size_t size = character_size(text);
+        if (size > 0 && !begins_with_control(text)) {
+            shown += text.substr(0, size);
+            text.remove_prefix(size);
             continue;
         }
-        if (text.front() == '\xc2') {
-            text.remove_prefix(1);
-        }
-        const auto code = static_cast<unsigned char>(text.front());
+        text.remove_prefix(size == 2 ? 1
+                                     : 0);  // of a Latin-1 control character the second byte tells
+        const unsigned char code = byte_at(text, 0);
         shown.append("\\x").append(1, kDigits[code >> 4U]).append(1, kDigits[code & 0xfU]);
+        text.remove_prefix(1);
     }
     return shown;
 }

@@ -11,8 +11,8 @@ void print(const std::string& text);
 /// Whether standard output is a terminal on which colour is wanted.
 bool wants_colour();
 
-/// `text` for a reader: control characters are written as "\x0a", so that what stands in a file can
-/// neither forge a line nor command the terminal.
+/// `text` for a reader: control characters and bytes that are no UTF-8 are written as "\x0a", so
+/// that what stands in a file can neither forge a line nor command the terminal.
 std::string printable(std::string_view text);
 
 /// `reason` as the one line in which the command says on standard error why it failed.

@@ -82,6 +82,10 @@ std::string read_password() {
         throw CannotJudge(
             "no password was given; type one, or send it as the first line of standard input");
     }
+    if (password.size() == kLongestLine || password.find('\0') != std::string::npos) {
+        explicit_bzero(password.data(), password.size());
+        throw CannotJudge("the password is too long, or holds a NUL byte; give a shorter text");
+    }
     if (is_terminal) {
         const Secret again(ask("Again: "));
         if (again.text != password) {

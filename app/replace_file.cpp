@@ -68,6 +68,9 @@ FolderLock::FolderLock(const std::string& file, const std::filesystem::path& tar
       name_(target.filename()),
       temporary_name_("." + name_ + ".vrrp-valid-new"),
       folder_(open((target.parent_path() / ".").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (name_.empty()) {
+        throw CannotJudge(file + ": names a folder; name the file to replace");
+    }
     if (!folder_.is_open()) {
         fail(file, "its folder cannot be opened; it is as it was");
     }

@@ -1,6 +1,7 @@
 /// What a check found.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -31,5 +32,9 @@ struct Report {
     std::vector<Finding> findings;
     std::string failure;  ///< why the candidate could not be judged; empty when it was
 
-    std::size_t count(Severity severity) const;
+    std::size_t count(Severity severity) const {
+        return static_cast<std::size_t>(std::count_if(
+            findings.begin(), findings.end(),
+            [severity](const Finding& finding) { return finding.severity == severity; }));
+    }
 };

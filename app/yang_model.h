@@ -4,31 +4,13 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "configuration_file.h"
 #include "local_platform.h"
+#include "yang_schema.h"
 
 struct ly_ctx;
-
-/// One message of a rule; a word in angle brackets stands for what it names.
-struct RuleMessage {
-    bool is_warning;
-    std::string text;
-    std::string remedy;
-};
-
-/// One use of a validation point, and what the model says about the rule behind it.
-struct ValidationUse {
-    std::string point;
-    std::string selector;
-    bool only_when_changed = false;
-    std::string demand;
-    std::string reads;
-    std::string calls;
-    std::vector<RuleMessage> messages;
-};
 
 class YangModel {
   public:
@@ -50,5 +32,5 @@ class YangModel {
 
     std::unique_ptr<ly_ctx, ContextDeleter> context_;
     std::shared_ptr<const local_platform::SchemaNode> schema_;
-    std::unordered_map<const local_platform::SchemaNode*, std::vector<ValidationUse>> uses_;
+    ValidationUses uses_;
 };

@@ -3,6 +3,8 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$1
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
 
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 echo "clang-format: clean"
@@ -25,7 +27,6 @@ echo "yanglint: models and $(wc -w <<<"$configurations") configurations valid"
 
 # The compiler's own warnings are GCC's; its options that clang does not know are not its concern.
 git ls-files 'src/*.cpp' 'platform/*.cpp' 'app/*.cpp' 'tests/unit/*.cpp' 'tests/command/*.cpp' |
-  xargs -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet --warnings-as-errors='*' 2>/tmp/clang-tidy.$$ ||
-  { cat /tmp/clang-tidy.$$; rm -f /tmp/clang-tidy.$$; exit 1; }
-rm -f /tmp/clang-tidy.$$
+  xargs -P "$(nproc)" -n 4 clang-tidy -p "$build" --quiet --warnings-as-errors='*' 2>"$log" ||
+  { cat "$log"; exit 1; }
 echo "clang-tidy: clean"

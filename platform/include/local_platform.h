@@ -25,8 +25,7 @@ struct PlatformError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// --- The model
-// -------------------------------------------------------------------------------------
+// The model
 
 enum class NodeKind { container, list, leaf };
 
@@ -43,8 +42,7 @@ struct SchemaNode {
     int child_index(std::string_view child_name) const;
 };
 
-// --- Trees
-// -----------------------------------------------------------------------------------------
+// Trees
 
 /// A node of a data tree. Once built it never changes or moves while its tree lives.
 struct Node {
@@ -105,8 +103,7 @@ std::string keypath_text(const confd_hkeypath_t& kp);
 /// A key's text as it stands between braces in a path: quoted where it has to be.
 std::string quoted_key(std::string_view text);
 
-// --- Encrypted leaves
-// ------------------------------------------------------------------------------
+// Encrypted leaves
 
 /// The key of encrypted leaves, AES-256. Wiped when it goes.
 class CryptoKey {
@@ -129,8 +126,7 @@ class CryptoKey {
 /// The printable text that confd_decrypt() opens with `key`.
 std::string encrypt(const CryptoKey& key, std::string_view clear_text);
 
-// --- Sockets
-// ---------------------------------------------------------------------------------------
+// Sockets
 
 /// What a socket reads.
 struct Endpoint {
@@ -168,8 +164,7 @@ void close_socket(int number);
 /// How many sockets are open in this process.
 int open_sockets();
 
-// --- Watching and answering operations
-// -------------------------------------------------------------
+// Watching and answering operations
 
 /// One call of a platform operation. The views last for the call.
 struct Call {

@@ -1,6 +1,7 @@
 #include <cstring>
 
 #include "handlers.h"
+
 #include "type_assertion.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include <arpa/inet.h>
 
 #include "handlers.h"
+
 #include "type_assertion.h"
 
 namespace {

@@ -2,6 +2,7 @@
 
 #include "get_key_list.h"
 #include "handlers.h"
+
 #include "type_assertion.h"
 
 int32_t validate_vrrp_l3_ipv6_addr(int32_t maapi_socket, confd_trans_ctx* tctx,

@@ -1,4 +1,5 @@
 #include "handlers.h"
+
 #include "type_assertion.h"
 
 namespace {

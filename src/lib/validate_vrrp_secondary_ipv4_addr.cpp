@@ -1,4 +1,5 @@
 #include "handlers.h"
+
 #include "type_assertion.h"
 
 int32_t validate_vrrp_secondary_ipv4_addr(int32_t maapi_socket, confd_trans_ctx* tctx,

@@ -1,8 +1,9 @@
 #include "config.h"
 #include "handlers.h"
 #include "router_vrrp.h"
-#include "type_assertion.h"
 #include "validate_config.h"
+
+#include "type_assertion.h"
 
 int32_t validate_vrrp_vr_id(int32_t maapi_socket, confd_trans_ctx* tctx, confd_hkeypath_t* kp,
                             confd_value_t* /*newval*/) {

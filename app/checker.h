@@ -7,14 +7,22 @@
 #include "commands.h"
 #include "judge.h"
 
-class Judgement {
+/// A running configuration, parsed once for all candidates.
+struct Running {
+    std::string name;  ///< empty for an empty one
+    local_platform::DataTree tree;
+};
+
+class Checker {
   public:
     /// Throws CannotJudge or PlatformError when something cannot be loaded.
-    explicit Judgement(const JudgeOptions& options);
+    explicit Checker(const JudgeOptions& options);
 
-    /// Judges `candidate` against `running`, or an empty configuration. Throws CannotJudge.
-    Report check(const ConfigurationFile& candidate,
-                 const std::optional<ConfigurationFile>& running) const;
+    /// The running configuration in `file`, an empty one without a file. Throws CannotJudge.
+    Running read_running(const std::optional<ConfigurationFile>& file) const;
+
+    /// Judges `candidate` against `running`. Throws CannotJudge.
+    Report check(const ConfigurationFile& candidate, const Running& running) const;
 
   private:
     YangModel model_;

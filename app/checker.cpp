@@ -1,4 +1,4 @@
-#include "judgement.h"
+#include "checker.h"
 
 #include <algorithm>
 
@@ -66,7 +66,7 @@ int exit_code(const Report& report, bool accept_warnings) {
 
 }  // namespace
 
-Judgement::Judgement(const JudgeOptions& options)
+Checker::Checker(const JudgeOptions& options)
     : model_(options.yang_dir),
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
@@ -75,18 +75,20 @@ Judgement::Judgement(const JudgeOptions& options)
     require_known(selectors_, selectors_of(model_));
 }
 
-Report Judgement::check(const ConfigurationFile& candidate,
-                        const std::optional<ConfigurationFile>& running) const {
+Running Checker::read_running(const std::optional<ConfigurationFile>& file) const {
+    return file ? Running{file->name, model_.read(*file)} : Running{{}, DataTree(model_.schema())};
+}
+
+Report Checker::check(const ConfigurationFile& candidate, const Running& running) const {
     Report report;
     report.candidate = candidate.name;
-    report.running = running ? running->name : "";
+    report.running = running.name;
     for (const std::string& selector : selectors_of(model_)) {
         if (selectors_.empty() || selectors_.count(selector) > 0) {
             report.selectors.push_back(selector);
         }
     }
-    const Transaction transaction{
-        model_.read(candidate), running ? model_.read(*running) : DataTree(model_.schema()), key_};
+    const Transaction transaction{model_.read(candidate), running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
         progress.show(so_far.candidate, so_far.requests);

@@ -1,0 +1,27 @@
+#!/bin/sh
+# report.sh BUILD: runs everything and puts the figures into docs/performance.md and docs/growth.svg.
+set -eu
+build=$1
+results=$build/bench-results
+document=docs/performance.md
+cd "$(dirname "$0")/.."
+
+bench/run.sh "$build"
+bench/instructions.sh "$build"
+gnuplot -e "data='$results/growth.dat'; plot_file='docs/growth.svg'" bench/growth.gp
+printf '%s, %s cores (%s), %s, GCC %s.\n' "$(date +%F)" "$(nproc)" \
+        "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)" \
+        "$(sed -n 's/^PRETTY_NAME="\(.*\)"/\1/p' /etc/os-release)" "$(g++ -dumpfullversion)" \
+    >"$results/machine.md"
+
+# Puts each file between the two marks that bear its name.
+for name in machine tables instructions; do
+    awk -v name="$name" -v file="$results/$name.md" '
+        $0 == "<!-- end of " name " -->" { is_old = 0 }
+        !is_old { print }
+        $0 == "<!-- " name " -->" {
+            is_old = 1
+            while ((getline line < file) > 0) print line
+        }' "$document" >"$results/document"
+    cp "$results/document" "$document"
+done

@@ -1,0 +1,21 @@
+/// The configurations that the benchmarks check.
+#pragma once
+
+#include <string>
+
+#include "local_platform.h"
+
+/// RFC 7951 JSON, for our model and for libyang alike.
+struct Workload {
+    std::string candidate;
+    std::string running;
+};
+
+/// `instances` VRRP instances, each on an interface of its own, free of conflicts: IPv4 and IPv6 by
+/// turns, identifiers from 1 up in both families, so 510 at most. All that a rule reads is there,
+/// so every rule makes all its calls. The running configuration lacks only the versions, so that
+/// the version rule is asked and has nothing to warn of.
+Workload make_workload(int instances, const local_platform::CryptoKey& key);
+
+/// The same candidate, but its last instance has the identifier of another interface's.
+std::string make_conflict(int instances, const local_platform::CryptoKey& key);

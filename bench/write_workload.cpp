@@ -1,0 +1,19 @@
+// vrrp-valid-workload INSTANCES FOLDER: writes candidate.json, running.json and key.
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+
+#include "key_file.h"
+#include "workload.h"
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::cerr << "usage: vrrp-valid-workload INSTANCES FOLDER\n";
+        return EXIT_FAILURE;
+    }
+    const std::string folder = argv[2];
+    make_key_file(folder + "/key");
+    const Workload workload = make_workload(std::atoi(argv[1]), read_key_file(folder + "/key"));
+    std::ofstream(folder + "/candidate.json") << workload.candidate;
+    std::ofstream(folder + "/running.json") << workload.running;
+}

@@ -4,7 +4,7 @@ JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
 .PHONY: help build test demo install package check-package lint format coverage check-deep rules-doc check-docs bench \
-        bench-instructions clean
+        bench-instructions bench-report build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
@@ -54,6 +54,23 @@ coverage: deps-build deps-deep
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
 check-deep: deps-build deps-deep
 	scripts/check-deep.sh
+
+build-bench: deps-build deps-bench
+	cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DVRRP_VALID_BENCH=ON \
+	  -DBUILD_TESTING=OFF
+	cmake --build build-bench --parallel $(JOBS)
+
+## make bench               time of requests and whole checks, beside their floor and YANG must
+bench: build-bench
+	bench/run.sh build-bench
+
+## make bench-instructions  instructions of a check, by library
+bench-instructions: build-bench
+	bench/instructions.sh build-bench
+
+## make bench-report        both, written into docs/performance.md with the plot
+bench-report: build-bench
+	bench/report.sh build-bench
 
 ## make rules-doc           docs/rules.md anew from the model
 rules-doc: build

@@ -14,39 +14,38 @@ namespace {
 
 constexpr std::size_t kLongestLine = 4096;
 
-volatile std::sig_atomic_t interrupted_by = 0;
+termios with_echo{};
 
-void note_signal(int signal) {
-    interrupted_by = signal;
+/// The signal ends the process as soon as its handler, which is there for one only, returns.
+void give_echo_back(int signal) {
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &with_echo);
+    static_cast<void>(raise(signal));
 }
 
-/// Takes a terminal's echo away while it lives. A signal that would end the process meanwhile is
-/// noted, so that the echo comes back first.
+/// Takes a terminal's echo away while it lives, and gives it back when a signal ends the process
+/// meanwhile.
 class NoEcho {
   public:
     NoEcho() {
-        tcgetattr(STDIN_FILENO, &before_);
-        termios silent = before_;
-        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+        tcgetattr(STDIN_FILENO, &with_echo);
         struct sigaction action {};
-        action.sa_handler = note_signal;
+        action.sa_handler = give_echo_back;
+        action.sa_flags = static_cast<int>(SA_RESETHAND);
         sigaction(SIGINT, &action, &interrupt_before_);
         sigaction(SIGTERM, &action, &terminate_before_);
+        termios silent = with_echo;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
     }
     NoEcho(const NoEcho&) = delete;
     NoEcho& operator=(const NoEcho&) = delete;
     ~NoEcho() {
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &with_echo);
         sigaction(SIGINT, &interrupt_before_, nullptr);
         sigaction(SIGTERM, &terminate_before_, nullptr);
-        if (interrupted_by != 0) {
-            static_cast<void>(raise(interrupted_by));
-        }
     }
 
   private:
-    termios before_{};
     struct sigaction interrupt_before_ {};
     struct sigaction terminate_before_ {};
 };

@@ -1,0 +1,139 @@
+#include "command.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/mman.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+[[noreturn]] void execute(const Arguments& arguments) {
+    std::vector<char*> argv = {const_cast<char*>("vrrp-valid")};
+    for (const std::string& argument : arguments) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    execv(VRRP_VALID_COMMAND, argv.data());
+    _exit(127);
+}
+
+int memory_file(const std::string& content = "") {
+    const int file = memfd_create("stream", MFD_CLOEXEC);
+    EXPECT_EQ(pwrite(file, content.data(), content.size(), 0), static_cast<int>(content.size()));
+    return file;
+}
+
+std::string take_content(int file) {
+    std::string content = content_of("/proc/self/fd/" + std::to_string(file));
+    close(file);
+    return content;
+}
+
+int wait_for(pid_t process) {
+    int status = 0;
+    EXPECT_EQ(waitpid(process, &status, 0), process);
+    return status;
+}
+
+int exit_code(int status) {
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+}  // namespace
+
+Folder::Folder() : path(testing::TempDir() + "vrrp-valid-XXXXXX") {
+    EXPECT_NE(mkdtemp(path.data()), nullptr);
+}
+
+Folder::~Folder() {
+    std::filesystem::remove_all(path);
+}
+
+std::string Folder::put(const std::string& name, const std::string& bytes) const {
+    std::ofstream(*this / name, std::ios::binary) << bytes;
+    return *this / name;
+}
+
+std::string content_of(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+std::string replaced(std::string text, const std::string& word, const std::string& by) {
+    for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; at += by.size()) {
+        text.replace(at, word.size(), by);
+    }
+    return text;
+}
+
+Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
+    const int in = memory_file(surroundings.input);
+    const int out = memory_file();
+    const int err = memory_file();
+    const std::string& file = surroundings.output_file;
+    const pid_t process = fork();
+    if (process == 0) {
+        dup2(in, STDIN_FILENO);
+        dup2(file.empty() ? out : open(file.c_str(), O_WRONLY), STDOUT_FILENO);
+        dup2(err, STDERR_FILENO);
+        if (!surroundings.folder.empty() && chdir(surroundings.folder.c_str()) != 0) {
+            _exit(127);
+        }
+        if (surroundings.tracer) {
+            setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // the leak check is a tracer itself
+            ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        }
+        execute(arguments);
+    }
+    close(in);
+    const int status = wait_for(process);
+    const int end = surroundings.tracer ? surroundings.tracer(process) : status;
+    return {exit_code(end), take_content(out), take_content(err)};
+}
+
+Terminal::Terminal(const Arguments& arguments, const std::string& no_colour)
+    : id_(forkpty(&master_, nullptr, nullptr, nullptr)) {
+    if (id_ == 0) {
+        setenv("NO_COLOR", no_colour.c_str(), 1);
+        execute(arguments);
+    }
+}
+
+void Terminal::expect(const std::string& text) {
+    while (shown_.find(text, expected_to_) == std::string::npos) {
+        ASSERT_TRUE(read_more()) << "never showed \"" << text << "\": " << shown_;
+    }
+    expected_to_ = shown_.find(text, expected_to_) + text.size();
+}
+
+void Terminal::type(const std::string& text) const {
+    EXPECT_EQ(write(master_, text.data(), text.size()), static_cast<int>(text.size()));
+}
+
+Outcome Terminal::finish() {
+    while (read_more()) {
+    }
+    termios settings{};
+    EXPECT_EQ(tcgetattr(master_, &settings), 0);
+    close(master_);
+    return {exit_code(wait_for(id_)), shown_, {}, (settings.c_lflag & ECHO) != 0};
+}
+
+bool Terminal::read_more() {
+    std::array<char, 4096> bytes{};
+    const ssize_t count = read(master_, bytes.data(), bytes.size());
+    shown_.append(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    return count > 0;
+}

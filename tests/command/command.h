@@ -1,0 +1,62 @@
+/// Runs the installed command as an operator, a pipeline or a debugger does.
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// A folder of one test's own, removed when it goes.
+struct Folder {
+    Folder();
+    Folder(const Folder&) = delete;
+    ~Folder();
+    std::string operator/(const std::string& name) const { return path + "/" + name; }
+    /// Writes the file `name` and gives its path.
+    std::string put(const std::string& name, const std::string& bytes) const;
+
+    std::string path;
+};
+
+std::string content_of(const std::string& file);
+bool holds(const std::string& text, const std::string& part);
+std::string replaced(std::string text, const std::string& word, const std::string& by);
+
+struct Outcome {
+    int status;       ///< the exit code, or minus the signal that ended the command
+    std::string out;  ///< a terminal's: everything that it showed
+    std::string err;
+    bool echoes = true;  ///< whether the terminal echoes in the end
+};
+
+using Arguments = std::vector<std::string>;
+
+struct Surroundings {
+    std::string input = {};        ///< what standard input holds
+    std::string output_file = {};  ///< where standard output goes instead of into the outcome
+    std::string folder = {};       ///< the working folder
+    /// Traces the process, which stopped at exec, to its end and gives its wait status.
+    std::function<int(pid_t)> tracer = {};
+};
+
+/// Runs the command, its standard streams no terminal.
+Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
+
+/// The command at work on a terminal.
+class Terminal {
+  public:
+    explicit Terminal(const Arguments& arguments, const std::string& no_colour = "");
+    /// Waits until the terminal has shown `text` once more; a failure when it never does.
+    void expect(const std::string& text);
+    void type(const std::string& text) const;
+    Outcome finish();
+
+  private:
+    bool read_more();
+
+    int master_ = -1;
+    pid_t id_;
+    std::string shown_;
+    std::size_t expected_to_ = 0;
+};

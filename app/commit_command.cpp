@@ -22,11 +22,12 @@ bool is_confirmed(std::size_t warnings) {
     return answer == "y" || answer == "Y" || answer == "yes";
 }
 
-void report_commit(const std::string& running, const std::string& candidate) {
+/// Prints `text`; when that fails, says what the running configuration is by then.
+void print_beside(const std::string& running, const char* state, const std::string& text) {
     try {
-        print("committed: " + running + " is now " + candidate + "\n");
+        print(text);
     } catch (const CannotJudge& error) {
-        throw CannotJudge(running + ": the new configuration is in its place, but " + error.what());
+        throw CannotJudge(running + ": " + state + ", but " + error.what());
     }
 }
 
@@ -46,7 +47,7 @@ int run_commit(const JudgeOptions& options) {
         running = configuration_from_bytes(options.running, std::move(*bytes));
     }
     const std::vector<Report> reports = {checker.check(candidate, checker.read_running(running))};
-    print(format_reports(reports, options));
+    print_beside(options.running, "it is as it was", format_reports(reports, options));
     const int result = exit_code(reports, options.accept_warnings);
     if (result == kExitErrors) {
         return result;
@@ -56,7 +57,8 @@ int run_commit(const JudgeOptions& options) {
     }
     lock.replace_file(candidate.bytes);
     if (options.format == "text" && !options.quiet) {
-        report_commit(options.running, candidate.name);
+        print_beside(options.running, "the new configuration is in its place",
+                     "committed: " + options.running + " is now " + candidate.name + "\n");
     }
     return kExitClean;
 }

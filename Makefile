@@ -3,8 +3,8 @@ BUILD ?= build
 JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
-.PHONY: help build test demo install package check-package lint format coverage check-deep rules-doc check-docs bench \
-        bench-instructions bench-report build-bench clean
+.PHONY: help build test demo install package check-package check-abi abi lint format coverage \
+        check-deep rules-doc check-docs bench bench-instructions bench-report build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
@@ -46,6 +46,17 @@ package: deps-build deps-package
 ## make check-package       install, use and remove the package in a clean root (needs root)
 check-package: deps-build deps-package
 	scripts/package-test.sh build-package
+
+PLUGIN = $(shell find $(BUILD) -name libvrrp_valid.so -type f | head -1)
+
+## make check-abi           compare the plug-in's entries with the kept interface, src/libvrrp_valid.abi
+check-abi: build deps-package
+	abidiff src/libvrrp_valid.abi $(PLUGIN)
+
+## make abi                 keep the interface anew, after a change that was meant
+abi: build deps-package
+	abidw --no-corpus-path --exported-interfaces-only --no-show-locs --no-comp-dir-path \
+	  $(PLUGIN) > src/libvrrp_valid.abi
 
 ## make coverage            line and branch coverage of src/
 coverage: deps-build deps-deep

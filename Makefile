@@ -47,7 +47,7 @@ package: deps-build deps-package
 check-package: deps-build deps-package
 	scripts/package-test.sh build-package
 
-PLUGIN = $(shell find $(BUILD) -name libvrrp_valid.so -type f | head -1)
+PLUGIN = $(BUILD)/lib/vrrp-valid/libvrrp_valid.so
 
 ## make check-abi           compare the plug-in's entries with the kept interface, src/libvrrp_valid.abi
 check-abi: build deps-package

@@ -16,6 +16,10 @@ add_compile_options(
 add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack -Wl,--as-needed)
 
 set(VRRP_VALID_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+option(VRRP_VALID_FUZZ "Build the fuzz targets; Clang only" OFF)
+if(VRRP_VALID_FUZZ)
+  set(VRRP_VALID_SANITIZE fuzzer-no-link,address,undefined)
+endif()
 if(VRRP_VALID_SANITIZE)
   add_compile_options(-fsanitize=${VRRP_VALID_SANITIZE} -fno-sanitize-recover=all
     -fno-omit-frame-pointer -U_FORTIFY_SOURCE)

@@ -11,7 +11,7 @@ thread_local std::array<char, kLastErrorSize> last_error{};
 
 }  // namespace
 
-thread_local const CallHook* current_hook = nullptr;
+__thread const CallHook* current_hook = nullptr;
 
 ScopedCallHook::ScopedCallHook(CallHook hook) : hook_(std::move(hook)), outer_(current_hook) {
     current_hook = &hook_;

@@ -8,8 +8,9 @@
 namespace local_platform {
 
 /// The calling thread's innermost hook. Initial-exec, since every operation looks at it: the
-/// library is loaded with the program, so there is room for it in the static TLS block.
-extern thread_local const CallHook* current_hook
+/// library is loaded with the program, so there is room for it in the static TLS block. __thread,
+/// since Clang gives an extern thread_local an initialiser that no library can link.
+extern __thread const CallHook* current_hook
     __attribute__((tls_model("initial-exec"), visibility("hidden")));
 
 /// Notes `reason`, cut to a fixed length, as the calling thread's last failure; returns CONFD_ERR.

@@ -26,7 +26,7 @@ may_include app platform/include app
 
 # The plug-in names the platform in one file, and never its control side.
 named=$(grep -rlE '#include <(confd_|qelconfd|nettypes/|local_)' src)
-if [ "$named" != src/lib/platform.h ] || grep -qE 'local_(platform|host)' -r src; then
+if [ "$named" != src/lib/platform.h ] || grep -rqE --include='*.h' --include='*.cpp' 'local_(platform|host)' src; then
   printf 'the plug-in names the platform in: %s\n' "$named"
   failed=1
 fi

@@ -28,7 +28,7 @@ run_tests tsan -R Concurrency
 step "valgrind"
 # Death tests end in abort and the sweeps repeat what the sanitizers saw: neither tells valgrind more.
 valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
-  "$(find build-dev -name unit_tests -type f)" --gtest_brief=1 \
+  build-dev/bin/unit_tests --gtest_brief=1 \
   --gtest_filter='-*Assertion*:*DeathTest*:*AllocationSweep*:*Concurrency*'
 valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
   build-dev/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json

@@ -25,8 +25,8 @@ demo: build
 	@scripts/demo.sh $(VRRP_VALID)
 
 ## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint
-lint: deps-lint build
-	scripts/lint.sh $(BUILD)
+lint: deps-build deps-lint deps-bench
+	scripts/lint.sh
 
 ## make format              clang-format every source in place
 format: deps-lint

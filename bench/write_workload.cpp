@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <string>
 
 #include "key_file.h"
 #include "workload.h"
@@ -13,7 +14,7 @@ int main(int argc, char** argv) {
     }
     const std::string folder = argv[2];
     make_key_file(folder + "/key");
-    const Workload workload = make_workload(std::atoi(argv[1]), read_key_file(folder + "/key"));
+    const Workload workload = make_workload(std::stoi(argv[1]), read_key_file(folder + "/key"));
     std::ofstream(folder + "/candidate.json") << workload.candidate;
     std::ofstream(folder + "/running.json") << workload.running;
 }

@@ -23,8 +23,8 @@ QelConfdInterface* qelconfd_instance_get(qelconfd_t* handle);
 /// A CDB session on one datastore, open for the lifetime of the object.
 class QelConfdCdbSessionBase {
   public:
-    /// Opens the session. `flag` is the host's own. Without an instance Socket() is negative. Throws
-    /// when the process has too many sockets open.
+    /// Opens the session. `flag` is the host's own. Without an instance Socket() is negative.
+    /// Throws when the process has too many sockets open.
     QelConfdCdbSessionBase(QelConfdInterface* iface, cdb_db_type db, bool flag);
     virtual ~QelConfdCdbSessionBase();
     QelConfdCdbSessionBase(const QelConfdCdbSessionBase&) = delete;

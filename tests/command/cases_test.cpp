@@ -1,18 +1,19 @@
 /// Runs every case of cases.json in a folder of its own: "arguments"; "files" of the folder, where
 /// "@file" stands for a file's content and "vlan10" for what the case gives for it; "input" and
-/// "output", of the standard streams; "answers", on a terminal: what to wait for, and what to type.
-/// It ends with "status", minus the signal that ended it; "shows" and "hides" parts of what it
-/// says, and "leaves" files. $DIR stands for the folder, $EXAMPLES, $LIB and $YANG for the project's.
-/// What cannot be judged, status 2, is told in one line on standard error and nothing else.
-#include <gtest/gtest.h>
+/// "output", of the standard streams; "answers", on a terminal: what to wait for and what to type.
+/// It ends with "status", minus the signal that ended it, "shows", in this order, and "hides" parts
+/// of what it says, and "leaves" files. $DIR is the folder; what cannot be judged, status 2, is
+/// told in one line on standard error and nothing else.
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <map>
 #include <nlohmann/json.hpp>
 
 #include "command.h"
 
 using nlohmann::json;
+namespace fs = std::filesystem;
 using Texts = std::map<std::string, std::string>;
 
 namespace {
@@ -33,16 +34,9 @@ Outcome run_case(const json& row, const Folder& folder) {
     }
     Terminal terminal(arguments, row.value("no_colour", ""));
     for (const json& answer : row["answers"]) {
-        terminal.expect(answer[0]);
-        terminal.type(answer[1]);
+        terminal.answer(answer[0], answer[1]);
     }
     return terminal.finish();
-}
-
-void expect_one_complaint(const Outcome& outcome) {
-    EXPECT_EQ(outcome.out, "");
-    EXPECT_EQ(outcome.err.find("vrrp-valid: "), 0U);
-    EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
 }
 
 }  // namespace
@@ -62,7 +56,9 @@ TEST(Command, DoesWhatEachCaseSays) {
         SCOPED_TRACE(row["case"].get<std::string>() + ": " + written);
         EXPECT_EQ(outcome.status, row["status"]);
         if (outcome.status == 2 && !row.contains("answers")) {
-            expect_one_complaint(outcome);
+            EXPECT_EQ(outcome.out, "");
+            EXPECT_EQ(outcome.err.find("vrrp-valid: "), 0U);
+            EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1);
         }
         std::size_t at = 0;
         for (const std::string& part : row.value("shows", Arguments())) {
@@ -75,5 +71,60 @@ TEST(Command, DoesWhatEachCaseSays) {
             EXPECT_EQ(content_of(folder / name), bytes(content));
         }
         EXPECT_TRUE(outcome.echoes);
+    }
+}
+
+TEST(Command, FindsWhatEachExampleSays) {
+    const Folder folder;
+    ASSERT_EQ(run({"keygen", folder / "key"}).status, 0);
+    for (const auto& example : fs::directory_iterator(VRRP_VALID_EXAMPLES "/messages")) {
+        SCOPED_TRACE(example.path());
+        const json expected = json::parse(content_of(example.path() / "expected.json"));
+        Arguments arguments = expected["arguments"];
+        std::replace(arguments.begin(), arguments.end(), std::string("KEY"), folder / "key");
+        if (fs::exists(example.path() / "running.json")) {
+            arguments.insert(arguments.end(), {"--running", example.path() / "running.json"});
+        }
+        const bool is_xml = fs::exists(example.path() / "candidate.xml");
+        arguments.push_back(example.path() / (is_xml ? "candidate.xml" : "candidate.json"));
+        arguments.insert(arguments.begin(), {"check", "--format", "json"});
+
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(outcome.status, expected["exit"]) << outcome.err;
+        const json report = json::parse(outcome.out);
+        EXPECT_EQ(report["candidate"], arguments.back());
+        EXPECT_EQ(report["valid"], expected["exit"] != 1);
+        EXPECT_GE(report["requests"], 7);
+        EXPECT_EQ(report["findings"], expected["findings"]);
+        EXPECT_EQ(report.size(), 4U);
+    }
+    EXPECT_GE(std::distance(fs::directory_iterator(VRRP_VALID_EXAMPLES "/messages"), {}), 22);
+}
+
+TEST(Command, JudgesPasswordsInClearWithTheirKeyOnly) {
+    const Folder folder;
+    umask(0);
+    for (const char* const name : {"key", "other"}) {
+        EXPECT_EQ(run({"keygen", folder / name}).status, 0);
+        EXPECT_EQ(fs::status(folder / name).permissions(), fs::perms(0600));
+    }
+    const std::string key = content_of(folder / "key").substr(15, 64);
+    const std::string in_clear =
+        content_of(VRRP_VALID_EXAMPLES "/messages/password-in-clear/candidate.json");
+    for (const std::string password : {"Se!&\"% x", "s3cretPwd", "äöüß", "äöüß3"}) {
+        for (const std::string made_with : {"key", "other"}) {
+            const bool is_refused = password.size() > 8 || made_with == "other";
+            const Arguments encrypt = {"encrypt", "--key-file", folder / made_with};
+            const Outcome made = run(encrypt, {password + "\nnot this\n"});
+            EXPECT_EQ(made.status, 0) << made.err;
+            EXPECT_NE(made.out, run(encrypt, {password}).out) << "a nonce was used twice";
+            const std::string text = made.out.substr(0, made.out.find('\n'));
+            const std::string candidate = folder.put("file", replaced(in_clear, "changeme", text));
+            const Outcome judged = run({"check", "--key-file", folder / "key", candidate});
+            EXPECT_EQ(judged.status, is_refused ? 1 : 0) << judged.out;
+            EXPECT_EQ(holds(judged.out, "bad length/size."), is_refused) << judged.out;
+            const std::string shown = made.out + made.err + judged.out + judged.err;
+            EXPECT_FALSE(holds(shown, password) || holds(shown, key)) << shown;
+        }
     }
 }

@@ -1,15 +1,11 @@
 #include "command.h"
 
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <pty.h>
-#include <sys/mman.h>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -25,18 +21,6 @@ namespace {
     _exit(127);
 }
 
-int memory_file(const std::string& content = "") {
-    const int file = memfd_create("stream", MFD_CLOEXEC);
-    EXPECT_EQ(pwrite(file, content.data(), content.size(), 0), static_cast<int>(content.size()));
-    return file;
-}
-
-std::string take_content(int file) {
-    std::string content = content_of("/proc/self/fd/" + std::to_string(file));
-    close(file);
-    return content;
-}
-
 int wait_for(pid_t process) {
     int status = 0;
     EXPECT_EQ(waitpid(process, &status, 0), process);
@@ -48,14 +32,6 @@ int exit_code(int status) {
 }
 
 }  // namespace
-
-Folder::Folder() : path(testing::TempDir() + "vrrp-valid-XXXXXX") {
-    EXPECT_NE(mkdtemp(path.data()), nullptr);
-}
-
-Folder::~Folder() {
-    std::filesystem::remove_all(path);
-}
 
 std::string Folder::put(const std::string& name, const std::string& bytes) const {
     std::ofstream(*this / name, std::ios::binary) << bytes;
@@ -79,16 +55,17 @@ std::string replaced(std::string text, const std::string& word, const std::strin
 }
 
 Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
-    const int in = memory_file(surroundings.input);
-    const int out = memory_file();
-    const int err = memory_file();
+    const Folder streams;
+    const std::string in = streams.put("in", surroundings.input);
+    const std::string out = streams.put("out", "");
+    const std::string err = streams.put("err", "");
     const std::string& file = surroundings.output_file;
     const pid_t process = fork();
     if (process == 0) {
-        dup2(in, STDIN_FILENO);
-        dup2(file.empty() ? out : open(file.c_str(), O_WRONLY), STDOUT_FILENO);
-        dup2(err, STDERR_FILENO);
-        if (!surroundings.folder.empty() && chdir(surroundings.folder.c_str()) != 0) {
+        if (freopen(in.c_str(), "r", stdin) == nullptr ||
+            freopen(err.c_str(), "w", stderr) == nullptr ||
+            freopen((file.empty() ? out : file).c_str(), "w", stdout) == nullptr ||
+            chdir(surroundings.folder.c_str()) != 0) {
             _exit(127);
         }
         if (surroundings.tracer) {
@@ -97,10 +74,9 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
         }
         execute(arguments);
     }
-    close(in);
     const int status = wait_for(process);
     const int end = surroundings.tracer ? surroundings.tracer(process) : status;
-    return {exit_code(end), take_content(out), take_content(err)};
+    return {exit_code(end), content_of(out), content_of(err)};
 }
 
 Terminal::Terminal(const Arguments& arguments, const std::string& no_colour)
@@ -111,15 +87,12 @@ Terminal::Terminal(const Arguments& arguments, const std::string& no_colour)
     }
 }
 
-void Terminal::expect(const std::string& text) {
-    while (shown_.find(text, expected_to_) == std::string::npos) {
-        ASSERT_TRUE(read_more()) << "never showed \"" << text << "\": " << shown_;
+void Terminal::answer(const std::string& question, const std::string& answer) {
+    while (shown_.find(question, answered_) == std::string::npos) {
+        ASSERT_TRUE(read_more()) << "never asked \"" << question << "\": " << shown_;
     }
-    expected_to_ = shown_.find(text, expected_to_) + text.size();
-}
-
-void Terminal::type(const std::string& text) const {
-    EXPECT_EQ(write(master_, text.data(), text.size()), static_cast<int>(text.size()));
+    answered_ = shown_.find(question, answered_) + question.size();
+    EXPECT_EQ(write(master_, answer.data(), answer.size()), static_cast<int>(answer.size()));
 }
 
 Outcome Terminal::finish() {

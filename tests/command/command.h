@@ -1,22 +1,23 @@
 /// Runs the installed command as an operator, a pipeline or a debugger does.
 #pragma once
 
-#include <sys/types.h>
+#include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
 
 /// A folder of one test's own, removed when it goes.
 struct Folder {
-    Folder();
+    Folder() { EXPECT_NE(mkdtemp(path.data()), nullptr); }
     Folder(const Folder&) = delete;
-    ~Folder();
+    ~Folder() { std::filesystem::remove_all(path); }
     std::string operator/(const std::string& name) const { return path + "/" + name; }
     /// Writes the file `name` and gives its path.
     std::string put(const std::string& name, const std::string& bytes) const;
 
-    std::string path;
+    std::string path = testing::TempDir() + "vrrp-valid-XXXXXX";
 };
 
 std::string content_of(const std::string& file);
@@ -35,7 +36,7 @@ using Arguments = std::vector<std::string>;
 struct Surroundings {
     std::string input = {};        ///< what standard input holds
     std::string output_file = {};  ///< where standard output goes instead of into the outcome
-    std::string folder = {};       ///< the working folder
+    std::string folder = ".";      ///< the working folder
     /// Traces the process, which stopped at exec, to its end and gives its wait status.
     std::function<int(pid_t)> tracer = {};
 };
@@ -47,9 +48,8 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
 class Terminal {
   public:
     explicit Terminal(const Arguments& arguments, const std::string& no_colour = "");
-    /// Waits until the terminal has shown `text` once more; a failure when it never does.
-    void expect(const std::string& text);
-    void type(const std::string& text) const;
+    /// Types `answer` once the terminal has shown `question` again; a failure when it never does.
+    void answer(const std::string& question, const std::string& answer);
     Outcome finish();
 
   private:
@@ -58,5 +58,5 @@ class Terminal {
     int master_ = -1;
     pid_t id_;
     std::string shown_;
-    std::size_t expected_to_ = 0;
+    std::size_t answered_ = 0;
 };

@@ -9,27 +9,8 @@
 #include "report_format.h"
 
 using local_platform::DataTree;
-using local_platform::SchemaNode;
 
 namespace {
-
-void collect_selectors(const YangModel& model, const SchemaNode& node,
-                       std::vector<std::string>& selectors) {
-    for (const ValidationUse& use : model.uses(node)) {
-        if (std::find(selectors.begin(), selectors.end(), use.selector) == selectors.end()) {
-            selectors.push_back(use.selector);
-        }
-    }
-    for (const SchemaNode& child : node.children) {
-        collect_selectors(model, child, selectors);
-    }
-}
-
-std::vector<std::string> selectors_of(const YangModel& model) {
-    std::vector<std::string> selectors;
-    collect_selectors(model, *model.schema(), selectors);
-    return selectors;
-}
 
 /// A selector that the model does not use would make a check that can only pass.
 void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
@@ -72,7 +53,7 @@ Checker::Checker(const JudgeOptions& options)
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
       selectors_(options.selectors.begin(), options.selectors.end()) {
-    require_known(selectors_, selectors_of(model_));
+    require_known(selectors_, model_.selectors());
 }
 
 Running Checker::read_running(const std::optional<ConfigurationFile>& file) const {
@@ -83,7 +64,7 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     Report report;
     report.candidate = candidate.name;
     report.running = running.name;
-    for (const std::string& selector : selectors_of(model_)) {
+    for (const std::string& selector : model_.selectors()) {
         if (selectors_.empty() || selectors_.count(selector) > 0) {
             report.selectors.push_back(selector);
         }

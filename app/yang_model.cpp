@@ -73,6 +73,18 @@ void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& bu
     }
 }
 
+void collect_selectors(const YangModel& model, const SchemaNode& node,
+                       std::vector<std::string>& selectors) {
+    for (const ValidationUse& use : model.uses(node)) {
+        if (std::find(selectors.begin(), selectors.end(), use.selector) == selectors.end()) {
+            selectors.push_back(use.selector);
+        }
+    }
+    for (const SchemaNode& child : node.children) {
+        collect_selectors(model, child, selectors);
+    }
+}
+
 Input open_input(const ConfigurationFile& file) {
     ly_in* input = nullptr;
     if (ly_in_new_memory(file.data.c_str(), &input) != LY_SUCCESS) {
@@ -128,6 +140,12 @@ const std::vector<ValidationUse>& YangModel::uses(const SchemaNode& node) const 
     static const std::vector<ValidationUse> kNone;
     const auto found = uses_.find(&node);
     return found == uses_.end() ? kNone : found->second;
+}
+
+std::vector<std::string> YangModel::selectors() const {
+    std::vector<std::string> selectors;
+    collect_selectors(*this, *schema_, selectors);
+    return selectors;
 }
 
 DataTree YangModel::read(const ConfigurationFile& file) const {

@@ -22,6 +22,9 @@ class YangModel {
     /// The uses on `node`, in the model's order.
     const std::vector<ValidationUse>& uses(const local_platform::SchemaNode& node) const;
 
+    /// The selectors of all uses, in the model's order, each once.
+    std::vector<std::string> selectors() const;
+
     /// The configuration in `file` as a tree. Throws CannotJudge when the model does not allow it.
     local_platform::DataTree read(const ConfigurationFile& file) const;
 

@@ -2,8 +2,6 @@
 
 #include <fstream>
 
-#include "yang_model.h"
-
 using namespace local_platform;
 
 namespace {
@@ -118,10 +116,14 @@ const CryptoKey& test_key() {
     return key;
 }
 
-DataTree make_tree(const Lines& lines) {
+const YangModel& test_model() {
     static const YangModel model(TEST_YANG_DIR);
+    return model;
+}
+
+DataTree make_tree(const Lines& lines) {
     const std::string mark = "encrypt(";
-    TreeBuilder builder(model.schema());
+    TreeBuilder builder(test_model().schema());
     for (const std::string& line : lines) {
         const std::size_t path_end = std::min(line.find(" = "), line.size());
         std::string value = path_end == line.size() ? "" : line.substr(path_end + 3);

@@ -8,6 +8,7 @@
 
 #include "local_host.h"
 #include "vrrp_valid.h"
+#include "yang_model.h"
 
 using Lines = std::vector<std::string>;
 
@@ -23,6 +24,9 @@ std::string test_data(const std::string& name);
 
 /// A row a line, written out, its columns parted by "|". One that ends in ";" goes on in the next.
 std::vector<Lines> table(std::string_view text);
+
+/// The model in yang/.
+const YangModel& test_model();
 
 /// A tree of "path" or "path = value"; a value `encrypt(text)` is encrypted with test_key().
 local_platform::DataTree make_tree(const Lines& lines);

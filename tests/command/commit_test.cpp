@@ -9,7 +9,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <climits>
 #include <csignal>
 #include <iostream>
 #include <set>
@@ -27,9 +26,10 @@ const gid_t kGroup = geteuid() == 0 ? 1 : getegid();  // another one where that 
 /// What becomes of a system call: kLetThrough, kKill, or the error it fails with, not being made.
 using Decide = std::function<int(long number)>;
 
-/// Their first argument is a small number, but no descriptor.
-const std::set<long> kByNumber = {SYS_rt_sigaction, SYS_rt_sigprocmask, SYS_clock_gettime,
-                                  SYS_exit_group};
+/// No file is behind their arguments, whatever these look like.
+const std::set<long> kUnrelated = {SYS_rt_sigaction, SYS_rt_sigprocmask, SYS_clock_gettime,
+                                   SYS_exit_group,   SYS_mmap,           SYS_munmap,
+                                   SYS_mprotect,     SYS_madvise};
 /// Nothing hangs on their success.
 const std::set<long> kHarmless = {SYS_close, SYS_ioctl, SYS_unlinkat};
 
@@ -37,7 +37,7 @@ const std::string kOld = "{}" + std::string(70000, ' ');
 const std::string kNew = "{}" + std::string(80000, '\n');
 
 std::string text_at(pid_t process, unsigned long long address) {
-    std::string bytes(PATH_MAX, '\0');
+    std::string bytes(256, '\0');
     const iovec local{bytes.data(), bytes.size()};
     const iovec remote{reinterpret_cast<void*>(address), bytes.size()};
     process_vm_readv(process, &local, 1, &remote, 1, 0);
@@ -46,10 +46,12 @@ std::string text_at(pid_t process, unsigned long long address) {
 
 /// A call names what it touches by a descriptor, by a path, or by a descriptor and then a path.
 bool touches(pid_t process, const user_regs_struct& call, const std::string& folder) {
+    if (kUnrelated.count(static_cast<long>(call.orig_rax)) == 1) {
+        return false;
+    }
     const std::string descriptor = std::to_string(process) + "/fd/" + std::to_string(call.rdi);
     std::error_code none;
-    return (kByNumber.count(static_cast<long>(call.orig_rax)) == 0 &&
-            holds(fs::read_symlink("/proc/" + descriptor, none), folder)) ||
+    return holds(fs::read_symlink("/proc/" + descriptor, none), folder) ||
            text_at(process, call.rdi).find(folder) == 0 ||
            text_at(process, call.rsi).find(folder) == 0;
 }

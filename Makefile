@@ -18,7 +18,7 @@ build: deps-build $(BUILD)/build.ninja
 
 ## make test                build, and run every test
 test: build
-	ctest --test-dir $(BUILD) --output-on-failure --parallel $(JOBS)
+	ctest --test-dir $(BUILD) --no-tests=error --output-on-failure --parallel $(JOBS)
 
 ## make demo                build, and see configurations accepted and refused
 demo: build

@@ -15,7 +15,7 @@ build() {
 run_tests() {
   build "$1"
   step "$1: test"
-  ctest --test-dir "build-$1" --output-on-failure --parallel "$(nproc)" | tail -4
+  ctest --test-dir "build-$1" --no-tests=error --output-on-failure --parallel "$(nproc)" | tail -4
 }
 
 # GCC with optimisation is what `make test` builds.

@@ -46,14 +46,12 @@ std::string text_at(pid_t process, unsigned long long address) {
 
 /// A call names what it touches by a descriptor, by a path, or by a descriptor and then a path.
 bool touches(pid_t process, const user_regs_struct& call, const std::string& folder) {
-    if (kUnrelated.count(static_cast<long>(call.orig_rax)) == 1) {
-        return false;
-    }
     const std::string descriptor = std::to_string(process) + "/fd/" + std::to_string(call.rdi);
     std::error_code none;
-    return holds(fs::read_symlink("/proc/" + descriptor, none), folder) ||
-           text_at(process, call.rdi).find(folder) == 0 ||
-           text_at(process, call.rsi).find(folder) == 0;
+    return kUnrelated.count(static_cast<long>(call.orig_rax)) == 0 &&
+           (holds(fs::read_symlink("/proc/" + descriptor, none), folder) ||
+            text_at(process, call.rdi).find(folder) == 0 ||
+            text_at(process, call.rsi).find(folder) == 0);
 }
 
 /// A tracer that asks `decide` before every system call that touches `folder`.

@@ -6,8 +6,8 @@
 #include <stdexcept>
 
 #include "bare_calls.h"
-#include "install_layout.h"
-#include "judge.h"
+#include "checking/rule_walk.h"
+#include "commands/install_layout.h"
 #include "must_model.h"
 #include "round_trip.h"
 #include "tables.h"
@@ -94,7 +94,7 @@ struct CheckBenchmarks {
         const std::string size = "/" + std::to_string(instances);
         const auto check = [this, &model, &host] {
             Report report;
-            run_judge({model, host, {}, {}}, transaction, report);
+            walk_candidate({model, host, {}, {}}, transaction, report);
             require(report.findings.empty(), "the plug-in refuses the workload");
             return report.requests;
         };

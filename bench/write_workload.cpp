@@ -4,7 +4,7 @@
 #include <iostream>
 #include <string>
 
-#include "key_file.h"
+#include "files/key_file.h"
 #include "workload.h"
 
 int main(int argc, char** argv) {

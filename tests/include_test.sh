@@ -4,12 +4,15 @@ set -euo pipefail
 cd "$1"
 failed=0
 
-# The quoted includes of FOLDER must be of the headers in the folders after it.
+# The quoted includes of FOLDER must be of the headers in the folders after it, by their names below ROOT
+# for "ROOT:FOLDER".
 may_include() {
-  local folder=$1 allowed found
+  local folder=$1 allowed found place
   shift
-  allowed=$(find "$@" -name '*.h' -printf '%P\n' | sort -u)
-  found=$(grep -rhoP '^#include "\K[^"]+' "$folder" | sort -u)
+  allowed=$(for place in "$@"; do
+    (cd "${place%:*}" && find "$([[ $place == *:* ]] && echo "${place#*:}" || echo .)" -name '*.h')
+  done | sed 's|^\./||' | sort -u)
+  found=$({ grep -rhoP '^#include "\K[^"]+' "$folder" || true; } | sort -u)
   local forbidden
   forbidden=$(comm -23 <(printf '%s\n' "$found") <(printf '%s\n' "$allowed"))
   if [ -n "$forbidden" ]; then
@@ -22,7 +25,15 @@ may_include src src/lib src/config_valid
 may_include platform/nettypes platform/include
 may_include platform/confd platform/include platform/confd
 may_include platform/qelconfd platform/include platform/qelconfd
-may_include app platform/include app
+
+# The command's rooms, each above those that it may look into.
+rooms=()
+for room in errors files terminal configuration checking reports commands; do
+  rooms+=("app:$room")
+  may_include "app/$room" platform/include "${rooms[@]}"
+done
+[ "$(find app -mindepth 1 -maxdepth 1 -type d ! -name completion | wc -l)" -eq "${#rooms[@]}" ] ||
+  { echo "a room of app/ is in no order"; failed=1; }
 
 # The plug-in names the platform in one file, and never its control side.
 named=$(grep -rlE '#include <(confd_|qelconfd|nettypes/|local_)' src)

@@ -1,17 +1,17 @@
 // What is configuration data in a NETCONF document.
-#include "netconf_envelope.h"
+#include "configuration/netconf_envelope.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "cannot_judge.h"
+#include "errors/cannot_check.h"
 
 namespace {
 
 const std::string kBase = "urn:ietf:params:xml:ns:netconf:base:1.0";
 
-/// `text` with BASE for the namespace, judged and without the blanks that stand where an envelope
+/// `text` with BASE for the namespace, checked and without the blanks that stand where an envelope
 /// stood.
 std::string data_in(std::string text) {
     const std::size_t base = text.find("BASE");
@@ -51,7 +51,7 @@ TEST(Envelope, IsLeftToTheParserWhenItIsNot) {
 }
 
 TEST(Envelope, WithOtherNamespacesIsRefused) {
-    EXPECT_THROW(data_in("<data xmlns=\"BASE\" xmlns:i=\"urn:i\"><i:a/></data>"), CannotJudge);
+    EXPECT_THROW(data_in("<data xmlns=\"BASE\" xmlns:i=\"urn:i\"><i:a/></data>"), CannotCheck);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // Reports as they are read.
 #include <gmock/gmock.h>
 
-#include "checker.h"
-#include "output.h"
-#include "report_format.h"
+#include "commands/exit_code.h"
+#include "reports/report_format.h"
+#include "terminal/output.h"
 
 using testing::HasSubstr;
 
@@ -48,8 +48,9 @@ TEST(Reports, SumUpSeveralCandidatesAsText) {
     for (const char* const part :
          {"error: a <\"&>\n    no <good> & \"bad\"\n    at /a{<\"&>} (first)\n",
           "warning: a b\n    take care\n    running: c 1\n    at /a{b} (first)\n",
-          "both: 1 error, 1 warning in 3 requests, judged against an empty running configuration\n",
-          "broken: not judged\n"}) {
+          "both: 1 error, 1 warning in 3 requests, checked against an empty running "
+          "configuration\n",
+          "broken: not checked\n"}) {
         EXPECT_THAT(text, HasSubstr(part));
     }
     EXPECT_THAT(text, testing::EndsWith("3 candidates: 1 error, 2 warnings in 9 requests\n"));

@@ -2,7 +2,7 @@
 /// "@file" stands for a file's content and "vlan10" for what the case gives for it; "input" and
 /// "output", of the standard streams; "answers", on a terminal: what to wait for and what to type.
 /// It ends with "status", minus the signal that ended it, "shows", in this order, and "hides" parts
-/// of what it says, and "leaves" files. $DIR is the folder; what cannot be judged, status 2, is
+/// of what it says, and "leaves" files. $DIR is the folder; what cannot be checked, status 2, is
 /// told in one line on standard error and nothing else.
 #include <fnmatch.h>
 #include <sys/stat.h>
@@ -103,7 +103,7 @@ TEST(Command, FindsWhatEachExampleSays) {
     EXPECT_GE(std::distance(fs::directory_iterator(VRRP_VALID_EXAMPLES "/messages"), {}), 22);
 }
 
-TEST(Command, JudgesPasswordsInClearWithTheirKeyOnly) {
+TEST(Command, ChecksPasswordsInClearWithTheirKeyOnly) {
     const Folder folder;
     umask(0);
     for (const char* const name : {"key", "other"}) {
@@ -122,10 +122,10 @@ TEST(Command, JudgesPasswordsInClearWithTheirKeyOnly) {
             EXPECT_NE(made.out, run(encrypt, {password}).out) << "a nonce was used twice";
             const std::string text = made.out.substr(0, made.out.find('\n'));
             const std::string candidate = folder.put("file", replaced(in_clear, "changeme", text));
-            const Outcome judged = run({"check", "--key-file", folder / "key", candidate});
-            EXPECT_EQ(judged.status, is_refused ? 1 : 0) << judged.out;
-            EXPECT_EQ(holds(judged.out, "bad length/size."), is_refused) << judged.out;
-            const std::string shown = made.out + made.err + judged.out + judged.err;
+            const Outcome checked = run({"check", "--key-file", folder / "key", candidate});
+            EXPECT_EQ(checked.status, is_refused ? 1 : 0) << checked.out;
+            EXPECT_EQ(holds(checked.out, "bad length/size."), is_refused) << checked.out;
+            const std::string shown = made.out + made.err + checked.out + checked.err;
             EXPECT_FALSE(holds(shown, password) || holds(shown, key)) << shown;
         }
     }

@@ -175,7 +175,7 @@ TEST(Commit, ConcurrentOnesEndOneAfterTheOther) {
     Terminal first({"commit", "--running", running, elsewhere.put("one", candidate)});
     first.answer("[y/N] ", "");
     // The second one comes as far as the lock, or past where it should be, before the first one
-    // goes on. It has nothing to warn of only when it is judged against what the first one leaves.
+    // goes on. It has nothing to warn of only when it is checked against what the first one leaves.
     bool went_on = false;
     const Decide go_on_at_lock = [&](long number) {
         if ((number == SYS_flock || number == SYS_close) && !std::exchange(went_on, true)) {

@@ -1,6 +1,6 @@
-/// Any bytes as a candidate, against itself and against nothing: judged to the end, or refused.
-#include "cannot_judge.h"
-#include "judge.h"
+/// Any bytes as a candidate, against itself and against nothing: checked to the end, or refused.
+#include "checking/rule_walk.h"
+#include "errors/cannot_check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t size) {
     static const YangModel model(VRRP_VALID_YANG_DIR);
@@ -9,9 +9,10 @@ extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t size) {
         const auto tree = model.read(configuration_from_bytes("file", std::string(bytes, size)));
         for (const auto& running : {tree, local_platform::DataTree(model.schema())}) {
             Report report;
-            run_judge({model, host, {}, {}}, {tree, running, local_platform::CryptoKey()}, report);
+            walk_candidate({model, host, {}, {}}, {tree, running, local_platform::CryptoKey()},
+                           report);
         }
-    } catch (const CannotJudge&) {
+    } catch (const CannotCheck&) {
         // Refused.
     }
     return 0;

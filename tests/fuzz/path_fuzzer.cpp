@@ -1,6 +1,6 @@
 /// Any text as a path, and as the key of an entry whose path must lead back to it.
 #include "confd_maapi.h"
-#include "yang_model.h"
+#include "configuration/yang_model.h"
 
 using namespace local_platform;
 

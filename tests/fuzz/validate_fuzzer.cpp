@@ -2,9 +2,9 @@
 /// most one message for each.
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include "configuration/yang_model.h"
 #include "local_host.h"
 #include "vrrp_valid.h"
-#include "yang_model.h"
 
 using namespace local_platform;
 

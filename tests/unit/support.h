@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "configuration/yang_model.h"
 #include "local_host.h"
 #include "vrrp_valid.h"
-#include "yang_model.h"
 
 using Lines = std::vector<std::string>;
 

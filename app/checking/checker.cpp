@@ -1,0 +1,54 @@
+#include "checking/checker.h"
+
+#include <algorithm>
+
+#include "errors/cannot_check.h"
+#include "files/key_file.h"
+#include "terminal/progress.h"
+
+using local_platform::DataTree;
+
+namespace {
+
+/// A selector that the model does not use would make a check that can only pass.
+void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
+    for (const std::string& selector : wanted) {
+        if (std::find(known.begin(), known.end(), selector) == known.end()) {
+            throw CannotCheck("--rule " + selector +
+                              ": the model uses no such rule; vrrp-valid rules lists them");
+        }
+    }
+}
+
+}  // namespace
+
+Checker::Checker(const CheckerOptions& options)
+    : model_(options.yang_dir),
+      host_(options.plugin_file),
+      key_(options.key_file.empty() ? std::nullopt
+                                    : std::optional(read_key_file(options.key_file))),
+      selectors_(options.selectors.begin(), options.selectors.end()) {
+    require_known(selectors_, model_.selectors());
+}
+
+Running Checker::read_running(const std::optional<ConfigurationFile>& file) const {
+    return file ? Running{file->name, model_.read(*file)} : Running{{}, DataTree(model_.schema())};
+}
+
+Report Checker::check(const ConfigurationFile& candidate, const Running& running) const {
+    Report report;
+    report.candidate = candidate.name;
+    report.running = running.name;
+    for (const std::string& selector : model_.selectors()) {
+        if (selectors_.empty() || selectors_.count(selector) > 0) {
+            report.selectors.push_back(selector);
+        }
+    }
+    const Transaction transaction{model_.read(candidate), running.tree, key_};
+    Progress progress;
+    const auto show = [&progress](const Report& so_far) {
+        progress.show(so_far.candidate, so_far.requests);
+    };
+    walk_candidate({model_, host_, selectors_, show}, transaction, report);
+    return report;
+}

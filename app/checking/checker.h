@@ -1,0 +1,41 @@
+/// A plug-in, a model and a key, loaded once for any number of candidates.
+#pragma once
+
+#include <optional>
+#include <set>
+#include <vector>
+
+#include "checking/rule_walk.h"
+#include "configuration/configuration_file.h"
+
+/// What to check with.
+struct CheckerOptions {
+    std::string plugin_file;
+    std::string yang_dir;
+    std::string key_file;                ///< empty for none
+    std::vector<std::string> selectors;  ///< the rules to run; empty for all
+};
+
+/// A running configuration, parsed once for all candidates.
+struct Running {
+    std::string name;  ///< empty for an empty one
+    local_platform::DataTree tree;
+};
+
+class Checker {
+  public:
+    /// Throws CannotCheck or PlatformError when something cannot be loaded.
+    explicit Checker(const CheckerOptions& options);
+
+    /// The running configuration in `file`, an empty one without a file. Throws CannotCheck.
+    Running read_running(const std::optional<ConfigurationFile>& file) const;
+
+    /// Checks `candidate` against `running`. Throws CannotCheck.
+    Report check(const ConfigurationFile& candidate, const Running& running) const;
+
+  private:
+    YangModel model_;
+    local_platform::Host host_;
+    std::optional<local_platform::CryptoKey> key_;
+    std::set<std::string> selectors_;
+};

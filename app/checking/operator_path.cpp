@@ -1,0 +1,24 @@
+#include "checking/operator_path.h"
+
+#include <algorithm>
+
+using local_platform::Node;
+
+std::string operator_path(const Node& node) {
+    if (node.parent == nullptr) {
+        return {};
+    }
+    // An entry brings its list's name along.
+    const Node& above = node.is_entry ? *node.parent->parent : *node.parent;
+    std::string words = operator_path(above);
+    if (!words.empty()) {
+        words += ' ';
+    }
+    words += node.schema->name;
+    if (node.is_entry) {
+        std::string keys = node.index_key;
+        std::replace(keys.begin(), keys.end(), '\0', ' ');
+        words.append(" ").append(keys);
+    }
+    return words;
+}

@@ -1,0 +1,67 @@
+#include <unistd.h>
+
+#include <iostream>
+
+#include "commands/commands.h"
+#include "commands/exit_code.h"
+#include "errors/cannot_check.h"
+#include "files/replace_file.h"
+#include "reports/report_format.h"
+#include "terminal/output.h"
+
+namespace {
+
+/// Asks on the terminal; anything but yes is no, and so is the lack of a terminal.
+bool is_confirmed(std::size_t warnings) {
+    if (isatty(STDIN_FILENO) != 1) {
+        std::cerr << "vrrp-valid: not committed: confirm the warnings with --accept-warnings\n";
+        return false;
+    }
+    std::cerr << "Commit in spite of " << warnings << (warnings == 1 ? " warning" : " warnings")
+              << "? [y/N] ";
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+/// Prints `text`; when that fails, says what the running configuration is by then.
+void print_beside(const std::string& running, const char* state, const std::string& text) {
+    try {
+        print(text);
+    } catch (const CannotCheck& error) {
+        throw CannotCheck(running + ": " + state + ", but " + error.what());
+    }
+}
+
+}  // namespace
+
+int run_commit(const CheckOptions& options) {
+    if (options.running == "-") {
+        throw CannotCheck("commit replaces a file: --running cannot be standard input");
+    }
+    const Checker checker(options.checker);
+    const ConfigurationFile candidate = read_configuration_file(options.candidates.front());
+    // Held from before the running configuration is read: the verdict must still hold when it is
+    // replaced.
+    const FolderLock lock(options.running);
+    std::optional<ConfigurationFile> running;
+    if (std::optional<std::string> bytes = lock.read_file()) {
+        running = configuration_from_bytes(options.running, std::move(*bytes));
+    }
+    const std::vector<Report> reports = {checker.check(candidate, checker.read_running(running))};
+    print_beside(options.running, "it is as it was",
+                 format_reports(reports, options.format, options.quiet));
+    const int result = exit_code(reports, options.accept_warnings);
+    if (result == kExitErrors) {
+        return result;
+    }
+    if (result == kExitWarnings && !is_confirmed(reports.front().count(Severity::warning))) {
+        return result;
+    }
+    lock.replace_file(candidate.bytes);
+    if (options.format == "text" && !options.quiet) {
+        print_beside(options.running, "the new configuration is in its place",
+                     "committed: " + options.running + " is now " + candidate.name + "\n");
+    }
+    return kExitClean;
+}

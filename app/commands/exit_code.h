@@ -1,0 +1,14 @@
+/// What the exit code says.
+#pragma once
+
+#include <vector>
+
+#include "checking/report.h"
+
+constexpr int kExitClean = 0;
+constexpr int kExitErrors = 1;
+constexpr int kExitCannotCheck = 2;
+constexpr int kExitWarnings = 3;
+
+/// The exit code of the worst report: not checked before errors, errors before warnings.
+int exit_code(const std::vector<Report>& reports, bool accept_warnings);

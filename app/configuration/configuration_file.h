@@ -1,0 +1,21 @@
+/// The text of a configuration, before any model has looked at it.
+#pragma once
+
+#include <string>
+
+enum class ConfigurationFormat { json, xml };
+
+struct ConfigurationFile {
+    std::string name;   ///< as the operator gave it
+    std::string bytes;  ///< exactly what the file holds
+    ConfigurationFormat format;
+    std::string
+        data;  ///< the configuration data in `bytes`, without a NETCONF envelope; lines kept
+};
+
+/// Reads the file `name`, "-" for standard input, and tells its format by its content: RFC 7951
+/// JSON or NETCONF XML. Throws CannotCheck.
+ConfigurationFile read_configuration_file(const std::string& name);
+
+/// The same for `bytes` that were read already.
+ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes);

@@ -1,0 +1,13 @@
+/// A place in a file, as an editor shows it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+struct Location {
+    std::string file;        ///< as the operator named it
+    std::size_t line = 0;    ///< from 1; 0 when the place is not known
+    std::size_t column = 0;  ///< from 1, in UTF-8 characters
+
+    bool is_known() const { return line > 0; }
+};

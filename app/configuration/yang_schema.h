@@ -1,0 +1,40 @@
+/// What the platform and the host need of the compiled modules.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "local_platform.h"
+
+struct lys_module;
+
+/// One message of a rule; a word in angle brackets stands for what it names.
+struct RuleMessage {
+    bool is_warning;
+    std::string text;
+    std::string remedy;
+};
+
+/// One use of a validation point, and what the model says about the rule behind it.
+struct ValidationUse {
+    std::string point;
+    std::string selector;
+    bool only_when_changed = false;
+    std::string demand;
+    std::string reads;
+    std::string calls;
+    std::vector<RuleMessage> messages;
+};
+
+/// The uses on each node, in the model's order.
+using ValidationUses =
+    std::unordered_map<const local_platform::SchemaNode*, std::vector<ValidationUse>>;
+
+/// The nodes of all `modules` below one root. Throws CannotCheck for a kind of node that the
+/// platform does not know. The modules' context has LY_CTX_SET_PRIV_PARSED set.
+local_platform::SchemaNode describe_modules(const std::vector<const lys_module*>& modules);
+
+/// The uses that `modules` make, on the nodes of `root` that describe_modules() made of them.
+ValidationUses collect_uses(const std::vector<const lys_module*>& modules,
+                            const local_platform::SchemaNode& root);

@@ -1,0 +1,35 @@
+#include "terminal/progress.h"
+
+#include <unistd.h>
+
+#include <iostream>
+
+namespace {
+
+constexpr std::chrono::milliseconds kFirst(1000);
+constexpr std::chrono::milliseconds kThen(100);
+constexpr const char* kClearLine = "\r\033[K";
+
+}  // namespace
+
+Progress::Progress()
+    : is_terminal_(isatty(STDERR_FILENO) == 1), next_(std::chrono::steady_clock::now() + kFirst) {}
+
+Progress::~Progress() {
+    if (is_shown_) {
+        std::cerr << kClearLine << std::flush;
+    }
+}
+
+void Progress::show(const std::string& candidate, std::size_t requests) {
+    if (!is_terminal_) {
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (now < next_) {
+        return;
+    }
+    next_ = now + kThen;
+    is_shown_ = true;
+    std::cerr << kClearLine << candidate << ": " << requests << " checks done" << std::flush;
+}

@@ -1,0 +1,104 @@
+// Which requests a configuration makes, and what becomes of the answers.
+#include "checking/rule_walk.h"
+
+#include <gmock/gmock.h>
+
+#include "errors/cannot_check.h"
+
+using local_platform::DataTree;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+/// Model and plug-in of the tests' own.
+struct Bench {
+    YangModel model{TEST_YANG_DIR};
+    local_platform::Host host{TEST_PLUGIN};
+
+    DataTree tree(const std::string& json) const {
+        return model.read(configuration_from_bytes("text", json));
+    }
+
+    Report walk(const std::string& candidate, const std::string& running,
+                const std::set<std::string>& selectors = {}) const {
+        Report report;
+        std::size_t shown = 0;
+        const RuleWalk walk{model, host, selectors,
+                            [&](const Report& so_far) { shown = so_far.requests; }};
+        walk_candidate(walk, {tree(candidate), tree(running), {}}, report);
+        EXPECT_EQ(shown, report.requests);
+        return report;
+    }
+};
+
+/// "selector place" of each finding, in order.
+std::vector<std::string> findings_of(const Report& report) {
+    std::vector<std::string> findings;
+    for (const Finding& finding : report.findings) {
+        findings.push_back(finding.selector + " " + finding.place);
+    }
+    return findings;
+}
+
+const std::string kFull = R"({"places:top": {"flag": [null], "section": {"pair": [
+    {"first": "b", "second": 2, "size": 10}, {"first": "a b", "second": 1, "size": 9}]}}})";
+
+TEST(RuleWalk, AsksForEveryUseInDocumentOrder) {
+    const Report report = Bench().walk(kFull, "{}");
+    EXPECT_EQ(report.requests, 7U);
+    EXPECT_THAT(
+        findings_of(report),
+        ElementsAre("warning top flag", "silent top section", "reading top section pair b 2 size",
+                    "odd top section pair b 2 size", "odd top section pair a b 1 size"));
+    EXPECT_EQ(report.count(Severity::warning), 1U);
+    EXPECT_EQ(report.findings[4].path, "/top/section/pair{\"a b\" 1}/size");
+}
+
+TEST(RuleWalk, KeepsTheLastMessageOrMakesOneThatNamesTheNode) {
+    const Report report = Bench().walk(kFull, "{}");
+    ASSERT_EQ(report.findings.size(), 5U);
+    EXPECT_EQ(report.findings[0].message, "a value of type " + std::to_string(C_XMLTAG));
+    EXPECT_THAT(report.findings[1].message, HasSubstr("/top/section "));
+    EXPECT_EQ(report.findings[2].message, "10 is too much");
+    EXPECT_THAT(report.findings[3].message, HasSubstr("/top/section/pair{b 2}/size"));
+}
+
+TEST(RuleWalk, ShowsOnceWhatARefusingRuleRead) {
+    const Report report = Bench().walk(kFull, "{}");
+    ASSERT_EQ(report.findings.size(), 5U);
+    ASSERT_EQ(report.findings[2].values.size(), 1U);
+    EXPECT_EQ(report.findings[2].values[0].leaf, "top section pair b 2 size");
+    EXPECT_EQ(report.findings[2].values[0].value, "10");
+    EXPECT_TRUE(report.findings[1].values.empty());
+}
+
+TEST(RuleWalk, LeavesAnUnchangedNodeAlone) {
+    const Bench bench;
+    EXPECT_EQ(bench.walk(kFull, kFull, {"silent"}).requests, 0U);
+    for (const char* const running : {"{}", R"({"places:top": {"section": {"pair": [
+             {"first": "b", "second": 2, "size": 10}, {"first": "a b", "second": 1, "size": 8}]}}})",
+                                      R"({"places:top": {"section": {"pair": [
+             {"first": "b", "second": 2, "size": 10}]}}})"}) {
+        EXPECT_EQ(bench.walk(kFull, running, {"silent"}).requests, 1U) << running;
+    }
+    EXPECT_EQ(bench.walk(R"({"places:top": {"section": {}}})", "{}").requests, 0U)
+        << "a container that holds nothing is not there";
+}
+
+TEST(YangModel, RefusesWhatWouldGoUnjudged) {
+    const Bench bench;
+    for (const char* const json :
+         {"{} {}", "{}\n\nx", R"({"places:top": {"flag": [null], "flag": [null]}})",
+          R"({"places:top": {"section": {"pair": [{"first": "a"}]}}})"}) {
+        EXPECT_THROW(bench.tree(json), CannotCheck) << json;
+    }
+    try {
+        bench.tree("{}\n\nx");
+        ADD_FAILURE() << "the text behind the value was not noticed";
+    } catch (const CannotCheck& error) {
+        EXPECT_THAT(error.what(), HasSubstr("text:3: "));
+    }
+}
+
+}  // namespace

@@ -3,25 +3,40 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "configuration/location.h"
 
 enum class Severity { error, warning };
 
 /// A leaf that a rule read before it refused.
 struct ReadValue {
-    const char* datastore;  ///< "candidate" or "running"
-    std::string leaf;       ///< in the operator's words
+    const char* datastore = "";  ///< "candidate" or "running"
+    std::string path;            ///< as keypath printing gives it
+    std::string leaf;            ///< in the operator's words
     std::string value;
+    Location location;  ///< in the candidate's or the running file
 };
 
 struct Finding {
-    Severity severity;
+    Severity severity = Severity::error;
     std::string selector;
     std::string path;   ///< as keypath printing gives it
     std::string place;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
     std::string message;
     std::vector<ReadValue> values;
+    std::string note;   ///< why the message may not be the whole truth; empty without a reason
+    std::string help;   ///< what to do, from the model
+    Location location;  ///< of the node in the candidate, or in the edit where that holds it
+};
+
+/// Data that was left out of a check, since no module of the model describes it.
+struct Skipped {
+    std::size_t nodes = 0;
+    std::vector<std::string> modules;  ///< their names, or namespaces, in the order of the file
+    std::vector<std::string> unknown;  ///< nodes that known modules do not have, "file:line: path"
 };
 
 struct Report {
@@ -30,7 +45,12 @@ struct Report {
     std::vector<std::string> selectors;  ///< of the rules that were run, in the model's order
     std::size_t requests = 0;
     std::vector<Finding> findings;
-    std::string failure;  ///< why the candidate could not be judged; empty when it was
+    std::string failure;  ///< why the candidate could not be checked; empty when it was
+    Location failure_at;  ///< where the reason is; unknown when it is not in the file
+    Skipped skipped;
+    std::size_t removed_instances = 0;  ///< VRRP instances of running that the candidate lacks
+    std::optional<bool> committed;      ///< nothing for a check
+    double seconds = 0;                 ///< how long the check took
 
     std::size_t count(Severity severity) const {
         return static_cast<std::size_t>(std::count_if(

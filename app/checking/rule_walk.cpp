@@ -51,7 +51,13 @@ void note_value(const Check& check, const Call& call, std::vector<ReadValue>& va
     if (node == nullptr || node->schema->kind != NodeKind::leaf) {
         return;
     }
-    ReadValue value{is_running ? "running" : "candidate", operator_path(*node), node->text};
+    confd_hkeypath_t kp;
+    local_platform::fill_keypath(*node, kp);
+    ReadValue value{is_running ? "running" : "candidate",
+                    local_platform::keypath_text(kp),
+                    operator_path(*node),
+                    node->text,
+                    {}};
     const auto is_same = [&](const ReadValue& other) {
         return other.datastore == value.datastore && other.leaf == value.leaf;
     };
@@ -100,11 +106,16 @@ void deliver(Check& check, const Request& request) {
     if (verdict.result != CONFD_OK) {
         const bool is_warning = verdict.result == CONFD_VALIDATION_WARN;
         check.report.findings.push_back(
-            {is_warning ? Severity::warning : Severity::error, request.use.selector, request.path,
+            {is_warning ? Severity::warning : Severity::error,
+             request.use.selector,
+             request.path,
              operator_path(request.node),
              verdict.messages.empty() ? "the rule refuses " + request.path + " without a message."
                                       : verdict.messages.back(),
-             values_read(check, request)});
+             values_read(check, request),
+             {},
+             {},
+             {}});
     }
     if (check.walk.on_request) {
         check.walk.on_request(check.report);

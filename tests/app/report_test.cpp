@@ -19,10 +19,17 @@ Report one(const std::string& candidate, std::vector<Finding> findings, std::str
     return report;
 }
 
-const Finding kError = {Severity::error,       "first", "/a{<\"&>}", "a <\"&>",
-                        "no <good> & \"bad\"", {}};
-const Finding kWarning = {Severity::warning,      "first", "/a{b}", "a b", "take care",
-                          {{"running", "c", "1"}}};
+const Finding kError = {
+    Severity::error, "first", "/a{<\"&>}", "a <\"&>", "no <good> & \"bad\"", {}, {}, {}, {}};
+const Finding kWarning = {Severity::warning,
+                          "first",
+                          "/a{b}",
+                          "a b",
+                          "take care",
+                          {{"running", "/c", "c", "1", {}}},
+                          {},
+                          {},
+                          {}};
 const Report kBoth = one("both", {kError, kWarning});
 const Report kWarned = one("warned", {kWarning});
 const Report kClean = one("clean", {});

@@ -7,6 +7,8 @@
 #include <set>
 #include <stdexcept>
 
+#include "call_hook.h"
+
 using local_platform::Call;
 
 /// What the calls work on, and what one leaves for the next.

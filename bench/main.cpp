@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "bare_calls.h"
+#include "call_hook.h"
 #include "checking/rule_walk.h"
 #include "commands/install_layout.h"
 #include "must_model.h"

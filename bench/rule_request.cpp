@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "keypath.h"
 #include "vrrp_valid.h"
 
 namespace {

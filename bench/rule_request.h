@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "local_host.h"
+#include "instance.h"
 
 struct RuleRequest {
     std::string selector;

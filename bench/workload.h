@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "local_platform.h"
+#include "crypto_key.h"
 
 /// RFC 7951 JSON, for our model and for libyang alike.
 struct Workload {

@@ -23,21 +23,22 @@ may_include() {
 
 may_include src src/lib src/config_valid
 may_include platform/nettypes platform/include
-may_include platform/confd platform/include platform/confd
-may_include platform/qelconfd platform/include platform/qelconfd
+may_include platform/control platform/include platform/control
+may_include platform/confd platform/include platform/control platform/confd
+may_include platform/qelconfd platform/include platform/control platform/qelconfd
 
 # The command's rooms, each above those that it may look into.
 rooms=()
 for room in errors files terminal configuration checking reports commands; do
   rooms+=("app:$room")
-  may_include "app/$room" platform/include "${rooms[@]}"
+  may_include "app/$room" platform/control "${rooms[@]}"
 done
 [ "$(find app -mindepth 1 -maxdepth 1 -type d ! -name completion | wc -l)" -eq "${#rooms[@]}" ] ||
   { echo "a room of app/ is in no order"; failed=1; }
 
-# The plug-in names the platform in one file, and never its control side.
-named=$(grep -rlE '#include <(confd_|qelconfd|nettypes/|local_)' src)
-if [ "$named" != src/lib/platform.h ] || grep -rqE --include='*.h' --include='*.cpp' 'local_(platform|host)' src; then
+# The plug-in names the platform in one file, and never its control side, whose namespace is local_platform.
+named=$(grep -rlE '#include <(confd_|qelconfd|nettypes/)' src)
+if [ "$named" != src/lib/platform.h ] || grep -rqE --include='*.h' --include='*.cpp' 'local_platform' src; then
   printf 'the plug-in names the platform in: %s\n' "$named"
   failed=1
 fi

@@ -10,7 +10,6 @@ trap 'rm -rf "$work"' EXIT
 # Only what a plug-in may see of the platform.
 mkdir -p "$work/sdk/lib"
 cp -r "$source_dir/platform/include" "$work/sdk/include"
-rm "$work/sdk/include/local_platform.h" "$work/sdk/include/local_host.h"
 cp "$library_dir"/lib{confd,qelconfd,nettypes}.so "$work/sdk/lib/"
 
 cmake -S "$source_dir" -B "$work/build" -DVRRP_VALID_PLATFORM="$work/sdk" \

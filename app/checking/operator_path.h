@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "local_platform.h"
+#include "data_tree.h"
 
 /// The way to `node` as an operator types it: "router vrrp interface l3-vlan10 address-family
 /// ipv4".

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "call_hook.h"
 #include "checking/operator_path.h"
 #include "errors/cannot_check.h"
+#include "keypath.h"
 
 using local_platform::Call;
 using local_platform::Node;

@@ -6,7 +6,7 @@
 
 #include "checking/report.h"
 #include "configuration/yang_model.h"
-#include "local_host.h"
+#include "host.h"
 
 struct Transaction {
     local_platform::DataTree candidate;

@@ -7,6 +7,7 @@
 
 #include "configuration/libyang_complaint.h"
 #include "errors/cannot_check.h"
+#include "keypath.h"
 
 using local_platform::DataTree;
 using local_platform::SchemaNode;

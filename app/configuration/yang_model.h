@@ -8,7 +8,7 @@
 
 #include "configuration/configuration_file.h"
 #include "configuration/yang_schema.h"
-#include "local_platform.h"
+#include "data_tree.h"
 
 struct ly_ctx;
 

@@ -5,7 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "local_platform.h"
+#include "schema_node.h"
 
 struct lys_module;
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "local_platform.h"
+#include "crypto_key.h"
 
 /// Makes `file`, readable by its owner only, with a fresh key. Throws CannotCheck; a file that
 /// exists is left as it is.

@@ -5,9 +5,12 @@
 #include <openssl/rand.h>
 
 #include <mutex>
+#include <optional>
 
+#include "crypto_key.h"
+#include "endpoint.h"
 #include "hook.h"
-#include "socket.h"
+#include "platform_error.h"
 
 namespace local_platform {
 namespace {

@@ -1,5 +1,8 @@
+#include "data_tree.h"
+
 #include <algorithm>
 
+#include "keypath.h"
 #include "path_lookup.h"
 #include "value_text.h"
 

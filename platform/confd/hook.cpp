@@ -1,5 +1,7 @@
 #include "hook.h"
 
+#include <array>
+
 #include "value_text.h"
 
 namespace local_platform {

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "local_platform.h"
+#include "call_hook.h"
 
 namespace local_platform {
 

@@ -2,6 +2,8 @@
 
 #include "confd_lib.h"
 #include "hook.h"
+#include "keypath.h"
+#include "schema_node.h"
 #include "value_text.h"
 
 namespace local_platform {

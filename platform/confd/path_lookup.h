@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "local_platform.h"
+#include "data_tree.h"
 #include "path_reader.h"
 
 namespace local_platform {

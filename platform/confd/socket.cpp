@@ -1,7 +1,10 @@
 #include "socket.h"
 
+#include <array>
 #include <atomic>
 #include <utility>
+
+#include "endpoint.h"
 
 namespace local_platform {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <string_view>
 
+#include "endpoint.h"
 #include "hook.h"
 #include "path_lookup.h"
-#include "socket.h"
 
 namespace local_platform {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "local_platform.h"
+#include "schema_node.h"
 
 namespace local_platform {
 

@@ -1,4 +1,5 @@
-#include "instance.h"
+#include "call_hook.h"
+#include "handle.h"
 
 using local_platform::ask_hook;
 

@@ -1,6 +1,8 @@
+#include "host.h"
+
 #include <dlfcn.h>
 
-#include "local_host.h"
+#include <array>
 
 namespace local_platform {
 namespace {

@@ -1,5 +1,8 @@
 #include "instance.h"
 
+#include "call_hook.h"
+#include "handle.h"
+
 using local_platform::ask_hook;
 
 namespace local_platform {

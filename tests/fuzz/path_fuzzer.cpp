@@ -1,6 +1,8 @@
 /// Any text as a path, and as the key of an entry whose path must lead back to it.
 #include "confd_maapi.h"
 #include "configuration/yang_model.h"
+#include "keypath.h"
+#include "socket.h"
 
 using namespace local_platform;
 

@@ -3,7 +3,8 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "configuration/yang_model.h"
-#include "local_host.h"
+#include "instance.h"
+#include "keypath.h"
 #include "vrrp_valid.h"
 
 using namespace local_platform;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "socket.h"
 #include "support.h"
 
 using namespace local_platform;

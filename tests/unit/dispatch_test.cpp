@@ -1,4 +1,5 @@
 // The plug-in's entries and the dispatch of requests; the host's half that loads them.
+#include "host.h"
 #include "support.h"
 
 using namespace local_platform;

@@ -3,6 +3,7 @@
 #include <map>
 #include <set>
 
+#include "socket.h"
 #include "support.h"
 
 using namespace local_platform;

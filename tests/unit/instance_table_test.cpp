@@ -1,4 +1,5 @@
 #include "get_key_list.h"
+#include "socket.h"
 #include "support.h"
 #include "validate_config.h"
 

@@ -1,4 +1,6 @@
 // Paths as the platform reads and prints them, and what its reads answer.
+#include "keypath.h"
+#include "socket.h"
 #include "support.h"
 
 using namespace local_platform;

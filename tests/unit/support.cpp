@@ -2,6 +2,8 @@
 
 #include <fstream>
 
+#include "keypath.h"
+
 using namespace local_platform;
 
 namespace {

@@ -6,8 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "call_hook.h"
 #include "configuration/yang_model.h"
-#include "local_host.h"
+#include "instance.h"
 #include "vrrp_valid.h"
 
 using Lines = std::vector<std::string>;

@@ -5,28 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "local_platform.h"
-#include "qelconfd.h"
+#include "instance.h"
+#include "platform_error.h"
 
 #pragma GCC visibility push(default)
 
 namespace local_platform {
-
-/// What a qelconfd_t handle stands for: a candidate under validation beside a running datastore.
-class Instance {
-  public:
-    Instance(const DataTree& candidate, const DataTree& running,
-             const std::optional<CryptoKey>& key = {});
-    ~Instance();
-    Instance(const Instance&) = delete;
-    Instance& operator=(const Instance&) = delete;
-
-    qelconfd_t* handle() const { return handle_.get(); }
-    int thandle() const;
-
-  private:
-    std::unique_ptr<qelconfd_t> handle_;
-};
 
 /// A plug-in's answer to one request.
 struct Verdict {

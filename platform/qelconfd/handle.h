@@ -1,7 +1,9 @@
 /// What stands behind the handle and the framework object of an instance.
 #pragma once
 
-#include "local_host.h"
+#include "data_tree.h"
+#include "qelconfd.h"
+#include "socket.h"
 
 class QelConfdInterface {
   public:

@@ -1,9 +1,19 @@
-/// The sockets that are open in this process.
+/// What the sockets that are open in this process read.
 #pragma once
 
-#include "local_platform.h"
+#include <optional>
+
+#include "crypto_key.h"
+#include "data_tree.h"
 
 namespace local_platform {
+
+struct Endpoint {
+    enum class Kind { maapi, cdb } kind;
+    int thandle;  ///< a MAAPI socket's one transaction
+    DataTree tree;
+    std::optional<CryptoKey> key;
+};
 
 /// The transaction `thandle` of the MAAPI socket `number`; null when there is none.
 const Endpoint* find_maapi(int number, int thandle);

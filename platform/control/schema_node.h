@@ -1,0 +1,32 @@
+/// The data model, as far as paths and values need it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "confd_lib.h"
+
+#pragma GCC visibility push(default)
+
+namespace local_platform {
+
+enum class NodeKind { container, list, leaf };
+
+/// A node of the data model with all below it. The root is a container without a name.
+struct SchemaNode {
+    std::string name;
+    NodeKind kind = NodeKind::container;
+    confd_vtype type = C_NOEXISTS;                       ///< a leaf's; C_XMLTAG for type empty
+    std::vector<std::pair<int32_t, std::string>> enums;  ///< an enumeration's values and labels
+    std::vector<std::string> keys;  ///< a list's, names of leaves among children
+    std::vector<SchemaNode> children;
+
+    /// The child's position in `children`, or -1.
+    int child_index(std::string_view child_name) const;
+};
+
+}  // namespace local_platform
+
+#pragma GCC visibility pop

@@ -9,8 +9,9 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 add_compile_options(
   -Wall -Wextra -Wpedantic -Werror
   -fstack-protector-strong -fstack-clash-protection -fcf-protection
-  # Assertion reports and debug information name files as they lie in the tree.
-  -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=
+  # Assertion reports and debug information name files as they lie in the tree: where it was built leaves no
+  # trace. The build folder may lie in the tree, and the last that fits is taken.
+  -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= -ffile-prefix-map=${PROJECT_BINARY_DIR}=.
   # _FORTIFY_SOURCE needs optimisation.
   "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
 add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack -Wl,--as-needed)

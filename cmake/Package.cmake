@@ -1,6 +1,6 @@
 # The Debian package: the plug-in, the command with its models and local platform, manual and completion.
 configure_file(docs/vrrp-valid.1.in vrrp-valid.1 @ONLY)
-install(FILES ${CMAKE_BINARY_DIR}/vrrp-valid.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${PROJECT_BINARY_DIR}/vrrp-valid.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES app/completion/vrrp-valid DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
 set(CPACK_GENERATOR DEB)
@@ -13,4 +13,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
 set(CPACK_STRIP_FILES ON)
+# CMake makes folders under the umask of whoever packs.
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PackagePermissions.cmake)
 include(CPack)

@@ -39,5 +39,8 @@ build fuzz --target file_fuzzer path_fuzzer validate_fuzzer vrrp_valid
 step "fuzz, $fuzz_seconds s a target"
 tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 
+step "two builds, the same bytes"
+scripts/reproducible-test.sh
+
 step "coverage"
 scripts/coverage.sh

@@ -7,14 +7,18 @@ build=$1
 root=$(mktemp -d)
 trap 'umount -q "$root/proc" || true; rm -rf "$root"' EXIT
 
+umask 077
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
   -DBUILD_TESTING=OFF >/dev/null
 cmake --build "$build"
 rm -f "$build"/*.deb
 (cd "$build" && cpack >/dev/null)
+umask 022
 package=$(echo "$build"/vrrp-valid_*.deb)
 dpkg-deb --info "$package" | grep -E 'Package|Version|Depends'
 dpkg-deb --contents "$package" | awk '{print $6}'
+shut=$(dpkg-deb --contents "$package" | awk '$1 ~ /^d/ && $1 != "drwxr-xr-x"')
+[ -z "$shut" ] || { printf 'folders that not everyone may enter:\n%s\n' "$shut"; exit 1; }
 
 # shellcheck source=/dev/null
 . /etc/os-release

@@ -3,6 +3,7 @@
 
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/options.h"
 #include "errors/cannot_check.h"
 #include "reports/report_format.h"
 #include "terminal/output.h"
@@ -31,8 +32,7 @@ Report check_one(const Checker& checker, const std::string& candidate, const Run
     }
 }
 
-}  // namespace
-
+/// Checks every candidate; the worst outcome is the exit code.
 int run_check(const CheckOptions& options) {
     require_one_standard_input(options);
     const Checker checker(options.checker);
@@ -52,4 +52,20 @@ int run_check(const CheckOptions& options) {
     }
     print(format_reports(reports, options.format, options.quiet));
     return exit_code(reports, options.accept_warnings);
+}
+
+}  // namespace
+
+Subcommand add_check_command(CLI::App& app) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* const command = add_subcommand(app, "check", "Check configurations",
+                                             "--running running.json candidate.json");
+    add_running(*command, options->running, "The running configuration; empty without it");
+    add_check_options(*command, *options);
+    command
+        ->add_option("--rule", options->checker.selectors, "Run this rule only; can be given again")
+        ->type_name("SELECTOR")
+        ->allow_extra_args(false);
+    add_candidates(*command, options->candidates);
+    return {command, [options] { return run_check(*options); }};
 }

@@ -1,31 +1,20 @@
-/// What the command does once its arguments are read. Each returns the exit code.
+/// The subcommands. Each declares its own options, and how it runs once they are read.
 #pragma once
 
-#include <string>
-#include <vector>
+#include <functional>
 
-#include "checking/checker.h"
+namespace CLI {
+class App;
+}
 
-struct CheckOptions {
-    CheckerOptions checker;
-    std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
-    std::string running;                  ///< empty for an empty running configuration
-    std::string format = "text";          ///< or "json" or "junit"
-    bool accept_warnings = false;
-    bool quiet = false;
+struct Subcommand {
+    CLI::App* parser;          ///< held by the command's parser
+    std::function<int()> run;  ///< does the work and gives the exit code; throws what stops it
 };
 
-/// Checks every candidate; the worst outcome is the exit code.
-int run_check(const CheckOptions& options);
-
-/// Checks the one candidate and, when nothing is found, makes it the running configuration.
-int run_commit(const CheckOptions& options);
-
-/// Lists the uses of the validation point that the model makes.
-int run_rules(const std::string& yang_dir);
-
-/// Tells what the rule `selector` demands, or every rule when it is empty; as text or as Markdown.
-int run_explain(const std::string& yang_dir, const std::string& selector, bool markdown);
-
-int run_keygen(const std::string& file);
-int run_encrypt(const std::string& key_file);
+Subcommand add_check_command(CLI::App& app);
+Subcommand add_commit_command(CLI::App& app);
+Subcommand add_rules_command(CLI::App& app);
+Subcommand add_explain_command(CLI::App& app);
+Subcommand add_keygen_command(CLI::App& app);
+Subcommand add_encrypt_command(CLI::App& app);

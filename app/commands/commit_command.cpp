@@ -4,6 +4,7 @@
 
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/options.h"
 #include "errors/cannot_check.h"
 #include "files/replace_file.h"
 #include "reports/report_format.h"
@@ -33,8 +34,7 @@ void print_beside(const std::string& running, const char* state, const std::stri
     }
 }
 
-}  // namespace
-
+/// Checks the one candidate and, when nothing is found, makes it the running configuration.
 int run_commit(const CheckOptions& options) {
     if (options.running == "-") {
         throw CannotCheck("commit replaces a file: --running cannot be standard input");
@@ -64,4 +64,18 @@ int run_commit(const CheckOptions& options) {
                      "committed: " + options.running + " is now " + candidate.name + "\n");
     }
     return kExitClean;
+}
+
+}  // namespace
+
+Subcommand add_commit_command(CLI::App& app) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* const command =
+        add_subcommand(app, "commit", "Check a configuration and make it the running one",
+                       "--running running.json candidate.json");
+    add_running(*command, options->running, "The running configuration, to be replaced")
+        ->required();
+    add_check_options(*command, *options);
+    add_candidates(*command, options->candidates)->expected(1);
+    return {command, [options] { return run_commit(*options); }};
 }

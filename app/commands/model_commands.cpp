@@ -2,6 +2,7 @@
 
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/options.h"
 #include "configuration/yang_model.h"
 #include "errors/cannot_check.h"
 #include "terminal/output.h"
@@ -50,8 +51,7 @@ std::string as_markdown(const std::string& path, const ValidationUse& use) {
     return text;
 }
 
-}  // namespace
-
+/// Lists the uses of the validation point that the model makes.
 int run_rules(const std::string& yang_dir) {
     const YangModel model(yang_dir);
     std::string lines;
@@ -64,6 +64,7 @@ int run_rules(const std::string& yang_dir) {
     return kExitClean;
 }
 
+/// Tells what the rule `selector` demands, or every rule when it is empty; as text or as Markdown.
 int run_explain(const std::string& yang_dir, const std::string& selector, bool markdown) {
     const YangModel model(yang_dir);
     std::string text;
@@ -78,4 +79,31 @@ int run_explain(const std::string& yang_dir, const std::string& selector, bool m
     }
     print(text);
     return kExitClean;
+}
+
+}  // namespace
+
+Subcommand add_rules_command(CLI::App& app) {
+    const auto yang_dir = std::make_shared<std::string>();
+    CLI::App* const command =
+        add_subcommand(app, "rules", "List where the model asks for a rule", "--yang-dir yang");
+    add_yang_dir(*command, *yang_dir);
+    return {command, [yang_dir] { return run_rules(*yang_dir); }};
+}
+
+Subcommand add_explain_command(CLI::App& app) {
+    struct Options {
+        std::string yang_dir;
+        std::string selector;
+        bool markdown = false;
+    };
+    const auto options = std::make_shared<Options>();
+    CLI::App* const command = add_subcommand(
+        app, "explain", "Tell what a rule demands and what to do", "vrrp_vrf_validation");
+    command->add_option("SELECTOR", options->selector, "The rule; every one without it");
+    command->add_flag("--markdown", options->markdown, "As Markdown");
+    add_yang_dir(*command, options->yang_dir);
+    return {command, [options] {
+                return run_explain(options->yang_dir, options->selector, options->markdown);
+            }};
 }

@@ -1,18 +1,38 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/options.h"
 #include "files/key_file.h"
 #include "files/secret.h"
 #include "terminal/output.h"
 #include "terminal/password_input.h"
 
-int run_keygen(const std::string& file) {
-    make_key_file(file);
-    return kExitClean;
-}
+namespace {
 
 int run_encrypt(const std::string& key_file) {
     const local_platform::CryptoKey key = read_key_file(key_file);
     const Secret password(read_password());
     print(local_platform::encrypt(key, password.text) + "\n");
     return kExitClean;
+}
+
+}  // namespace
+
+Subcommand add_keygen_command(CLI::App& app) {
+    const auto file = std::make_shared<std::string>();
+    CLI::App* const command =
+        add_subcommand(app, "keygen", "Make a key for encrypted passwords", "router.key");
+    command->add_option("FILE", *file, "The key file to make")->required();
+    return {command, [file] {
+                make_key_file(*file);
+                return kExitClean;
+            }};
+}
+
+Subcommand add_encrypt_command(CLI::App& app) {
+    const auto key_file = std::make_shared<std::string>();
+    CLI::App* const command =
+        add_subcommand(app, "encrypt", "Encrypt a password from the terminal or standard input",
+                       "--key-file router.key");
+    command->add_option("--key-file", *key_file, "The key file")->type_name("FILE")->required();
+    return {command, [key_file] { return run_encrypt(*key_file); }};
 }

@@ -1,0 +1,41 @@
+#include "commands/options.h"
+
+#include "commands/install_layout.h"
+
+CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::string& description,
+                         const std::string& example) {
+    CLI::App* const command = app.add_subcommand(name, description);
+    command->footer("Example: vrrp-valid " + name + " " + example);
+    return command;
+}
+
+void add_yang_dir(CLI::App& command, std::string& yang_dir) {
+    yang_dir = default_yang_dir();
+    command.add_option("--yang-dir", yang_dir, "The folder of YANG modules")->type_name("DIR");
+}
+
+CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description) {
+    return command.add_option("--running", running, description)->type_name("FILE");
+}
+
+CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates) {
+    return command
+        .add_option("CANDIDATE", candidates,
+                    "A configuration in RFC 7951 JSON or NETCONF XML; - is standard input")
+        ->required()
+        ->type_name("FILE");
+}
+
+void add_check_options(CLI::App& command, CheckOptions& options) {
+    options.checker.plugin_file = default_plugin_file();
+    command.add_option("--format", options.format, "How to print the findings")
+        ->check(CLI::IsMember({"text", "json", "junit"}))
+        ->capture_default_str();
+    command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
+        ->type_name("FILE");
+    command.add_option("--plugin", options.checker.plugin_file, "The plug-in that checks")
+        ->type_name("FILE");
+    command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
+    command.add_flag("-q,--quiet", options.quiet, "Print no findings: the exit code tells");
+    add_yang_dir(command, options.checker.yang_dir);
+}

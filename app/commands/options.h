@@ -1,0 +1,31 @@
+/// Options that several subcommands share.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+#include <vector>
+
+#include "checking/checker.h"
+
+/// What `check` and `commit` check, with what, and how they report it.
+struct CheckOptions {
+    CheckerOptions checker;
+    std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
+    std::string running;                  ///< empty for an empty running configuration
+    std::string format = "text";          ///< or "json" or "junit"
+    bool accept_warnings = false;
+    bool quiet = false;
+};
+
+/// A subcommand with an example of its arguments at the end of its help.
+CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::string& description,
+                         const std::string& example);
+
+/// `--yang-dir`, the installed models unless given.
+void add_yang_dir(CLI::App& command, std::string& yang_dir);
+
+CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description);
+CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates);
+
+/// The options beside those that all of `check` and `commit` take.
+void add_check_options(CLI::App& command, CheckOptions& options);

@@ -9,14 +9,6 @@
 
 namespace {
 
-void require_one_standard_input(const CheckOptions& options) {
-    const auto count = std::count(options.candidates.begin(), options.candidates.end(), "-") +
-                       (options.running == "-" ? 1 : 0);
-    if (count > 1) {
-        throw CannotCheck("standard input can be read once: give \"-\" once only");
-    }
-}
-
 /// One of several candidates: what is wrong with its file must not keep the others from being
 /// checked.
 Report check_one(const Checker& checker, const std::string& candidate, const Running& running) {
@@ -32,6 +24,14 @@ Report check_one(const Checker& checker, const std::string& candidate, const Run
 }
 
 }  // namespace
+
+void require_one_standard_input(const CheckOptions& options) {
+    const auto count = std::count(options.candidates.begin(), options.candidates.end(), "-") +
+                       (options.running == "-" ? 1 : 0);
+    if (count > 1) {
+        throw CannotCheck("standard input can be read once: give \"-\" once only");
+    }
+}
 
 int run_check(const CheckOptions& options) {
     require_one_standard_input(options);

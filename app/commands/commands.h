@@ -15,8 +15,14 @@ struct CheckOptions {
     bool quiet = false;
 };
 
+/// Throws CannotCheck when more than one configuration is to be read from standard input.
+void require_one_standard_input(const CheckOptions& options);
+
 /// Checks every candidate; the worst outcome is the exit code.
 int run_check(const CheckOptions& options);
+
+/// Prints what the one candidate changes in the running configuration.
+int run_diff(const CheckOptions& options);
 
 /// Checks the one candidate and, when nothing is found, makes it the running configuration.
 int run_commit(const CheckOptions& options);

@@ -79,7 +79,18 @@ int run(int argc, char** argv) {
                      "Run this rule only; can be given again")
         ->type_name("SELECTOR")
         ->allow_extra_args(false);
+    check->add_flag("--diff", arguments.check.checker.difference,
+                    "Print first what the candidate changes");
     add_candidates(*check, arguments);
+
+    CLI::App* const diff = add_command(app, "diff", "Print what a configuration changes",
+                                       "--running running.json candidate.json");
+    add_running(*diff, arguments, "The running configuration")->required();
+    diff->add_option("--format", arguments.check.format, "How to print the changes")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+    add_yang_dir(*diff, arguments);
+    add_candidates(*diff, arguments)->expected(1);
 
     CLI::App* const commit =
         add_command(app, "commit", "Check a configuration and make it the running one",
@@ -117,6 +128,9 @@ int run(int argc, char** argv) {
     const std::string& yang_dir = arguments.check.checker.yang_dir;
     if (check->parsed()) {
         return run_check(arguments.check);
+    }
+    if (diff->parsed()) {
+        return run_diff(arguments.check);
     }
     if (commit->parsed()) {
         return run_commit(arguments.check);

@@ -27,7 +27,8 @@ Checker::Checker(const CheckerOptions& options)
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
-      selectors_(options.selectors.begin(), options.selectors.end()) {
+      selectors_(options.selectors.begin(), options.selectors.end()),
+      difference_(options.difference) {
     require_known(selectors_, model_.selectors());
 }
 
@@ -49,6 +50,9 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     const auto show = [&progress](const Report& so_far) {
         progress.show(so_far.candidate, so_far.requests);
     };
+    if (difference_) {
+        report.changes = difference(transaction.running, transaction.candidate);
+    }
     walk_candidate({model_, host_, selectors_, show}, transaction, report);
     return report;
 }

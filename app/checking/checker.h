@@ -14,6 +14,7 @@ struct CheckerOptions {
     std::string yang_dir;
     std::string key_file;                ///< empty for none
     std::vector<std::string> selectors;  ///< the rules to run; empty for all
+    bool difference = false;             ///< whether reports tell what changes
 };
 
 /// A running configuration, parsed once for all candidates.
@@ -38,4 +39,5 @@ class Checker {
     local_platform::Host host_;
     std::optional<local_platform::CryptoKey> key_;
     std::set<std::string> selectors_;
+    bool difference_;
 };

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "configuration/difference.h"
 #include "configuration/location.h"
 
 enum class Severity { error, warning };
@@ -45,6 +46,7 @@ struct Report {
     std::vector<std::string> selectors;  ///< of the rules that were run, in the model's order
     std::size_t requests = 0;
     std::vector<Finding> findings;
+    std::optional<std::vector<Change>> changes;  ///< from running; nothing when not asked for
     std::string failure;  ///< why the candidate could not be checked; empty when it was
     Location failure_at;  ///< where the reason is; unknown when it is not in the file
     Skipped skipped;

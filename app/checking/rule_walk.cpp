@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "call_hook.h"
-#include "checking/operator_path.h"
+#include "configuration/operator_path.h"
 #include "errors/cannot_check.h"
 #include "keypath.h"
 

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <iostream>
 
 #include "commands/commands.h"
@@ -9,14 +8,6 @@
 #include "terminal/output.h"
 
 namespace {
-
-void require_one_standard_input(const CheckOptions& options) {
-    const auto count = std::count(options.candidates.begin(), options.candidates.end(), "-") +
-                       (options.running == "-" ? 1 : 0);
-    if (count > 1) {
-        throw CannotCheck("standard input can be read once: give \"-\" once only");
-    }
-}
 
 /// One of several candidates: what is wrong with its file must not keep the others from being
 /// checked.
@@ -66,6 +57,8 @@ Subcommand add_check_command(CLI::App& app) {
         ->add_option("--rule", options->checker.selectors, "Run this rule only; can be given again")
         ->type_name("SELECTOR")
         ->allow_extra_args(false);
+    command->add_flag("--diff", options->checker.difference,
+                      "Print first what the candidate changes");
     add_candidates(*command, options->candidates);
     return {command, [options] { return run_check(*options); }};
 }

@@ -1,6 +1,9 @@
 #include "commands/options.h"
 
+#include <algorithm>
+
 #include "commands/install_layout.h"
+#include "errors/cannot_check.h"
 
 CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::string& description,
                          const std::string& example) {
@@ -38,4 +41,12 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
     command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
     command.add_flag("-q,--quiet", options.quiet, "Print no findings: the exit code tells");
     add_yang_dir(command, options.checker.yang_dir);
+}
+
+void require_one_standard_input(const CheckOptions& options) {
+    const auto count = std::count(options.candidates.begin(), options.candidates.end(), "-") +
+                       (options.running == "-" ? 1 : 0);
+    if (count > 1) {
+        throw CannotCheck("standard input can be read once: give \"-\" once only");
+    }
 }

@@ -29,3 +29,6 @@ CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candida
 
 /// The options beside those that all of `check` and `commit` take.
 void add_check_options(CLI::App& command, CheckOptions& options);
+
+/// Throws CannotCheck when more than one configuration is to be read from standard input.
+void require_one_standard_input(const CheckOptions& options);

@@ -12,6 +12,7 @@ using local_platform::SchemaNode;
 namespace {
 
 constexpr std::string_view kExtensionModule = "validation-point";
+constexpr std::string_view kEncryptedType = "encrypted-text";
 
 std::string_view without_prefix(std::string_view name) {
     const std::size_t colon = name.find(':');
@@ -19,7 +20,8 @@ std::string_view without_prefix(std::string_view name) {
 }
 
 /// What the platform holds a leaf's value as. Address types are told by the name of their typedef,
-/// since YANG knows them as strings only; every other type is kept as its text.
+/// as encrypted texts are, since YANG knows them as strings only; every other type is kept as its
+/// text.
 confd_vtype value_type(const lysc_node_leaf& leaf, const lysp_node_leaf& parsed) {
     switch (leaf.type->basetype) {
         case LY_TYPE_INT32:
@@ -52,7 +54,9 @@ confd_vtype value_type(const lysc_node_leaf& leaf, const lysp_node_leaf& parsed)
 
 void describe_leaf(const lysc_node_leaf& leaf, SchemaNode& node) {
     node.kind = NodeKind::leaf;
-    node.type = value_type(leaf, *static_cast<const lysp_node_leaf*>(leaf.priv));
+    const auto& parsed = *static_cast<const lysp_node_leaf*>(leaf.priv);
+    node.type = value_type(leaf, parsed);
+    node.is_encrypted = without_prefix(parsed.type.name) == kEncryptedType;
     if (node.type != C_ENUM_VALUE) {
         return;
     }
@@ -87,6 +91,7 @@ SchemaNode describe(const lysc_node& source) {
     node.kind = source.nodetype == LYS_LIST ? NodeKind::list : NodeKind::container;
     describe_children(&source, nullptr, node);
     if (node.kind == NodeKind::list) {
+        node.is_ordered_by_user = (source.flags & LYS_ORDBY_USER) != 0;
         const lysc_node* child = lysc_node_child(&source);
         for (; child != nullptr && lysc_is_key(child); child = child->next) {
             node.keys.emplace_back(child->name);

@@ -1,3 +1,4 @@
+#include "reports/difference_report.h"
 #include "reports/report_format.h"
 #include "terminal/output.h"
 
@@ -37,6 +38,10 @@ std::string format_report(const Report& report, bool colour) {
         return report.candidate + ": not checked\n";
     }
     std::string text;
+    if (report.changes) {
+        text += report.changes->empty() ? "no changes\n"
+                                        : format_difference_text(*report.changes, colour);
+    }
     for (const Finding& finding : report.findings) {
         text += format_finding(finding, colour);
     }

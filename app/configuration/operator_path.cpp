@@ -1,4 +1,4 @@
-#include "checking/operator_path.h"
+#include "configuration/operator_path.h"
 
 #include <algorithm>
 
@@ -16,9 +16,13 @@ std::string operator_path(const Node& node) {
     }
     words += node.schema->name;
     if (node.is_entry) {
-        std::string keys = node.index_key;
-        std::replace(keys.begin(), keys.end(), '\0', ' ');
-        words.append(" ").append(keys);
+        words.append(" ").append(operator_keys(node));
     }
     return words;
+}
+
+std::string operator_keys(const Node& entry) {
+    std::string keys = entry.index_key;
+    std::replace(keys.begin(), keys.end(), '\0', ' ');
+    return keys;
 }

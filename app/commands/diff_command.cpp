@@ -1,0 +1,35 @@
+#include "commands/commands.h"
+#include "commands/exit_code.h"
+#include "commands/options.h"
+#include "configuration/yang_model.h"
+#include "reports/difference_report.h"
+#include "terminal/output.h"
+
+namespace {
+
+/// Prints what the one candidate changes in the running configuration.
+int run_diff(const CheckOptions& options) {
+    require_one_standard_input(options);
+    const YangModel model(options.checker.yang_dir);
+    const ConfigurationFile running = read_configuration_file(options.running);
+    const ConfigurationFile candidate = read_configuration_file(options.candidates.front());
+    const std::vector<Change> changes = difference(model.read(running), model.read(candidate));
+    print(options.format == "json" ? format_difference_json(running.name, candidate.name, changes)
+                                   : format_difference_text(changes, wants_colour()));
+    return changes.empty() ? kExitClean : kExitDifferences;
+}
+
+}  // namespace
+
+Subcommand add_diff_command(CLI::App& app) {
+    const auto options = std::make_shared<CheckOptions>();
+    CLI::App* const command = add_subcommand(app, "diff", "Print what a configuration changes",
+                                             "--running running.json candidate.json");
+    add_running(*command, options->running, "The running configuration")->required();
+    command->add_option("--format", options->format, "How to print the changes")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->capture_default_str();
+    add_yang_dir(*command, options->checker.yang_dir);
+    add_candidates(*command, options->candidates)->expected(1);
+    return {command, [options] { return run_diff(*options); }};
+}

@@ -1,0 +1,115 @@
+#include "reports/difference_report.h"
+
+#include <nlohmann/json.hpp>
+
+#include "terminal/output.h"
+
+// Ordered, so that an object reads in the order in which it is described.
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+struct Look {
+    const char* mark;
+    const char* colour;
+    const char* word;
+};
+
+const Look& look_of(ChangeKind kind) {
+    static constexpr Look kAdded{"+ ", "\033[32m", "added"};
+    static constexpr Look kRemoved{"- ", "\033[31m", "removed"};
+    static constexpr Look kChanged{"~ ", "\033[33m", "changed"};
+    static constexpr Look kMoved{"~ ", "\033[33m", "moved"};
+    switch (kind) {
+        case ChangeKind::added:
+            return kAdded;
+        case ChangeKind::removed:
+            return kRemoved;
+        case ChangeKind::changed:
+            return kChanged;
+        default:
+            return kMoved;
+    }
+}
+
+std::string shown_value(const std::optional<std::string>& value) {
+    return value.has_value() && !value->empty() ? printable(*value) : "\"\"";
+}
+
+/// What follows the node: " 120 → 150".
+std::string values_of(const Change& change) {
+    if (change.kind == ChangeKind::added || change.kind == ChangeKind::removed) {
+        const auto& value = change.kind == ChangeKind::added ? change.new_value : change.old_value;
+        return value.value_or("").empty() ? "" : " " + printable(*value);
+    }
+    const std::string start = change.kind == ChangeKind::moved ? " moved: " : " ";
+    return change.old_value == change.new_value  // a secret's
+               ? start + shown_value(change.new_value)
+               : start + shown_value(change.old_value) + " → " + shown_value(change.new_value);
+}
+
+std::string marked(const Change& change, const std::string& text, bool colour) {
+    const Look& look = look_of(change.kind);
+    return colour ? look.colour + (look.mark + text) + "\033[0m" : look.mark + text;
+}
+
+/// An entry that comes or goes only with entries below it has nothing to say of its own.
+bool is_told_below(const Change& change, const Change& next) {
+    return change.node.empty() && next.node.empty() && change.kind == next.kind &&
+           next.group.compare(0, change.group.size() + 1, change.group + ' ') == 0;
+}
+
+std::string place_of(const Change& change) {
+    const bool is_both = !change.group.empty() && !change.node.empty();
+    return change.group + (is_both ? " " : "") + change.node;
+}
+
+Json to_json(const Change& change) {
+    Json json = {
+        {"kind", look_of(change.kind).word}, {"path", change.path}, {"place", place_of(change)}};
+    if (change.old_value) {
+        json["old"] = *change.old_value;
+    }
+    if (change.new_value) {
+        json["new"] = *change.new_value;
+    }
+    return json;
+}
+
+}  // namespace
+
+std::string format_difference_text(const std::vector<Change>& changes, bool colour) {
+    std::string text;
+    std::string group;
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        const Change& change = changes[i];
+        if (i + 1 < changes.size() && is_told_below(change, changes[i + 1])) {
+            continue;
+        }
+        if (change.node.empty()) {
+            text += marked(change, printable(change.group) + values_of(change), colour) + "\n";
+        } else {
+            if (change.group != group) {
+                text += "  " + printable(change.group) + "\n";
+            }
+            text += (change.group.empty() ? "" : "    ") +
+                    marked(change, printable(change.node) + values_of(change), colour) + "\n";
+        }
+        group = change.group;
+    }
+    return text;
+}
+
+std::string format_difference_json(const std::string& running, const std::string& candidate,
+                                   const std::vector<Change>& changes) {
+    Json list = Json::array();
+    for (const Change& change : changes) {
+        list.push_back(to_json(change));
+    }
+    const Json json = {{"format_version", "1.0"},
+                       {"running", running},
+                       {"candidate", candidate},
+                       {"changes", list}};
+    // A file's name need not be UTF-8.
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}

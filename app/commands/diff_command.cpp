@@ -7,6 +7,7 @@
 
 namespace {
 
+/// Prints what the one candidate changes in the running configuration.
 int run_diff(const CheckOptions& options) {
     require_one_standard_input(options);
     const YangModel model(options.checker.yang_dir);

@@ -4,13 +4,13 @@ JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
 .PHONY: help build test demo install package check-package check-abi abi lint format coverage \
-        check-deep rules-doc check-docs bench bench-instructions bench-report build-bench clean
+        check-deep check-cross rules-doc check-docs bench bench-instructions bench-report build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
 
 $(BUILD)/build.ninja:
-	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_INSTALL_LIBDIR=lib
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_INSTALL_LIBDIR=lib -DVRRP_VALID_STRICT=ON
 
 ## make build               the plug-in, the local platform, the command and the tests, in build/
 build: deps-build $(BUILD)/build.ninja
@@ -65,6 +65,10 @@ coverage: deps-build deps-deep
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
 check-deep: deps-build deps-deep
 	scripts/check-deep.sh
+
+## make check-cross         build for other processors, and run the rules' tests on two of them
+check-cross: deps-build deps-cross
+	scripts/check-cross.sh
 
 build-bench: deps-build deps-bench
 	cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DVRRP_VALID_BENCH=ON \

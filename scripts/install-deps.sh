@@ -7,6 +7,7 @@ declare -A groups=(
            libssl-dev libgtest-dev libgmock-dev binutils"
   [lint]="clang-format clang-tidy libyang-tools shellcheck"
   [deep]="clang libclang-rt-14-dev valgrind gcovr"
+  [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"
   [bench]="libbenchmark-dev gnuplot-nox valgrind"
   [package]="dpkg-dev file debootstrap abigail-tools man-db"
 )

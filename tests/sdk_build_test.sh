@@ -20,4 +20,4 @@ if [ "$built" != "$work/build/lib/vrrp-valid/libvrrp_valid.so" ]; then
   printf 'more or less than the plug-in was built:\n%s\n' "$built"
   exit 1
 fi
-"$source_dir/tests/library_test.sh" "$built" "$source_dir/src/exports.map" optimised
+"$source_dir/tests/library_test.sh" "$built" "$source_dir/src/libvrrp_valid.abi" optimised

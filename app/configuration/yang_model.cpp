@@ -48,18 +48,16 @@ std::vector<std::string> module_names(const std::string& dir) {
 }
 
 std::string step_of(const lyd_node& node) {
-    std::string step = std::string("/") + node.schema->name;
+    const std::string step = std::string("/") + node.schema->name;
     if (node.schema->nodetype != LYS_LIST) {
         return step;
     }
-    char separator = '{';
+    std::vector<std::string_view> keys;
     for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
          key = key->next) {
-        step += separator;
-        step += local_platform::quoted_key(lyd_get_value(key));
-        separator = ' ';
+        keys.emplace_back(lyd_get_value(key));
     }
-    return step + "}";
+    return step + local_platform::keys_text(keys);
 }
 
 void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& builder) {

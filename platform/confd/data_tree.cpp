@@ -47,6 +47,10 @@ void set_leaf(Node& leaf, std::string_view text) {
     parse_value(*leaf.schema, leaf.text, leaf.value);
 }
 
+const SchemaNode& model_of(const Node& node) {
+    return node.parent == nullptr ? *node.schema : model_of(*node.parent);
+}
+
 /// Appends the entry with the keys of `step` to `list`, its key leaves set.
 Node& append_entry(Node& list, const PathStep& step, std::string index_key) {
     auto entry = make_node(*list.schema, &list);
@@ -56,6 +60,10 @@ Node& append_entry(Node& list, const PathStep& step, std::string index_key) {
         const int position = list.schema->child_index(list.schema->keys[i]);
         Node& key = child_of(*entry, static_cast<std::size_t>(position));
         set_leaf(key, step.keys[i]);
+        if (imitates_path(model_of(list), key.text)) {
+            throw PlatformError("the key \"" + key.text +
+                                "\" spells a path to another entry; rename the entry");
+        }
         entry->keys.push_back(key.value);
     }
     entry->index_key = std::move(index_key);

@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <optional>
 
 #include "confd_lib.h"
 #include "hook.h"
 #include "keypath.h"
+#include "platform_error.h"
 #include "schema_node.h"
 #include "value_text.h"
 
@@ -18,28 +20,63 @@ const SchemaNode* key_leaf(const confd_value_t& tag, std::size_t index) {
     return position < 0 ? nullptr : &tag.val.xmltag->children[static_cast<std::size_t>(position)];
 }
 
-void append_typed_key(BoundedText& out, const confd_value_t& key, const SchemaNode* leaf) {
+/// The text of a key that may hold any character; nothing for a number or an address.
+std::optional<std::string_view> free_text(const confd_value_t& key, const SchemaNode* leaf) {
     if (key.type == C_BUF) {
-        return append_key(out, {reinterpret_cast<const char*>(key.val.buf.ptr), key.val.buf.size});
+        return text_of(key);
     }
-    append_value(out, key, leaf);
+    return key.type == C_ENUM_VALUE ? enum_label(key.val.enumvalue, leaf) : std::nullopt;
 }
 
-/// "{key1 key2}" of the entry at `element`, whose list's tag is `tag`.
+void append_quoted(BoundedText& out, std::string_view text) {
+    out.append("\"");
+    for (const char& c : text) {
+        if (c == '"' || c == '\\') {
+            out.append("\\");
+        }
+        out.append({&c, 1});
+    }
+    out.append("\"");
+}
+
+/// The keys of the entry at `element`, whose list's tag is `tag`.
 void append_keys(BoundedText& out, const confd_value_t (&element)[MAXKEYLEN],
                  const confd_value_t& tag) {
-    out.append("{");
-    for (std::size_t i = 0; i < MAXKEYLEN && element[i].type != C_NOEXISTS; ++i) {
-        if (i > 0) {
-            out.append(" ");
-        }
-        append_typed_key(out, element[i], key_leaf(tag, i));
+    bool quoted = false;
+    std::size_t count = 0;
+    for (; count < MAXKEYLEN && element[count].type != C_NOEXISTS; ++count) {
+        const auto text = free_text(element[count], key_leaf(tag, count));
+        quoted = quoted || (text && !is_addressable(*text));
     }
-    out.append("}");
+    for (std::size_t i = 0; i < count; ++i) {
+        out.append(i > 0 ? " " : quoted ? "[" : "{");
+        const auto text = free_text(element[i], key_leaf(tag, i));
+        if (!text) {
+            out.append(quoted ? "\"" : "");
+            append_value(out, element[i]);
+            out.append(quoted ? "\"" : "");
+        } else if (quoted) {
+            append_quoted(out, *text);
+        } else {
+            out.append(*text);
+        }
+    }
+    out.append(quoted ? "]" : "}");
 }
 
-int print_keypath(char* buffer, std::size_t size, const confd_hkeypath_t& kp) {
-    BoundedText out(buffer, size);
+/// What `print` appends, at any length.
+template <typename Print>
+std::string whole_text(Print print) {
+    BoundedText measure(nullptr, 0);
+    print(measure);
+    std::string text(static_cast<std::size_t>(measure.finish()), '\0');
+    BoundedText out(text.data(), text.size() + 1);
+    print(out);
+    out.finish();
+    return text;
+}
+
+void append_keypath(BoundedText& out, const confd_hkeypath_t& kp) {
     const confd_value_t no_tag{};
     for (int i = kp.len - 1; i >= 0; --i) {
         if (kp.v[i][0].type == C_XMLTAG) {
@@ -49,7 +86,6 @@ int print_keypath(char* buffer, std::size_t size, const confd_hkeypath_t& kp) {
             append_keys(out, kp.v[i], i + 1 < kp.len ? kp.v[i + 1][0] : no_tag);
         }
     }
-    return out.finish();
 }
 
 bool is_printable(const confd_hkeypath_t& kp) {
@@ -62,38 +98,39 @@ std::string keypath_text(const confd_hkeypath_t& kp) {
     if (!is_printable(kp)) {
         return {};
     }
-    std::string text(static_cast<std::size_t>(print_keypath(nullptr, 0, kp)), '\0');
-    print_keypath(text.data(), text.size() + 1, kp);
-    return text;
+    return whole_text([&](BoundedText& out) { append_keypath(out, kp); });
 }
 
-std::string quoted_key(std::string_view key) {
-    BoundedText measure(nullptr, 0);
-    append_key(measure, key);
-    std::string text(static_cast<std::size_t>(measure.finish()), '\0');
-    BoundedText out(text.data(), text.size());
-    append_key(out, key);
-    return text;
+std::string keys_text(const std::vector<std::string_view>& keys) {
+    confd_value_t element[MAXKEYLEN] = {};
+    if (keys.empty() || keys.size() >= MAXKEYLEN) {
+        throw PlatformError("a list entry has 1 to " + std::to_string(MAXKEYLEN - 1) + " keys");
+    }
+    std::transform(keys.begin(), keys.end(), element, text_value);
+    return whole_text([&](BoundedText& out) { append_keys(out, element, {}); });
 }
 
 }  // namespace local_platform
 
+using local_platform::BoundedText;
 using local_platform::serve;
 
 int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {
     return serve({"confd_pp_value", -1, {}}, [&] {
-        local_platform::BoundedText out(buf, static_cast<std::size_t>(std::max(bufsiz, 0)));
-        local_platform::append_value(out, *v, nullptr);
+        BoundedText out(buf, static_cast<std::size_t>(std::max(bufsiz, 0)));
+        local_platform::append_value(out, *v);
         return out.finish();
     });
 }
 
 int confd_pp_kpath(char* buf, int bufsiz, const confd_hkeypath_t* kp) {
     return serve({"confd_pp_kpath", -1, {}}, [&] {
+        BoundedText out(buf, static_cast<std::size_t>(std::max(bufsiz, 0)));
         if (!local_platform::is_printable(*kp)) {
+            out.finish();
             return local_platform::fail("a keypath without elements, or with too many");
         }
-        const auto size = static_cast<std::size_t>(std::max(bufsiz, 0));
-        return local_platform::print_keypath(buf, size, *kp);
+        local_platform::append_keypath(out, *kp);
+        return out.finish();
     });
 }

@@ -1,5 +1,7 @@
 #include "path_lookup.h"
 
+#include <algorithm>
+
 #include "value_text.h"
 
 namespace local_platform {
@@ -61,14 +63,9 @@ Lookup look_up_step(const Lookup& from, const PathStep& step) {
     return found;
 }
 
-}  // namespace
-
-Lookup look_up(const Node& root, std::string_view path) {
+Lookup follow(Lookup found, std::string_view path) {
     PathReader reader(path);
     PathStep step;
-    Lookup found;
-    found.node = &root;
-    found.schema = root.schema;
     for (;;) {
         const PathReader::Result result = reader.next(step);
         if (result == PathReader::Result::end) {
@@ -83,6 +80,43 @@ Lookup look_up(const Node& root, std::string_view path) {
             return found;
         }
     }
+}
+
+/// Whether `tail` leads from an entry of a list at or below `node` to an entry of a list below it
+/// that has a child of the same name.
+bool leads_to_like_entry(const SchemaNode& node, std::string_view tail) {
+    if (node.kind == NodeKind::list) {
+        Lookup entry;
+        entry.schema = &node;
+        const Lookup found = follow(entry, tail);
+        if (found.error == nullptr && found.schema->kind == NodeKind::list &&
+            std::any_of(node.children.begin(), node.children.end(), [&](const auto& child) {
+                return found.schema->child_index(child.name) >= 0;
+            })) {
+            return true;
+        }
+    }
+    return std::any_of(node.children.begin(), node.children.end(),
+                       [&](const auto& child) { return leads_to_like_entry(child, tail); });
+}
+
+}  // namespace
+
+Lookup look_up(const Node& root, std::string_view path) {
+    Lookup found;
+    found.node = &root;
+    found.schema = root.schema;
+    return follow(found, path);
+}
+
+bool imitates_path(const SchemaNode& model, std::string_view key) {
+    const std::string closed = std::string(key) + "}";
+    for (std::size_t at = 0; (at = closed.find("}/", at)) != std::string::npos; ++at) {
+        if (leads_to_like_entry(model, std::string_view(closed).substr(at + 1))) {
+            return true;
+        }
+    }
+    return false;
 }
 
 bool canonical_index_key(const SchemaNode& list, const PathStep& step, std::string& index_key) {

@@ -1,11 +1,9 @@
 #include "path_reader.h"
 
+#include "keypath.h"
+
 namespace local_platform {
 namespace {
-
-bool is_blank(char c) {
-    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
 
 /// A set of characters that answers with one load.
 class CharacterSet {
@@ -22,8 +20,8 @@ class CharacterSet {
     bool holds_[256] = {};
 };
 
-constexpr CharacterSet kNameEnds("/{");
-constexpr CharacterSet kKeyEnds(" \t\n\r{}\"");
+constexpr CharacterSet kNameEnds("/{[");
+constexpr CharacterSet kBareKeyEnds({" \t\n\r{}\"", sizeof " \t\n\r{}\""});  // and NUL
 
 /// How much of `text` stands before the first of `ends`. find_first_of() would search its set anew,
 /// with a call, for each character.
@@ -36,6 +34,10 @@ std::size_t length_before(std::string_view text, const CharacterSet& ends) {
 }
 
 }  // namespace
+
+bool is_addressable(std::string_view key) {
+    return !key.empty() && length_before(key, kBareKeyEnds) == key.size();
+}
 
 PathReader::PathReader(std::string_view path) : rest_(path) {
     if (!rest_.empty() && rest_.front() == '/') {
@@ -60,42 +62,42 @@ PathReader::Result PathReader::next(PathStep& step) {
     }
     rest_.remove_prefix(step.name.size());
     step.key_count = 0;
-    step.has_keys = !rest_.empty() && rest_.front() == '{';
+    step.has_keys = !rest_.empty() && (rest_.front() == '{' || rest_.front() == '[');
     return !step.has_keys || read_keys(step) ? Result::step : Result::malformed;
 }
 
-/// "{key1 key2}": the opening brace is there, the closing one must follow.
+/// `{key1 key2}` or `["key1" "key2"]`: the opening mark is there, the closing one must follow.
 bool PathReader::read_keys(PathStep& step) {
-    rest_.remove_prefix(1);
-    for (;;) {
-        while (!rest_.empty() && is_blank(rest_.front())) {
-            rest_.remove_prefix(1);
-        }
-        if (rest_.empty()) {
+    const bool quoted = rest_.front() == '[';
+    const char close = quoted ? ']' : '}';
+    for (char before = ' '; before == ' ';) {
+        rest_.remove_prefix(1);
+        if (step.key_count == step.keys.size()) {
             return false;
         }
-        if (rest_.front() == '}') {
-            rest_.remove_prefix(1);
-            return true;
+        std::string_view& key = step.keys[step.key_count++];
+        if (!(quoted ? read_quoted_key(key) : read_bare_key(key)) || rest_.empty()) {
+            return false;
         }
-        if (step.key_count == step.keys.size() || !read_key(step.keys[step.key_count++])) {
+        before = rest_.front();
+        if (before != ' ' && before != close) {
             return false;
         }
     }
+    rest_.remove_prefix(1);
+    return true;
 }
 
-/// A key ends at a blank or the closing brace; only a quoted one may hold them.
-bool PathReader::read_key(std::string_view& key) {
-    if (rest_.front() == '"') {
-        return read_quoted_key(key) && !rest_.empty() &&
-               (is_blank(rest_.front()) || rest_.front() == '}');
-    }
-    key = rest_.substr(0, length_before(rest_, kKeyEnds));
+bool PathReader::read_bare_key(std::string_view& key) {
+    key = rest_.substr(0, length_before(rest_, kBareKeyEnds));
     rest_.remove_prefix(key.size());
-    return !rest_.empty() && rest_.front() != '{' && rest_.front() != '"';
+    return !key.empty();
 }
 
 bool PathReader::read_quoted_key(std::string_view& key) {
+    if (rest_.empty() || rest_.front() != '"') {
+        return false;
+    }
     rest_.remove_prefix(1);
     const std::size_t plain_end = rest_.find_first_of("\"\\");
     if (plain_end == std::string_view::npos) {

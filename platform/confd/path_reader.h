@@ -10,11 +10,10 @@
 
 namespace local_platform {
 
-/// One step: a name, and the key texts that follow it in braces. `has_keys` tells "list{}" from
-/// "list".
+/// One step: a name, and the key texts that follow it. `has_keys` tells "list{}" from "list".
 struct PathStep {
     std::string_view name;
-    std::array<std::string_view, MAXKEYLEN> keys;
+    std::array<std::string_view, MAXKEYLEN - 1> keys;
     std::size_t key_count = 0;
     bool has_keys = false;
 };
@@ -31,7 +30,7 @@ class PathReader {
 
   private:
     bool read_keys(PathStep& step);
-    bool read_key(std::string_view& key);
+    bool read_bare_key(std::string_view& key);
     bool read_quoted_key(std::string_view& key);
 
     std::string_view rest_;

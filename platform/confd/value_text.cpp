@@ -67,21 +67,6 @@ void append_address(BoundedText& out, int family, const void* address) {
     out.append(inet_ntop(family, address, text.data(), text.size()));
 }
 
-void append_enum(BoundedText& out, int32_t number, const SchemaNode* leaf) {
-    if (leaf != nullptr) {
-        for (const auto& [value, label] : leaf->enums) {
-            if (value == number) {
-                return out.append(label);
-            }
-        }
-    }
-    append_number(out, number);
-}
-
-bool needs_quotes(std::string_view key) {
-    return key.empty() || key.find_first_of(" \t\r\n{}\"\\") != std::string_view::npos;
-}
-
 }  // namespace
 
 void BoundedText::append(std::string_view text) {
@@ -98,11 +83,33 @@ int BoundedText::finish() {
     return static_cast<int>(length_);
 }
 
-void append_value(BoundedText& out, const confd_value_t& value, const SchemaNode* leaf) {
+std::string_view text_of(const confd_value_t& value) {
+    return {reinterpret_cast<const char*>(value.val.buf.ptr), value.val.buf.size};
+}
+
+confd_value_t text_value(std::string_view text) {
+    confd_value_t value;
+    value.type = C_BUF;
+    value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
+    value.val.buf.size = static_cast<unsigned int>(text.size());
+    return value;
+}
+
+std::optional<std::string_view> enum_label(int32_t number, const SchemaNode* leaf) {
+    if (leaf != nullptr) {
+        for (const auto& [value, label] : leaf->enums) {
+            if (value == number) {
+                return label;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+void append_value(BoundedText& out, const confd_value_t& value) {
     switch (value.type) {
         case C_BUF:
-            return out.append(
-                {reinterpret_cast<const char*>(value.val.buf.ptr), value.val.buf.size});
+            return out.append(text_of(value));
         case C_INT32:
             return append_number(out, value.val.i32);
         case C_UINT8:
@@ -110,7 +117,7 @@ void append_value(BoundedText& out, const confd_value_t& value, const SchemaNode
         case C_BOOL:
             return out.append(value.val.boolean != 0 ? "true" : "false");
         case C_ENUM_VALUE:
-            return append_enum(out, value.val.enumvalue, leaf);
+            return append_number(out, value.val.enumvalue);
         case C_IPV4:
             return append_address(out, AF_INET, &value.val.ip);
         case C_IPV6:
@@ -135,8 +142,7 @@ bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& v
     int number = 0;
     switch (leaf.type) {
         case C_BUF:
-            value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
-            value.val.buf.size = static_cast<unsigned int>(text.size());
+            value = text_value(text);
             return true;
         case C_INT32:
             return parse_number(text, INT32_MIN, INT32_MAX, value.val.i32);
@@ -182,24 +188,10 @@ bool canonical_text(const SchemaNode& leaf, std::string_view text, std::string& 
     }
     std::array<char, kLongestAddressText> buffer{};
     BoundedText out(buffer.data(), buffer.size());
-    append_value(out, value, &leaf);
+    append_value(out, value);
     out.finish();
     canonical = buffer.data();
     return true;
-}
-
-void append_key(BoundedText& out, std::string_view key) {
-    if (!needs_quotes(key)) {
-        return out.append(key);
-    }
-    out.append("\"");
-    for (const char& c : key) {
-        if (c == '"' || c == '\\') {
-            out.append("\\");
-        }
-        out.append({&c, 1});
-    }
-    out.append("\"");
 }
 
 }  // namespace local_platform

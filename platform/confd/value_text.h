@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,8 +28,15 @@ class BoundedText {
     std::size_t length_ = 0;
 };
 
-/// Appends `value` as text; an enumeration as its label in `leaf`, or as its number without a leaf.
-void append_value(BoundedText& out, const confd_value_t& value, const SchemaNode* leaf);
+/// The text of a C_BUF, and a C_BUF of `text`, which must be NUL-terminated one byte behind.
+std::string_view text_of(const confd_value_t& value);
+confd_value_t text_value(std::string_view text);
+
+/// The label of an enumeration's value in `leaf`; nothing when it has none, or without a leaf.
+std::optional<std::string_view> enum_label(int32_t number, const SchemaNode* leaf);
+
+/// Appends `value` as text; an enumeration as its number, since a bare value has no labels.
+void append_value(BoundedText& out, const confd_value_t& value);
 
 /// Reads `text` as a value of `leaf`'s type into `value`; a C_BUF points into `text`, which must be
 /// NUL-terminated there. False when the type does not allow it.
@@ -36,8 +44,5 @@ bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& v
 
 /// The one text that stands for `text` as a value of `leaf`. False when the type does not allow it.
 bool canonical_text(const SchemaNode& leaf, std::string_view text, std::string& canonical);
-
-/// Appends a key as it stands between braces: quoted where it has to be.
-void append_key(BoundedText& out, std::string_view key);
 
 }  // namespace local_platform

@@ -53,8 +53,9 @@ class TreeBuilder {
     explicit TreeBuilder(std::shared_ptr<const SchemaNode> schema);
 
     /// Adds the node at `path` with every ancestor that is not there yet, keys included; a leaf
-    /// gets `text` as its value. Throws PlatformError for a bad path or a text that the type does
-    /// not allow; the builder is of no further use then.
+    /// gets `text` as its value. Throws PlatformError for a bad path, a text that the type does
+    /// not allow, or a key that would spell a path to another entry ("x}/sub{z", where the model
+    /// has such a list); the builder is of no further use then.
     TreeBuilder& set(std::string_view path, std::string_view text = {});
     DataTree build() &&;
 

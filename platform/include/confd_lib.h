@@ -95,9 +95,9 @@ extern "C" {
 /// its number, since a bare value does not know its labels. Returns the length of the whole text.
 int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v);
 
-/// Prints `kp` as a path into `buf`, NUL-terminated, cut to `bufsiz` bytes: "/a/b{key}/c", the keys
-/// of one entry parted by a blank, a key with a blank, brace or quote in double quotes. Returns the
-/// length of the whole text, or -1 when `kp` has no elements or too many.
+/// Prints `kp` as a path into `buf`, NUL-terminated, cut to `bufsiz` bytes: "/a/b{key}/c", or
+/// `/a/b["key"]/c` where a key cannot stand in braces, see confd_maapi.h. Returns the length of the
+/// whole text, or -1, with an empty text, when `kp` has no elements or too many.
 int confd_pp_kpath(char* buf, int bufsiz, const confd_hkeypath_t* kp);
 
 /// The text of the calling thread's last failure; empty when there was none. Valid until its next

@@ -1,10 +1,20 @@
 /// libconfd: MAAPI, reads of a transaction.
 ///
 /// Every operation names the transaction by the MAAPI socket and a handle valid on it, and the node
-/// by a path given as a printf format and its arguments. A path has an optional leading "/" and
-/// "{key}" or
-/// "{key1 key2}" after a list; a key may be quoted. A path that is malformed or names no node of
-/// the model is an error.
+/// by a path given as a printf format and its arguments. A path that is malformed or names no node
+/// of the model is an error.
+///
+/// A path has an optional leading "/", its steps are parted by "/", and the keys of an entry follow
+/// the list's name in one of two forms:
+///   list{key}  list{key1 key2}      bare keys, taken as they stand: text without a blank, tab,
+///   line
+///                                   end, brace, double quote or NUL. One blank parts two keys; any
+///                                   other makes the path malformed, as does an empty key.
+///   list["key"]  list["k1" "k2"]    quoted keys, any text; a quote or backslash in one follows a
+///                                   backslash.
+/// Braces never hold quotes, so whatever name is put between them, the path names that name's own
+/// entry or is malformed; confd_pp_kpath() prints the quoted form where a key needs it. A key of a
+/// number or address type may have any text that the type reads: {05} is {5}.
 #pragma once
 
 #include "confd_lib.h"

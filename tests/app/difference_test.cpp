@@ -66,9 +66,9 @@ TEST(Difference, IsToldInTheOperatorsWords) {
 TEST(Difference, OfAnEntryNamesItsPathAndWhatItHeld) {
     const auto found = changes(pairs(R"({"first": "a b", "second": 1, "size": 5})"), "");
     ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[0].path, "/top/section/pair{\"a b\" 1}");
+    EXPECT_EQ(found[0].path, "/top/section/pair[\"a b\" \"1\"]");
     EXPECT_FALSE(found[0].old_value.has_value());
-    EXPECT_EQ(found[1].path, "/top/section/pair{\"a b\" 1}/size");
+    EXPECT_EQ(found[1].path, "/top/section/pair[\"a b\" \"1\"]/size");
     EXPECT_EQ(found[1].old_value, "5");
     EXPECT_FALSE(found[1].new_value.has_value());
 }

@@ -52,7 +52,7 @@ TEST(RuleWalk, AsksForEveryUseInDocumentOrder) {
         ElementsAre("warning top flag", "silent top section", "reading top section pair b 2 size",
                     "odd top section pair b 2 size", "odd top section pair a b 1 size"));
     EXPECT_EQ(report.count(Severity::warning), 1U);
-    EXPECT_EQ(report.findings[4].path, "/top/section/pair{\"a b\" 1}/size");
+    EXPECT_EQ(report.findings[4].path, "/top/section/pair[\"a b\" \"1\"]/size");
 }
 
 TEST(RuleWalk, KeepsTheLastMessageOrMakesOneThatNamesTheNode) {

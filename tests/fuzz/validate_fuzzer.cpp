@@ -26,11 +26,10 @@ DataTree any_tree(const YangModel& model, const CryptoKey& key, FuzzedDataProvid
     while (data.ConsumeBool()) {
         std::string name = data.ConsumeRandomLengthString(40);
         name.resize(std::max(name.size(), data.PickValueInArray(kLengths)), 'k');
-        builder.set(
-            "config/interface/l3{" + quoted_key(name) + "}/" + data.PickValueInArray(kLeafs),
-            data.PickValueInArray(kValues));
-        const std::string id = "router/vrrp/interface{" + quoted_key("l3-" + name) +
-                               "}/address-family{" + (data.ConsumeBool() ? "ipv4" : "ipv6") +
+        builder.set("config/interface/l3" + keys_text({name}) + "/" + data.PickValueInArray(kLeafs),
+                    data.PickValueInArray(kValues));
+        const std::string id = "router/vrrp/interface" + keys_text({"l3-" + name}) +
+                               "/address-family{" + (data.ConsumeBool() ? "ipv4" : "ipv6") +
                                "}/vr-id{5}";
         builder.set(id + "/version", "3").set(id + "/address-link-local/link-local/ip", "fe80::1");
         builder.set(id + "/address/ipv4{192.0.2.255}").set(id + "/address/ipv6{::}");

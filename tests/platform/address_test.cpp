@@ -1,8 +1,10 @@
 #include <arpa/inet.h>
+#include <gtest/gtest.h>
 
 #include <stdexcept>
 
-#include "support.h"
+#include "nettypes/ipv4_addr_mask.h"
+#include "nettypes/ipv6_addr_mask.h"
 
 using nettypes::IPv4AddrMask;
 using nettypes::IPv6AddrMask;

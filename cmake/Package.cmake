@@ -1,6 +1,7 @@
 # The Debian package: the plug-in, the command with its models and local platform, manual and completion.
 configure_file(docs/vrrp-valid.1.in vrrp-valid.1 @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/vrrp-valid.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES docs/report.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/vrrp-valid)
 install(FILES app/completion/vrrp-valid DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
 set(CPACK_GENERATOR DEB)

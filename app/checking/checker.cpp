@@ -1,7 +1,9 @@
 #include "checking/checker.h"
 
 #include <algorithm>
+#include <chrono>
 
+#include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
 #include "files/key_file.h"
 #include "terminal/progress.h"
@@ -36,15 +38,23 @@ Running Checker::read_running(const std::optional<ConfigurationFile>& file) cons
     return file ? Running{file->name, model_.read(*file)} : Running{{}, DataTree(model_.schema())};
 }
 
+std::vector<std::string> Checker::selectors() const {
+    std::vector<std::string> selectors = model_.selectors();
+    const auto is_left_out = [this](const std::string& selector) {
+        return !selectors_.empty() && selectors_.count(selector) == 0;
+    };
+    selectors.erase(std::remove_if(selectors.begin(), selectors.end(), is_left_out),
+                    selectors.end());
+    return selectors;
+}
+
 Report Checker::check(const ConfigurationFile& candidate, const Running& running) const {
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
     Report report;
     report.candidate = candidate.name;
     report.running = running.name;
-    for (const std::string& selector : model_.selectors()) {
-        if (selectors_.empty() || selectors_.count(selector) > 0) {
-            report.selectors.push_back(selector);
-        }
-    }
+    report.selectors = selectors();
     const Transaction transaction{model_.read(candidate), running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
@@ -53,6 +63,8 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     if (difference_) {
         report.changes = difference(transaction.running, transaction.candidate);
     }
+    report.instances = vrrp_instances(transaction.candidate);
     walk_candidate({model_, host_, selectors_, show}, transaction, report);
+    report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;
 }

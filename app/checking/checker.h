@@ -31,6 +31,9 @@ class Checker {
     /// The running configuration in `file`, an empty one without a file. Throws CannotCheck.
     Running read_running(const std::optional<ConfigurationFile>& file) const;
 
+    /// The rules that it runs, in the model's order.
+    std::vector<std::string> selectors() const;
+
     /// Checks `candidate` against `running`. Throws CannotCheck.
     Report check(const ConfigurationFile& candidate, const Running& running) const;
 

@@ -40,6 +40,13 @@ struct Skipped {
     std::vector<std::string> unknown;  ///< nodes that known modules do not have, "file:line: path"
 };
 
+/// A VRRP instance by its keys.
+struct VrrpInstance {
+    std::string interface;
+    std::string family;
+    std::string id;
+};
+
 struct Report {
     std::string candidate;               ///< the file's name
     std::string running;                 ///< the running configuration's; empty for an empty one
@@ -50,9 +57,10 @@ struct Report {
     std::string failure;  ///< why the candidate could not be checked; empty when it was
     Location failure_at;  ///< where the reason is; unknown when it is not in the file
     Skipped skipped;
-    std::size_t removed_instances = 0;  ///< VRRP instances of running that the candidate lacks
-    std::optional<bool> committed;      ///< nothing for a check
-    double seconds = 0;                 ///< how long the check took
+    std::vector<VrrpInstance> instances;  ///< of the candidate, in its order
+    std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
+    std::optional<bool> committed;        ///< nothing for a check
+    double seconds = 0;                   ///< how long the check took
 
     std::size_t count(Severity severity) const {
         return static_cast<std::size_t>(std::count_if(

@@ -7,7 +7,6 @@
 #include "commands/options.h"
 #include "errors/cannot_check.h"
 #include "files/replace_file.h"
-#include "reports/report_format.h"
 #include "terminal/output.h"
 
 namespace {
@@ -49,9 +48,8 @@ int run_commit(const CheckOptions& options) {
         running = configuration_from_bytes(options.running, std::move(*bytes));
     }
     const std::vector<Report> reports = {checker.check(candidate, checker.read_running(running))};
-    print_beside(options.running, "it is as it was",
-                 format_reports(reports, options.format, options.quiet));
-    const int result = exit_code(reports, options.accept_warnings);
+    print_beside(options.running, "it is as it was", format_reports(reports, options.report));
+    const int result = exit_code(reports, options.report.accept_warnings);
     if (result == kExitErrors) {
         return result;
     }
@@ -59,9 +57,10 @@ int run_commit(const CheckOptions& options) {
         return result;
     }
     lock.replace_file(candidate.bytes);
-    if (options.format == "text" && !options.quiet) {
-        print_beside(options.running, "the new configuration is in its place",
-                     "committed: " + options.running + " is now " + candidate.name + "\n");
+    if (options.report.format == "text" && !options.report.quiet && !options.report.silent) {
+        print_beside(
+            options.running, "the new configuration is in its place",
+            "committed: " + printable(options.running + " is now " + candidate.name) + "\n");
     }
     return kExitClean;
 }

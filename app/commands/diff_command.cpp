@@ -14,8 +14,9 @@ int run_diff(const CheckOptions& options) {
     const ConfigurationFile running = read_configuration_file(options.running);
     const ConfigurationFile candidate = read_configuration_file(options.candidates.front());
     const std::vector<Change> changes = difference(model.read(running), model.read(candidate));
-    print(options.format == "json" ? format_difference_json(running.name, candidate.name, changes)
-                                   : format_difference_text(changes, wants_colour()));
+    print(options.report.format == "json"
+              ? format_difference_json(running.name, candidate.name, changes)
+              : format_difference_text(changes, wants_colour()));
     return changes.empty() ? kExitClean : kExitDifferences;
 }
 
@@ -26,7 +27,7 @@ Subcommand add_diff_command(CLI::App& app) {
     CLI::App* const command = add_subcommand(app, "diff", "Print what a configuration changes",
                                              "--running running.json candidate.json");
     add_running(*command, options->running, "The running configuration")->required();
-    command->add_option("--format", options->format, "How to print the changes")
+    command->add_option("--format", options->report.format, "How to print the changes")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
     add_yang_dir(*command, options->checker.yang_dir);

@@ -31,15 +31,16 @@ CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candida
 
 void add_check_options(CLI::App& command, CheckOptions& options) {
     options.checker.plugin_file = default_plugin_file();
-    command.add_option("--format", options.format, "How to print the findings")
+    command.add_option("--format", options.report.format, "How to print the findings")
         ->check(CLI::IsMember({"text", "json", "junit"}))
         ->capture_default_str();
     command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
         ->type_name("FILE");
     command.add_option("--plugin", options.checker.plugin_file, "The plug-in that checks")
         ->type_name("FILE");
-    command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
-    command.add_flag("-q,--quiet", options.quiet, "Print no findings: the exit code tells");
+    command.add_flag("--accept-warnings", options.report.accept_warnings, "Warnings do not count");
+    command.add_flag("-q,--quiet", options.report.quiet, "Print findings only");
+    command.add_flag("--silent", options.report.silent, "Print nothing: the exit code tells");
     add_yang_dir(command, options.checker.yang_dir);
 }
 

@@ -6,15 +6,14 @@
 #include <vector>
 
 #include "checking/checker.h"
+#include "reports/report_format.h"
 
 /// What `check` and `commit` check, with what, and how they report it.
 struct CheckOptions {
     CheckerOptions checker;
     std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
     std::string running;                  ///< empty for an empty running configuration
-    std::string format = "text";          ///< or "json" or "junit"
-    bool accept_warnings = false;
-    bool quiet = false;
+    ReportOptions report;
 };
 
 /// A subcommand with an example of its arguments at the end of its help.

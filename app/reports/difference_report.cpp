@@ -1,11 +1,7 @@
 #include "reports/difference_report.h"
 
-#include <nlohmann/json.hpp>
-
+#include "reports/json.h"
 #include "terminal/output.h"
-
-// Ordered, so that an object reads in the order in which it is described.
-using Json = nlohmann::ordered_json;
 
 namespace {
 
@@ -64,19 +60,20 @@ std::string place_of(const Change& change) {
     return change.group + (is_both ? " " : "") + change.node;
 }
 
+}  // namespace
+
 Json to_json(const Change& change) {
-    Json json = {
-        {"kind", look_of(change.kind).word}, {"path", change.path}, {"place", place_of(change)}};
+    Json json = {{"kind", look_of(change.kind).word},
+                 {"path", printable(change.path)},
+                 {"place", printable(place_of(change))}};
     if (change.old_value) {
-        json["old"] = *change.old_value;
+        json["old"] = printable(*change.old_value);
     }
     if (change.new_value) {
-        json["new"] = *change.new_value;
+        json["new"] = printable(*change.new_value);
     }
     return json;
 }
-
-}  // namespace
 
 std::string format_difference_text(const std::vector<Change>& changes, bool colour) {
     std::string text;
@@ -107,9 +104,8 @@ std::string format_difference_json(const std::string& running, const std::string
         list.push_back(to_json(change));
     }
     const Json json = {{"format_version", "1.0"},
-                       {"running", running},
-                       {"candidate", candidate},
+                       {"running", printable(running)},
+                       {"candidate", printable(candidate)},
                        {"changes", list}};
-    // A file's name need not be UTF-8.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    return json.dump(2) + "\n";
 }

@@ -1,39 +1,105 @@
-#include <nlohmann/json.hpp>
-
+#include "reports/json.h"
 #include "reports/report_format.h"
-
-// Ordered, so that an object reads in the order in which it is described.
-using Json = nlohmann::ordered_json;
+#include "reports/sentences.h"
+#include "terminal/output.h"
 
 namespace {
 
-Json to_json(const Report& report) {
-    if (!report.failure.empty()) {
-        return {{"candidate", report.candidate}, {"error", report.failure}};
+Json text_or_null(const std::string& text) {
+    return text.empty() ? Json() : Json(printable(text));
+}
+
+Json to_json(const std::vector<std::string>& texts) {
+    Json json = Json::array();
+    for (const std::string& text : texts) {
+        json.push_back(printable(text));
     }
+    return json;
+}
+
+Json to_json(const Location& location) {
+    if (!location.is_known()) {
+        return {};
+    }
+    return {{"file", printable(location.file)},
+            {"line", location.line},
+            {"column", location.column == 0 ? Json() : Json(location.column)}};
+}
+
+Json to_json(const ReadValue& value) {
+    return {{"datastore", value.datastore},
+            {"path", printable(value.path)},
+            {"value", printable(value.value)},
+            {"location", to_json(value.location)}};
+}
+
+Json to_json(const Finding& finding) {
+    Json values = Json::array();
+    for (const ReadValue& value : finding.values) {
+        values.push_back(to_json(value));
+    }
+    Json json = {{"severity", severity_word(finding.severity)},
+                 {"selector", printable(finding.selector)},
+                 {"path", printable(finding.path)},
+                 {"place", printable(finding.place)},
+                 {"message", printable(finding.message)},
+                 {"help", text_or_null(finding.help)},
+                 {"location", to_json(finding.location)},
+                 {"values", values}};
+    if (!finding.note.empty()) {
+        json["note"] = printable(finding.note);
+    }
+    return json;
+}
+
+Json to_json(const Report& report) {
+    const bool is_checked = report.failure.empty();
     Json findings = Json::array();
     for (const Finding& finding : report.findings) {
-        findings.push_back({{"severity", finding.severity == Severity::error ? "error" : "warning"},
-                            {"selector", finding.selector},
-                            {"path", finding.path},
-                            {"message", finding.message}});
+        findings.push_back(to_json(finding));
     }
-    return {{"candidate", report.candidate},
-            {"valid", report.count(Severity::error) == 0},
-            {"requests", report.requests},
-            {"findings", findings}};
+    Json json = {{"candidate", printable(report.candidate)},
+                 {"running", text_or_null(report.running)},
+                 {"valid", is_checked && report.count(Severity::error) == 0}};
+    if (report.committed) {
+        json["committed"] = *report.committed;
+    }
+    json["requests"] = report.requests;
+    json["removed_instances"] = report.removed_instances;
+    json["skipped"] = {{"nodes", report.skipped.nodes},
+                       {"modules", to_json(report.skipped.modules)},
+                       {"unknown", to_json(report.skipped.unknown)}};
+    if (report.changes) {
+        json["changes"] = Json::array();
+        for (const Change& change : *report.changes) {
+            json["changes"].push_back(to_json(change));
+        }
+    }
+    json["findings"] = findings;
+    if (!is_checked) {
+        json["error"] = printable(report.failure);
+        json["error_location"] = to_json(report.failure_at);
+    }
+    return json;
 }
 
 }  // namespace
 
 std::string format_json(const std::vector<Report>& reports) {
-    Json json = Json::array();
+    Json all = Json::array();
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
     for (const Report& report : reports) {
-        json.push_back(to_json(report));
+        all.push_back(to_json(report));
+        errors += report.count(Severity::error);
+        warnings += report.count(Severity::warning);
     }
-    if (json.size() == 1) {
-        json = Json(json.front());
-    }
-    // A file's name need not be UTF-8.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+    const Json json = {{"format_version", "1.0"},
+                       {"reports", all},
+                       {"summary",
+                        {{"candidates", reports.size()},
+                         {"errors", errors},
+                         {"warnings", warnings},
+                         {"not_judged", count_unchecked(reports)}}}};
+    return json.dump(2) + "\n";
 }

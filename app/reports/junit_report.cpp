@@ -1,77 +1,129 @@
-#include <algorithm>
+#include <iomanip>
+#include <pugixml.hpp>
+#include <sstream>
 
 #include "reports/report_format.h"
+#include "reports/sentences.h"
 #include "terminal/output.h"
 
 namespace {
 
-/// `text` as an attribute's value.
-std::string attribute(const char* name, const std::string& text) {
-    std::string escaped;
-    for (const char c : printable(text)) {
-        switch (c) {
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            default:
-                escaped += c;
-        }
-    }
-    return std::string(" ") + name + "=\"" + escaped + "\"";
+/// The test that every suite has beside those of the rules.
+constexpr const char* kReadable = "can be checked";
+
+struct Counts {
+    unsigned tests = 0;
+    unsigned failures = 0;
+    unsigned errors = 0;
+    unsigned skipped = 0;
+};
+
+pugi::xml_node add_test(pugi::xml_node suite, const Report& report, const std::string& name) {
+    const std::string file = printable(report.candidate);
+    pugi::xml_node test = suite.append_child("testcase");
+    test.append_attribute("classname") = file.c_str();
+    test.append_attribute("name") = printable(name).c_str();
+    test.append_attribute("file") = file.c_str();
+    return test;
 }
 
-std::string test_case(const std::string& suite, const std::string& name,
-                      const std::string& outcome) {
-    const std::string start =
-        "    <testcase" + attribute("classname", suite) + attribute("name", name);
-    return outcome.empty() ? start + "/>\n" : start + ">" + outcome + "</testcase>\n";
+void add_text(pugi::xml_node test, const char* element, const std::string& text) {
+    test.append_child(element).text() = text.c_str();
 }
 
-std::string failed_test(const Report& report, const Finding& finding) {
-    const char* const type = finding.severity == Severity::error ? "error" : "warning";
-    return test_case(
-        report.candidate, finding.selector + " " + finding.path,
-        "<failure" + attribute("type", type) + attribute("message", finding.message) + "/>");
+void add_outcome(pugi::xml_node test, const char* element, const std::string& type,
+                 const std::string& message, const std::string& text) {
+    pugi::xml_node outcome = test.append_child(element);
+    outcome.append_attribute("type") = type.c_str();
+    outcome.append_attribute("message") = message.c_str();
+    outcome.text() = text.c_str();
 }
 
-/// The suite's tests, one a line.
-std::string tests_of(const Report& report) {
+/// The rule's test fails with the first finding's message, and tells all of them.
+void add_rule(pugi::xml_node suite, const Report& report, const std::string& selector,
+              bool accept_warnings, Counts& counts) {
+    pugi::xml_node test = add_test(suite, report, selector);
+    ++counts.tests;
     if (!report.failure.empty()) {
-        return test_case(report.candidate, "checked",
-                         "<error" + attribute("message", report.failure) + "/>");
+        ++counts.skipped;
+        test.append_child("skipped");
+        return;
     }
-    std::string tests;
+    Report of_rule;
+    of_rule.candidate = report.candidate;
+    for (const Finding& finding : report.findings) {
+        if (finding.selector == selector) {
+            of_rule.findings.push_back(finding);
+        }
+    }
+    const auto& findings = of_rule.findings;
+    if (findings.empty()) {
+        return;
+    }
+    const std::string text = "\n" + format_text({of_rule}, true, false);
+    const bool has_errors = of_rule.count(Severity::error) > 0;
+    if (!has_errors && accept_warnings) {
+        add_text(test, "system-out", text);
+        return;
+    }
+    ++counts.failures;
+    const std::string more =
+        findings.size() == 1 ? "" : " (and " + std::to_string(findings.size() - 1) + " more)";
+    add_outcome(test, "failure", has_errors ? "error" : "warning",
+                printable(findings.front().message) + more, text);
+}
+
+void set_counts(pugi::xml_node element, const Counts& counts, double seconds) {
+    element.append_attribute("tests") = counts.tests;
+    element.append_attribute("failures") = counts.failures;
+    element.append_attribute("errors") = counts.errors;
+    element.append_attribute("skipped") = counts.skipped;
+    std::ostringstream time;  // never with an exponent
+    time << std::fixed << std::setprecision(3) << seconds;
+    element.append_attribute("time") = time.str().c_str();
+}
+
+Counts add_suite(pugi::xml_node suites, const Report& report, bool accept_warnings) {
+    pugi::xml_node suite = suites.append_child("testsuite");
+    suite.append_attribute("name") = printable(report.candidate).c_str();
+    Counts counts;
+    pugi::xml_node readable = add_test(suite, report, kReadable);
+    ++counts.tests;
+    if (!report.failure.empty()) {
+        ++counts.errors;
+        const std::string reason = printable(report.failure);
+        add_outcome(readable, "error", "error", reason, reason);
+    }
     for (const std::string& selector : report.selectors) {
-        const std::size_t before = tests.size();
-        for (const Finding& finding : report.findings) {
-            if (finding.selector == selector) {
-                tests += failed_test(report, finding);
-            }
-        }
-        if (tests.size() == before) {
-            tests += test_case(report.candidate, selector, {});
-        }
+        add_rule(suite, report, selector, accept_warnings, counts);
     }
-    return tests;
+    std::string said = result_text(report) + "\n";
+    for (const std::string& remark : remarks(report)) {
+        said += remark + "\n";
+    }
+    add_text(suite, "system-out", said);
+    set_counts(suite, counts, report.seconds);
+    return counts;
 }
 
 }  // namespace
 
-std::string format_junit(const std::vector<Report>& reports) {
-    std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n";
+std::string format_junit(const std::vector<Report>& reports, bool accept_warnings) {
+    pugi::xml_document document;
+    pugi::xml_node suites = document.append_child("testsuites");
+    suites.append_attribute("name") = "vrrp-valid";
+    Counts all;
+    double seconds = 0;
     for (const Report& report : reports) {
-        const std::string tests = tests_of(report);
-        xml += "  <testsuite" + attribute("name", report.candidate) +
-               attribute("tests", std::to_string(std::count(tests.begin(), tests.end(), '\n'))) +
-               attribute("failures", std::to_string(report.findings.size())) +
-               attribute("errors", report.failure.empty() ? "0" : "1") + ">\n";
-        xml += tests + "  </testsuite>\n";
+        const Counts counts = add_suite(suites, report, accept_warnings);
+        all.tests += counts.tests;
+        all.failures += counts.failures;
+        all.errors += counts.errors;
+        all.skipped += counts.skipped;
+        seconds += report.seconds;
     }
-    return xml + "</testsuites>\n";
+    set_counts(suites, all, seconds);
+    std::ostringstream xml;
+    document.save(xml, "  ", pugi::format_default, pugi::encoding_utf8);
+    return xml.str();
 }

@@ -2,13 +2,15 @@
 
 #include "terminal/output.h"
 
-std::string format_reports(const std::vector<Report>& reports, const std::string& format,
-                           bool quiet) {
-    if (quiet) {
+std::string format_reports(const std::vector<Report>& reports, const ReportOptions& options) {
+    if (options.silent) {
         return {};
     }
-    if (format == "json") {
+    if (options.format == "json") {
         return format_json(reports);
     }
-    return format == "junit" ? format_junit(reports) : format_text(reports, wants_colour());
+    if (options.format == "junit") {
+        return format_junit(reports, options.accept_warnings);
+    }
+    return format_text(reports, options.quiet, wants_colour());
 }

@@ -1,4 +1,5 @@
-/// Reports as the operator or a pipeline reads them.
+/// Reports as the operator or a pipeline reads them. Whatever comes from outside, names of files
+/// included, goes through printable(): the text of every format is valid and forges nothing.
 #pragma once
 
 #include <string>
@@ -6,18 +7,23 @@
 
 #include "checking/report.h"
 
-/// The reports in `format`, "text", "json" or "junit"; nothing when `quiet`.
-std::string format_reports(const std::vector<Report>& reports, const std::string& format,
-                           bool quiet);
+struct ReportOptions {
+    std::string format = "text";   ///< or "json" or "junit"
+    bool accept_warnings = false;  ///< a warning is no failure
+    bool quiet = false;            ///< findings only, in the formats for readers
+    bool silent = false;           ///< nothing
+};
 
-/// For a reader: each finding, a line with the counts for each candidate, and one for all of
-/// several. With escape sequences when `colour`.
-std::string format_text(const std::vector<Report>& reports, bool colour);
+/// The reports in the wanted format.
+std::string format_reports(const std::vector<Report>& reports, const ReportOptions& options);
 
-/// One JSON object: candidate, valid, requests, findings; an array of them for several candidates.
-/// One that could not be checked has `error` in place of all but the candidate.
+/// For a reader: each finding, and unless `quiet` what was checked: a few lines for each candidate,
+/// one for all of several. With escape sequences when `colour`.
+std::string format_text(const std::vector<Report>& reports, bool quiet, bool colour);
+
+/// One JSON object, as docs/report.schema.json describes it.
 std::string format_json(const std::vector<Report>& reports);
 
-/// JUnit XML: a suite for each candidate, a failed test for each finding, a passed one for each
-/// rule without.
-std::string format_junit(const std::vector<Report>& reports);
+/// JUnit XML: a suite for each candidate, in it a test for each rule, always under the same name.
+/// Warnings are failures unless accepted.
+std::string format_junit(const std::vector<Report>& reports, bool accept_warnings);

@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <system_error>
 
@@ -10,31 +12,51 @@
 
 namespace {
 
-unsigned char byte_at(std::string_view text, std::size_t index) {
-    return index < text.size() ? static_cast<unsigned char>(text[index]) : 0;
-}
+struct Character {
+    char32_t code;
+    std::size_t size;  ///< in bytes; 0 when there is no character
+};
 
-/// How many bytes the UTF-8 character at the front of `text` has; 0 when there is none.
-std::size_t character_size(std::string_view text) {
-    const unsigned char first = byte_at(text, 0);
-    const std::size_t size = first < 0x80U    ? 1
-                             : first < 0xc2U  ? 0
-                             : first < 0xe0U  ? 2
-                             : first < 0xf0U  ? 3
-                             : first <= 0xf4U ? 4
-                                              : 0;
-    for (std::size_t i = 1; i < size; ++i) {
-        if ((byte_at(text, i) & 0xc0U) != 0x80U) {
-            return 0;
-        }
+/// The UTF-8 character at the front of `text`, which is not empty.
+Character first_character(std::string_view text) {
+    constexpr std::array<char32_t, 5> kLeast = {0, 0, 0x80, 0x800, 0x10000};
+    const auto first = static_cast<unsigned char>(text[0]);
+    if (first < 0x80U) {
+        return {first, 1};
     }
-    return size;
+    const std::size_t size = first < 0xc2U ? 0 : first < 0xe0U ? 2 : first < 0xf0U ? 3 : 4;
+    if (size == 0 || first > 0xf4U || text.size() < size) {
+        return {0, 0};
+    }
+    char32_t code = first & (0xffU >> (size + 1));
+    for (const char byte : text.substr(1, size - 1)) {
+        if ((static_cast<unsigned char>(byte) & 0xc0U) != 0x80U) {
+            return {0, 0};
+        }
+        code = code << 6U | (static_cast<unsigned char>(byte) & 0x3fU);
+    }
+    const bool is_surrogate = code >= 0xd800 && code < 0xe000;
+    return {code, code < kLeast[size] || is_surrogate || code > 0x10ffff ? 0 : size};
 }
 
-/// Whether the first byte of `text` is, or begins, a control character of ASCII or Latin-1.
-bool begins_with_control(std::string_view text) {
-    const unsigned char first = byte_at(text, 0);
-    return first < 0x20U || first == 0x7fU || (first == 0xc2U && byte_at(text, 1) < 0xa0U);
+/// Characters that no reader sees but a terminal, a page or a parser obeys or refuses: controls,
+/// those that turn the direction of writing, line and paragraph ends, and what is no character.
+bool is_control(char32_t code) {
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0x61c || code == 0x200e ||
+           code == 0x200f || (code >= 0x2028 && code <= 0x202e) ||
+           (code >= 0x2066 && code <= 0x2069) || (code & 0xfffeU) == 0xfffe;
+}
+
+/// "\x0a", "\u202e".
+std::string escaped(char32_t code) {
+    constexpr std::string_view kDigits = "0123456789abcdef";
+    std::string digits;
+    for (; code > 0; code >>= 4U) {
+        digits.insert(digits.begin(), kDigits[code & 0xfU]);
+    }
+    const std::size_t width = digits.size() <= 2 ? 2 : 4;
+    digits.insert(0, width - std::min(width, digits.size()), '0');
+    return (width == 2 ? "\\x" : "\\u") + digits;
 }
 
 }  // namespace
@@ -53,20 +75,17 @@ bool wants_colour() {
 }
 
 std::string printable(std::string_view text) {
-    constexpr std::string_view kDigits = "0123456789abcdef";
     std::string shown;
     while (!text.empty()) {
-        const std::size_t size = character_size(text);
-        if (size > 0 && !begins_with_control(text)) {
+        const auto [code, size] = first_character(text);
+        if (size == 0) {
+            shown += escaped(static_cast<unsigned char>(text[0]));
+        } else if (is_control(code)) {
+            shown += escaped(code);
+        } else {
             shown += text.substr(0, size);
-            text.remove_prefix(size);
-            continue;
         }
-        text.remove_prefix(size == 2 ? 1
-                                     : 0);  // of a Latin-1 control character the second byte tells
-        const unsigned char code = byte_at(text, 0);
-        shown.append("\\x").append(1, kDigits[code >> 4U]).append(1, kDigits[code & 0xfU]);
-        text.remove_prefix(1);
+        text.remove_prefix(std::max<std::size_t>(size, 1));
     }
     return shown;
 }

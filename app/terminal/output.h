@@ -11,8 +11,10 @@ void print(const std::string& text);
 /// Whether standard output is a terminal on which colour is wanted.
 bool wants_colour();
 
-/// `text` for a reader: control characters and bytes that are no UTF-8 are written as "\x0a", so
-/// that what stands in a file can neither forge a line nor command the terminal.
+/// `text` for a reader, valid UTF-8 whatever its bytes: what is no UTF-8 and every character that
+/// is obeyed instead of shown (controls, line ends, changes of the direction of writing) is written
+/// as "\x0a" or "\u202e", so that text from outside can neither forge a line nor command a
+/// terminal.
 std::string printable(std::string_view text);
 
 /// `reason` as the one line in which the command says on standard error why it failed.

@@ -4,6 +4,8 @@
 
 #include <iostream>
 
+#include "terminal/output.h"
+
 namespace {
 
 constexpr std::chrono::milliseconds kFirst(1000);
@@ -31,5 +33,6 @@ void Progress::show(const std::string& candidate, std::size_t requests) {
     }
     next_ = now + kThen;
     is_shown_ = true;
-    std::cerr << kClearLine << candidate << ": " << requests << " checks done" << std::flush;
+    std::cerr << kClearLine << printable(candidate) << ": " << requests << " checks done"
+              << std::flush;
 }

@@ -1,0 +1,10 @@
+/// The VRRP instances that a configuration holds.
+#pragma once
+
+#include <vector>
+
+#include "checking/report.h"
+#include "data_tree.h"
+
+/// In the order of the configuration; none when its model has no VRRP.
+std::vector<VrrpInstance> vrrp_instances(const local_platform::DataTree& configuration);

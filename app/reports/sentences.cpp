@@ -1,0 +1,112 @@
+#include "reports/sentences.h"
+
+#include <algorithm>
+
+#include "terminal/output.h"
+
+namespace {
+
+std::string listed(const std::vector<std::string>& texts) {
+    std::string list;
+    for (const std::string& text : texts) {
+        list += (list.empty() ? "" : ", ") + text;
+    }
+    return printable(list);
+}
+
+std::string counts(std::size_t errors, std::size_t warnings, std::size_t checks) {
+    return counted(errors, "error") + ", " + counted(warnings, "warning") + " in " +
+           counted(checks, "check");
+}
+
+std::string value_line(const ReadValue& value) {
+    const std::string line = value.datastore + std::string(": ") + value.leaf + " " + value.value;
+    const std::string place = place_text(value.location);
+    return printable(line) + (place.empty() ? "" : " (" + place + ")");
+}
+
+}  // namespace
+
+std::string severity_word(Severity severity) {
+    return severity == Severity::error ? "error" : "warning";
+}
+
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string place_text(const Location& location) {
+    std::string text = printable(location.file);
+    if (location.is_known()) {
+        text += ":" + std::to_string(location.line);
+        text += location.column > 0 ? ":" + std::to_string(location.column) : "";
+    }
+    return text;
+}
+
+std::vector<std::string> finding_lines(const Finding& finding) {
+    std::vector<std::string> lines = {printable(finding.message), "at " + printable(finding.place)};
+    for (const ReadValue& value : finding.values) {
+        lines.push_back(value_line(value));
+    }
+    if (!finding.note.empty()) {
+        lines.push_back("note: " + printable(finding.note));
+    }
+    if (!finding.help.empty()) {
+        lines.push_back("help: " + printable(finding.help));
+    }
+    lines.push_back("see: vrrp-valid explain " + printable(finding.selector));
+    return lines;
+}
+
+std::string result_text(const Report& report) {
+    if (!report.failure.empty()) {
+        return "could not be checked";
+    }
+    const std::string running =
+        report.running.empty() ? "an empty running configuration" : printable(report.running);
+    return counts(report.count(Severity::error), report.count(Severity::warning), report.requests) +
+           " against " + running;
+}
+
+std::vector<std::string> remarks(const Report& report) {
+    std::vector<std::string> sentences;
+    if (!report.failure.empty()) {
+        return sentences;
+    }
+    if (report.requests == 0) {
+        sentences.emplace_back(report.instances.empty() ? "no VRRP instances: no rule ran"
+                                                        : "no rule ran");
+    }
+    if (report.removed_instances > 0) {
+        sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));
+    }
+    if (report.skipped.nodes > 0) {
+        sentences.push_back("skipped " + counted(report.skipped.nodes, "node") +
+                            " that no module describes: " + listed(report.skipped.modules));
+    }
+    for (const std::string& node : report.skipped.unknown) {
+        sentences.push_back("skipped, since its module does not have it: " + printable(node));
+    }
+    return sentences;
+}
+
+std::string total_text(const std::vector<Report>& reports) {
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+    std::size_t checks = 0;
+    for (const Report& report : reports) {
+        errors += report.count(Severity::error);
+        warnings += report.count(Severity::warning);
+        checks += report.requests;
+    }
+    const std::size_t unchecked = count_unchecked(reports);
+    return counted(reports.size(), "candidate") + ": " + counts(errors, warnings, checks) +
+           (unchecked == 0 ? "" : ", " + std::to_string(unchecked) + " not checked");
+}
+
+std::size_t count_unchecked(const std::vector<Report>& reports) {
+    return static_cast<std::size_t>(
+        std::count_if(reports.begin(), reports.end(),
+                      [](const Report& report) { return !report.failure.empty(); }));
+}

@@ -1,0 +1,34 @@
+/// What several formats say alike, in sentences for a reader.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "checking/report.h"
+
+/// "error" or "warning".
+std::string severity_word(Severity severity);
+
+/// "1 error", "2 errors".
+std::string counted(std::size_t count, const std::string& noun);
+
+/// "candidate.json:45:13", or less where the line is not known.
+std::string place_text(const Location& location);
+
+/// The finding without its place and severity, one line each: the message, the node, what was
+/// compared, and what to do.
+std::vector<std::string> finding_lines(const Finding& finding);
+
+/// What was checked and how much was found: "1 error, 0 warnings in 7 checks against running.json";
+/// or that it could not be checked.
+std::string result_text(const Report& report);
+
+/// What else a reader of the result must know, one sentence each: that no rule ran, what the change
+/// removes, what was left out.
+std::vector<std::string> remarks(const Report& report);
+
+/// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 not checked".
+std::string total_text(const std::vector<Report>& reports);
+
+/// How many of the reports are of candidates that could not be checked.
+std::size_t count_unchecked(const std::vector<Report>& reports);

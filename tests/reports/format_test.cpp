@@ -1,0 +1,245 @@
+// Reports as their readers see them: operators, programs, pipelines.
+#include <gmock/gmock.h>
+#include <rapidjson/document.h>
+#include <rapidjson/schema.h>
+#include <rapidjson/stringbuffer.h>
+
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+
+#include "commands/exit_code.h"
+#include "reports/report_format.h"
+#include "samples.h"
+
+using nlohmann::json;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const Report kBoth = checked("candidate.json", {changed_address(), bare_warning()});
+const Report kWarned = checked("warned", {bare_warning()});
+const Report kClean = checked("clean", {});
+const Report kBroken = not_checked("broken");
+
+const char* const kFormats[] = {"text", "json", "junit"};
+
+std::string formatted(const std::vector<Report>& reports, const std::string& format) {
+    ReportOptions options;
+    options.format = format;
+    return format_reports(reports, options);
+}
+
+/// What the schema in docs/ has against `text`; nothing when it is as described.
+std::string against_schema(const std::string& text) {
+    std::ifstream file(REPORT_SCHEMA);
+    rapidjson::Document schema;
+    schema.Parse(std::string(std::istreambuf_iterator<char>(file), {}).c_str());
+    EXPECT_FALSE(schema.HasParseError());
+    rapidjson::Document document;
+    if (document.Parse(text.c_str()).HasParseError()) {
+        return "no JSON";
+    }
+    const rapidjson::SchemaDocument described(schema);
+    rapidjson::SchemaValidator validator(described);
+    if (document.Accept(validator)) {
+        return "";
+    }
+    rapidjson::StringBuffer place;
+    validator.GetInvalidDocumentPointer().StringifyUriFragment(place);
+    return place.GetString() + std::string(": ") + validator.GetInvalidSchemaKeyword();
+}
+
+TEST(Reports, TakeTheWorstExitCode) {
+    const std::pair<std::vector<Report>, int> rows[] = {
+        {{}, 0},
+        {{kClean, kClean}, 0},
+        {{kClean, kWarned}, 3},
+        {{kWarned, kBoth, kClean}, 1},
+        {{kBoth, kBroken, kWarned}, 2},
+        {{kBroken}, 2},
+    };
+    for (const auto& [reports, code] : rows) {
+        EXPECT_EQ(exit_code(reports, false), code);
+        EXPECT_EQ(exit_code(reports, true), code == 3 ? 0 : code) << "with warnings accepted";
+    }
+}
+
+TEST(Reports, TellTheOperatorWhereWhyAndWhatToDo) {
+    const std::string finding =
+        "candidate.json:6:5: error: IPv4 address cannot be changed on interface l3 vlan10.\n"
+        "    at router vrrp interface l3-vlan10 address-family ipv4 vr-id 5\n"
+        "    running: config interface l3 vlan10 ipv4 address ip 192.0.2.2/25 (running.json:8:3)\n"
+        "    candidate: config interface l3 vlan10 ipv4 address ip 192.0.2.2/24 "
+        "(candidate.json:4:7)\n"
+        "    note: the name holds a blank.\n"
+        "    help: Keep the address.\n"
+        "    see: vrrp-valid explain vrrp_ipv4_addr_update_validation\n";
+    const std::string warning =
+        "candidate.json: warning: changing the VRRP router version will restart the VRRP router "
+        "process.\n"
+        "    at router vrrp interface a address-family ipv4 vr-id 1 version\n"
+        "    see: vrrp-valid explain vrrp_version_validation\n";
+    const std::string result =
+        "candidate.json: 1 error, 1 warning in 3 checks against an empty running configuration\n";
+    EXPECT_EQ(format_text({kBoth}, false, false), finding + warning + result);
+    EXPECT_EQ(format_text({kBoth, kBroken}, true, false), finding + warning) << "quiet";
+    EXPECT_THAT(format_text({kBoth, kBroken, kWarned}, false, false),
+                EndsWith("3 candidates: 1 error, 2 warnings in 6 checks, 1 not checked\n"));
+    EXPECT_EQ(format_text({kBroken}, false, false), "broken: could not be checked\n");
+}
+
+TEST(Reports, SayWhatACleanResultDoesNotMean) {
+    Report report = checked("candidate", {});
+    report.removed_instances = 2;
+    report.skipped = {7, {"a", "b"}, {"candidate:3: /config/vlna"}};
+    EXPECT_THAT(format_text({report}, false, false),
+                EndsWith("candidate: removes 2 VRRP instances\n"
+                         "candidate: skipped 7 nodes that no module describes: a, b\n"
+                         "candidate: skipped, since its module does not have it: "
+                         "candidate:3: /config/vlna\n"));
+    report.requests = 0;
+    for (const char* const format : {"text", "junit"}) {
+        EXPECT_THAT(formatted({report}, format), HasSubstr("no rule ran"));
+        EXPECT_THAT(formatted({report}, format), Not(HasSubstr("no VRRP instances")));
+    }
+    report.instances.clear();
+    EXPECT_THAT(formatted({report}, "text"), HasSubstr(": no VRRP instances: no rule ran\n"));
+    EXPECT_THAT(formatted({kBroken}, "text"), Not(HasSubstr("no rule ran")));
+    const json shown = json::parse(formatted({report}, "json"))["reports"][0];
+    EXPECT_EQ(shown["removed_instances"], 2);
+    EXPECT_EQ(shown["skipped"], json::parse(R"({"nodes": 7, "modules": ["a", "b"],
+        "unknown": ["candidate:3: /config/vlna"]})"));
+}
+
+TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
+    Report committed = kClean;
+    committed.running = "running.json";
+    committed.committed = true;
+    committed.changes = {{ChangeKind::changed, "/a/b", "a", "b", "1", "2", {}}};
+    for (const auto& reports : std::vector<std::vector<Report>>{
+             {}, {kClean}, {kBroken}, {kBoth, kBroken, kWarned, committed}}) {
+        EXPECT_EQ(against_schema(format_json(reports)), "");
+    }
+    json all = json::parse(format_json({kBoth, kBroken, kWarned, committed}));
+    EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 4, "errors": 1, "warnings": 2,
+        "not_judged": 1})"));
+    const json& broken = all["reports"][1];
+    EXPECT_EQ(broken["error"], "broken:3:9: ends too early.");
+    EXPECT_EQ(broken["error_location"]["column"], 9);
+    EXPECT_EQ(broken["valid"], false);
+    EXPECT_EQ(all["reports"][0]["valid"], false);
+    EXPECT_EQ(all["reports"][2]["valid"], true) << "a warning leaves it valid";
+    EXPECT_EQ(all["reports"][3]["committed"], true);
+    EXPECT_EQ(all["reports"][0]["findings"][0]["values"][0], json::parse(R"({
+        "datastore": "running", "path": "/config/interface/l3{vlan10}/ipv4/address/ip",
+        "value": "192.0.2.2/25", "location": {"file": "running.json", "line": 8, "column": 3}})"));
+    EXPECT_TRUE(all["reports"][0]["findings"][1]["location"].is_null());
+    all["reports"][0]["findings"][0].erase("message");
+    EXPECT_EQ(against_schema(all.dump()), "#/reports/0/findings/0: required");
+}
+
+/// "name outcome" of each test of the suite.
+std::vector<std::string> tests_of(pugi::xml_node suite) {
+    std::vector<std::string> tests;
+    for (const pugi::xml_node test : suite.children("testcase")) {
+        EXPECT_STREQ(test.attribute("file").value(), suite.attribute("name").value());
+        tests.push_back(test.attribute("name").value() + std::string(" ") +
+                        test.first_child().name());
+    }
+    return tests;
+}
+
+TEST(Reports, HaveTheSameTestsInJUnitWhateverIsFound) {
+    const std::string readable = "can be checked ";
+    const std::string update = "vrrp_ipv4_addr_update_validation ";
+    const std::string version = "vrrp_version_validation ";
+    const std::string vrf = "vrrp_vrf_validation ";
+    const auto twice = checked("candidate.json", {changed_address(), changed_address()});
+    for (const bool accept_warnings : {false, true}) {
+        pugi::xml_document document;
+        ASSERT_TRUE(
+            document.load_string(format_junit({kBoth, kBroken, twice}, accept_warnings).c_str()));
+        const pugi::xml_node suites = document.child("testsuites");
+        EXPECT_EQ(suites.attribute("tests").as_int(), 12);
+        EXPECT_EQ(suites.attribute("failures").as_int(), accept_warnings ? 2 : 3);
+        EXPECT_EQ(suites.attribute("errors").as_int(), 1);
+        EXPECT_EQ(suites.attribute("skipped").as_int(), 3);
+        const pugi::xml_node both = suites.child("testsuite");
+        const std::string warned = accept_warnings ? "system-out" : "failure";
+        EXPECT_EQ(tests_of(both),
+                  (std::vector{readable, update + "failure", version + warned, vrf}));
+        const pugi::xml_node failure =
+            both.find_child_by_attribute("name", update.substr(0, update.size() - 1).c_str())
+                .child("failure");
+        EXPECT_STREQ(failure.attribute("message").value(), changed_address().message.c_str());
+        EXPECT_THAT(failure.text().get(), HasSubstr("candidate.json:6:5: error: "));
+        EXPECT_THAT(failure.text().get(), HasSubstr("(running.json:8:3)"));
+        const pugi::xml_node broken = both.next_sibling();
+        EXPECT_EQ(tests_of(broken), (std::vector{readable + "error", update + "skipped",
+                                                 version + "skipped", vrf + "skipped"}));
+        EXPECT_STREQ(broken.first_child().child("error").text().get(),
+                     "broken:3:9: ends too early.");
+        const std::string again = broken.next_sibling()
+                                      .find_node([](pugi::xml_node node) {
+                                          return std::string(node.name()) == "failure";
+                                      })
+                                      .attribute("message")
+                                      .value();
+        EXPECT_THAT(again, EndsWith("vlan10. (and 1 more)"));
+    }
+}
+
+/// Every text of it would end a line, an attribute or a string, clear the screen, or is no UTF-8.
+Report hostile(bool is_checked) {
+    const std::string text =
+        "\n::error::]]>\"'<&>,%\t\r\033[2J\x9b\u202e\u2028\xff\xed\xa0\x80\uffff";
+    Finding finding = changed_address();
+    for (std::string* const part : {&finding.path, &finding.place, &finding.message, &finding.note,
+                                    &finding.help, &finding.location.file}) {
+        *part += text;
+    }
+    for (ReadValue& value : finding.values) {
+        value.leaf = value.path = value.value = value.location.file = text;
+    }
+    Report report = is_checked ? checked(text, {finding}) : not_checked(text);
+    report.running = text;
+    report.skipped = {1, {text}, {text}};
+    return report;
+}
+
+TEST(Reports, HoldWhateverTextsTheyAreGiven) {
+    for (const bool is_checked : {true, false}) {
+        for (const std::string format : kFormats) {
+            SCOPED_TRACE(format);
+            const std::string shown = formatted({hostile(is_checked)}, format);
+            EXPECT_NE(shown, "");
+            EXPECT_THAT(shown, EndsWith("\n"));
+            for (const char* const forged : {"\n::error::]]", "\033", "\x9b", "\u202e", "\u2028",
+                                             "\t\r", "\xff", "\xed", "\uffff"}) {
+                EXPECT_THAT(shown, Not(HasSubstr(forged)));
+            }
+            if (format == "text") {
+                const auto lines = std::count(shown.begin(), shown.end(), '\n');
+                EXPECT_EQ(lines, is_checked ? 10 : 1) << shown;
+            }
+        }
+        EXPECT_EQ(against_schema(formatted({hostile(is_checked)}, "json")), "");
+        pugi::xml_document document;
+        EXPECT_TRUE(document.load_string(formatted({hostile(is_checked)}, "junit").c_str()));
+    }
+}
+
+TEST(Reports, AreSilentWhenTold) {
+    for (const std::string format : kFormats) {
+        ReportOptions options;
+        options.format = format;
+        options.silent = true;
+        EXPECT_EQ(format_reports({kBoth, kBroken}, options), "");
+    }
+}
+
+}  // namespace

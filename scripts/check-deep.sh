@@ -24,14 +24,15 @@ run_tests clang
 run_tests clang-release
 run_tests asan
 
-build tsan --target unit_tests
-build-tsan/bin/unit_tests --gtest_brief=1 --gtest_filter='Concurrency*'
+build tsan --target rule_tests
+build-tsan/bin/rule_tests --gtest_brief=1 --gtest_filter='Concurrency*'
 
 step "valgrind"
 # Death tests end in abort and the sweeps repeat what the sanitizers saw: neither tells valgrind more.
-valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
-  build-dev/bin/unit_tests --gtest_brief=1 \
-  --gtest_filter='-*Assertion*:*DeathTest*:*AllocationSweep*:*Concurrency*'
+for tests in rule_tests unit_tests; do
+  valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
+    "build-dev/bin/$tests" --gtest_brief=1 --gtest_filter='-*DeathTest*:*AllocationSweep*:*Concurrency*'
+done
 valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
   build-dev/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json
 

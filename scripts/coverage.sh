@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
-# Line and branch coverage of the plug-in's sources by the unit tests. Fails below 100% of either.
+# Line and branch coverage of the plug-in's sources by the rules' tests. Fails below 100% of either.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="build-coverage"
 
 cmake --preset coverage >/dev/null
-cmake --build "$build" --target unit_tests -- --quiet
+cmake --build "$build" --target rule_tests -- --quiet
 find "$build" -name '*.gcda' -delete
-"$build/bin/unit_tests" --gtest_brief=1
+"$build/bin/rule_tests" --gtest_brief=1
 
 # The branches of an exception that passes, which every call brings, are not conditions of ours.
 report() {

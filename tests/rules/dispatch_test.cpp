@@ -1,8 +1,5 @@
-// The plug-in's entries and the dispatch of requests; the host's half that loads them.
-#include "host.h"
-#include "support.h"
-
-using namespace local_platform;
+// The plug-in's entries, and the dispatch of requests.
+#include "rule.h"
 
 namespace {
 
@@ -10,7 +7,7 @@ TEST(Validate, RefusesWhatItCannotDispatchWithoutAMessage) {
     Delivery delivery(samples().back());
     int calls = 0;
     Lines messages;
-    const ScopedCallHook hook([&](const Call& call) {
+    const local_platform::ScopedCallHook hook([&](const local_platform::Call& call) {
         EXPECT_EQ(call.operation, "qelconfd_maapi_socket_get");
         ++calls;
         return std::nullopt;
@@ -22,23 +19,34 @@ TEST(Validate, RefusesWhatItCannotDispatchWithoutAMessage) {
     EXPECT_EQ(calls, 0);
     EXPECT_EQ(validate(&tctx, &delivery.kp, &delivery.newval), CONFD_ERR) << "no selector";
     EXPECT_EQ(calls, 1);
-    tctx = {0, nullptr, delivery.request.selector.data(), &messages};
+    tctx = {0, nullptr, delivery.selector.data(), &messages};
     EXPECT_EQ(validate(&tctx, &delivery.kp, &delivery.newval), CONFD_ERR) << "no socket";
     EXPECT_EQ(messages, Lines());
 }
 
+TEST(Validate, HandsOnTheSocketOfTheHostAlsoNumberZero) {
+    for (const int number : {0, 1023}) {
+        Lines used;
+        Delivery(samples().back()).run([&](const local_platform::Call& call) {
+            used.push_back(std::to_string(call.socket));
+            return std::optional(local_platform::Answer{used.size() == 1 ? number : CONFD_ERR});
+        });
+        EXPECT_EQ(used.at(1), std::to_string(number));
+    }
+}
+
 TEST(Validate, RunsTheRuleWhoseNameTheSelectorBeginsWith) {
-    for (const Request& sample : samples()) {
+    for (const Case& sample : samples()) {
         Delivery delivery(sample);
-        delivery.request.selector += "_and more";
-        EXPECT_EQ(delivery.run().verdict, sample.verdict);
+        delivery.selector += "_and more";
+        EXPECT_EQ(delivery.run().answer, sample.the<Answer>().text);
         const std::string rest = sample.selector.substr(1);
         for (const std::string& unknown :
              {std::string(), "V" + rest, " v" + rest, "v" + rest.substr(1),
               sample.selector.substr(0, rest.size())}) {
-            delivery.request.selector = unknown;
+            delivery.selector = unknown;
             const Outcome outcome = delivery.run();
-            EXPECT_EQ(outcome.verdict, "error") << unknown;
+            EXPECT_EQ(outcome.answer, "CONFD_ERR") << unknown;
             EXPECT_EQ(outcome.calls, Lines{"qelconfd_maapi_socket_get"}) << unknown;
         }
     }
@@ -51,26 +59,6 @@ TEST(Entries, NameTheValidationPointInTheRoomThereIs) {
         std::string buffer(17, '#');
         EXPECT_EQ(get_validation_point(buffer.data(), size), 0);
         EXPECT_EQ(buffer, expected);
-    }
-    EXPECT_TRUE(lib_finish() == 0 && lib_init() == 0 && lib_init() == 0 && lib_finish() == 0);
-}
-
-TEST(Host, SaysWhatIsWrongWithAPlugin) {
-    for (const Lines& row : table(R"(
-            /without_lib_init.so             | it has no entry "lib_init"
-            /without_get_validation_point.so | it has no entry "get_validation_point"
-            /without_validate.so             | it has no entry "validate"
-            /without_lib_finish.so           | it has no entry "lib_finish"
-            /without_validate.cpp            | cannot load the plug-in: 
-            /missing.so                      | cannot load the plug-in: )")) {
-        const std::string file = TEST_PLUGINS_DIR + row[0];
-        try {
-            const Host host(file);
-            ADD_FAILURE() << file << " was loaded";
-        } catch (const PlatformError& error) {
-            EXPECT_EQ(std::string(error.what()).rfind(file + ": ", 0), 0U) << error.what();
-            EXPECT_NE(std::string(error.what()).find(row[1]), std::string::npos) << error.what();
-        }
     }
 }
 

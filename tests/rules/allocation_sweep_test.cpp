@@ -5,10 +5,8 @@
 #include <cstring>
 #include <new>
 
+#include "rule.h"
 #include "socket.h"
-#include "support.h"
-
-using namespace local_platform;
 
 // NOLINTBEGIN(cppcoreguidelines-no-malloc, cppcoreguidelines-owning-memory): this is operator new
 void* operator new(std::size_t size) {
@@ -31,9 +29,9 @@ namespace {
 alignas(4096) char stack[1 << 20];
 
 /// Delivers, with allocation `failing` failing, on `stack`.
-std::string verdict_on_stack(Delivery& delivery, std::size_t failing) {
-    std::string verdict;
-    auto work = [&] { verdict = delivery.run({}, failing).verdict; };
+std::string answer_on_stack(Delivery& delivery, std::size_t failing) {
+    std::string answer;
+    auto work = [&] { answer = delivery.run({}, failing).answer; };
     pthread_t thread{};
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
@@ -45,32 +43,35 @@ std::string verdict_on_stack(Delivery& delivery, std::size_t failing) {
     EXPECT_EQ(pthread_create(&thread, &attributes, start, &work), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);
-    return verdict;
+    return answer;
 }
 
 TEST(AllocationSweep, EveryAllocationFails) {
-    int failed = 0;
-    for (const Request& sample : samples()) {
-        SCOPED_TRACE(sample.selector + ", usually " + sample.verdict);
+    std::size_t failed = 0;
+    for (const Case& sample : samples()) {
+        SCOPED_TRACE(sample.selector + ", " + sample.name);
         Delivery delivery(sample);
         delivery.run();
         const std::size_t made = allocations.made;
-        const int open_before = open_sockets();
+        const int open_before = local_platform::open_sockets();
         for (std::size_t n = 1; n <= made + 1; ++n) {
-            EXPECT_EQ(verdict_on_stack(delivery, n),
-                      n <= made ? "thrown: std::bad_alloc" : sample.verdict);
+            EXPECT_EQ(answer_on_stack(delivery, n),
+                      n <= made ? "exception: std::bad_alloc" : sample.the<Answer>().text);
             EXPECT_EQ(memmem(stack, sizeof stack, "Pa55wo", 6), nullptr) << "clear text, " << n;
         }
-        failed += static_cast<int>(made);
-        EXPECT_EQ(open_sockets(), open_before);
+        failed += made;
+        EXPECT_EQ(local_platform::open_sockets(), open_before);
     }
-    RecordProperty("allocations_failed", failed);
-    std::printf("[          ] allocations failed: %d\n", failed);
+    RecordProperty("allocations_failed", static_cast<int>(failed));
+    std::printf("[          ] allocations failed: %zu\n", failed);
 }
 
-TEST(AllocationSweep, AnAcceptedPasswordIsJudgedWithoutAny) {
-    Delivery delivery(samples()[0]);
-    ASSERT_EQ(delivery.run().verdict, "ok");
+TEST(AllocationSweep, AnAcceptedPasswordIsCheckedWithoutAny) {
+    const std::string node = kIpv4Instance + "/authentication/simple-text-password";
+    Case accepted("", Candidate{{node, stored("Pa55wor8")}}, Request{node});
+    accepted.selector = "vrrp_auth_passwd_validation";
+    Delivery delivery(accepted);
+    ASSERT_EQ(delivery.run().answer, ok().text);
     const std::size_t made = allocations.made;
     const auto* const encrypted = reinterpret_cast<const char*>(delivery.newval.val.buf.ptr);
     std::string output(delivery.newval.val.buf.size, '\0');

@@ -1,0 +1,210 @@
+#include "rule.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+
+#include "keypath.h"
+#include "model.h"
+
+using local_platform::CryptoKey;
+using local_platform::DataTree;
+
+namespace {
+
+CryptoKey host_key() {
+    return CryptoKey(std::array<unsigned char, CryptoKey::kSize>{});
+}
+
+DataTree datastore(const std::vector<Setting>& settings) {
+    static const auto kModel = std::make_shared<const local_platform::SchemaNode>(vrrp_model());
+    std::vector<std::pair<std::string, std::string>> nodes;
+    for (const Setting& setting : settings) {
+        nodes.emplace_back(setting.path, setting.value);
+    }
+    return tree_of(kModel, nodes);
+}
+
+DataTree candidate_of(const Case& one) {
+    std::vector<Setting> settings = one.the<Candidate>();
+    const std::string& node = one.the<Request>().node;
+    if (datastore(settings).find(node) == nullptr) {
+        settings.push_back({node});
+    }
+    return datastore(settings);
+}
+
+bool opens(const std::string& call) {
+    return call == kOpenSession.made[1].text || call.rfind("maapi_init_cursor", 0) == 0;
+}
+
+/// What a rule leaves uninitialised is then neither zero nor what an earlier call left there.
+[[gnu::noinline]] void litter_stack() {
+    char litter[1 << 15];
+    std::memset(litter, 'x', sizeof litter);
+    asm volatile("" : : "r"(litter) : "memory");
+}
+
+const std::map<int, std::string> kResults = {{CONFD_OK, "CONFD_OK"},
+                                             {CONFD_ERR, "CONFD_ERR"},
+                                             {CONFD_VALIDATION_WARN, "CONFD_VALIDATION_WARN"}};
+
+}  // namespace
+
+Calls::Calls(std::initializer_list<Calls> parts) : any(false) {
+    for (const Calls& part : parts) {
+        made.insert(made.end(), part.made.begin(), part.made.end());
+    }
+}
+
+Calls Calls::fails_unseen(const Answer& answer) const {
+    Calls calls = *this;
+    calls.made.back().failed = answer;
+    return calls;
+}
+
+Calls Calls::fails(const Answer& answer) const {
+    Calls calls = fails_unseen(answer);
+    calls.made.back().ends = true;
+    return calls;
+}
+
+Calls Calls::says_1(const Answer& answer) const {
+    Calls calls = *this;
+    calls.made.back().said_1 = answer;
+    return calls;
+}
+
+Calls Calls::whole() const {
+    return {Calls("qelconfd_maapi_socket_get").fails({"CONFD_ERR"}), *this};
+}
+
+Lines Calls::lines() const {
+    Lines lines;
+    for (const Call& call : made) {
+        lines.push_back(call.text);
+    }
+    return lines;
+}
+
+std::vector<Rule>& rules() {
+    static std::vector<Rule> rules;
+    return rules;
+}
+
+AddRule::AddRule(const char* selector, const char* handler,
+                 const std::vector<std::pair<int, std::string>>& keys, std::vector<Case> cases) {
+    for (Case& one : cases) {
+        one.selector = selector;
+    }
+    rules().push_back({selector, handler, keys, std::move(cases)});
+}
+
+std::vector<Case> samples() {
+    std::vector<Case> samples;
+    for (const Rule& rule : rules()) {
+        samples.insert(samples.end(), {rule.cases.at(0), rule.cases.at(1)});
+    }
+    return samples;
+}
+
+std::string instance(const std::string& interface_key, const std::string& family, int vr_id) {
+    return "/router/vrrp/interface" + local_platform::keys_text({interface_key}) +
+           "/address-family{" + family + "}/vr-id{" + std::to_string(vr_id) + "}";
+}
+
+Calls listing(const std::string& list, const std::vector<Answer>& unprinted,
+              const Answer& unlisted) {
+    const Calls next = "maapi_get_next " + list;
+    Calls calls = {Calls("maapi_exists " + list).fails_unseen(unlisted),
+                   Calls("maapi_init_cursor " + list).fails_unseen(unlisted)};
+    for (const Answer& answer : unprinted) {
+        const Calls print = "confd_pp_value " + list;
+        calls = {calls, next.fails_unseen(unlisted), print.fails_unseen(answer)};
+    }
+    return {calls, next, "maapi_destroy_cursor " + list};
+}
+
+std::string stored(const std::string& password) {
+    return local_platform::encrypt(host_key(), password);
+}
+
+bool is_release(const std::string& call) {
+    return call[0] == '~' || call.rfind("maapi_destroy_cursor", 0) == 0;
+}
+
+std::string side_by_side(const Lines& expected, const Lines& made) {
+    std::size_t width = 8;
+    for (const std::string& line : expected) {
+        width = std::max(width, line.size());
+    }
+    const auto row = [&](const std::string& left, const std::string& right) {
+        const std::string blanks(width - left.size(), ' ');
+        return (left == right ? "  " : "! ") + left + blanks + " | " + right + "\n";
+    };
+    std::string text = "\n" + row("expected", "made");
+    for (std::size_t i = 0; i < std::max(expected.size(), made.size()); ++i) {
+        text += row(i < expected.size() ? expected[i] : "", i < made.size() ? made[i] : "");
+    }
+    return text;
+}
+
+Delivery::Delivery(const Case& one)
+    : selector(one.selector),
+      told(one.the<PlatformAnswers>()),
+      candidate(candidate_of(one)),
+      instance(candidate, datastore(one.the<Running>()),
+               one.the<CryptoKeys>().installed ? std::optional(host_key()) : std::nullopt) {
+    const local_platform::Node* const node = candidate.find(one.the<Request>().node);
+    fill_keypath(*node, kp);
+    newval = node->value;
+    if (one.the<WrongType>().place) {
+        spoil(*one.the<WrongType>().place);
+    }
+}
+
+Outcome Delivery::run(const local_platform::CallHook& hook, std::size_t failing) {
+    Outcome outcome;
+    Lines messages;
+    std::string list;
+    confd_trans_ctx tctx{instance.thandle(), instance.handle(), selector.data(), &messages};
+    const local_platform::ScopedCallHook recorder([&](const local_platform::Call& call) {
+        allocations.counting = false;
+        const std::string operation(call.operation);
+        std::string path(operation == "confd_trans_seterr" ? "" : call.argument);
+        list = operation == "maapi_init_cursor" ? path : list;
+        if (operation == "maapi_get_next" || operation == "confd_pp_value" ||
+            operation == "maapi_destroy_cursor") {
+            path = list;
+        }
+        const bool has_path = !path.empty() || operation.find("_exists") != std::string::npos;
+        outcome.calls.push_back(operation + (has_path ? " " : "") + path);
+        std::optional<local_platform::Answer> answer = hook ? hook(call) : std::nullopt;
+        for (const auto& [name, result] : told) {
+            answer = name == operation ? local_platform::Answer{result} : answer;
+        }
+        allocations.counting = true;
+        return answer;
+    });
+    bool thrown = false;
+    litter_stack();
+    allocations = {true, failing, 0};
+    try {
+        const int result = validate(&tctx, &kp, &newval);
+        allocations.counting = false;
+        outcome.answer = kResults.at(result);
+    } catch (const std::exception& error) {
+        allocations.counting = false;
+        thrown = true;
+        outcome.answer = std::string("exception: ") + error.what();
+    }
+    for (const std::string& message : messages) {
+        outcome.answer += ": " + message;
+    }
+    // One whose opening threw was never there.
+    const Lines& calls = outcome.calls;
+    EXPECT_EQ(std::count_if(calls.begin(), calls.end() - (thrown ? 1 : 0), opens),
+              std::count_if(calls.begin(), calls.end(), is_release))
+        << testing::PrintToString(calls);
+    return outcome;
+}

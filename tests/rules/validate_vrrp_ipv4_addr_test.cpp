@@ -1,0 +1,79 @@
+#include "rule.h"
+
+namespace {
+
+const std::string kAddress = kL3 + "/ipv4/address/ip";
+const std::string kExists = "maapi_exists " + kAddress;
+const std::string kGet = "maapi_get_ipv4_and_plen_elem " + kAddress;
+
+/// The primary address of the interface.
+Candidate primary(const std::string& address) {
+    return {{kAddress, address}};
+}
+Request virtual_address(const std::string& address) {
+    return {kIpv4Instance + "/address/ipv4{" + address + "}"};
+}
+
+const Answer kMissing = error("IPv4 address must be configured on interface l3 vlan10.");
+const Answer kUnread = error("could not validate primary IPv4 address on interface l3 vlan10.");
+const Answer kNetwork = error("virtual IPv4 address cannot be configured as network address.");
+const Answer kBroadcast = error("virtual IPv4 address cannot be configured as broadcast address.");
+Answer outside(const std::string& network) {
+    return error("virtual IPv4 address must be configured on the same network as IPv4 address " +
+                 network + " on interface l3 vlan10.");
+}
+const Calls kReads = {Calls(kExists).fails(kMissing), Calls(kGet).fails(kUnread)};
+
+const AddRule kAddressRule(
+    "vrrp_ipv4_addr_validation", "validate_vrrp_ipv4_addr", {{7, "C_BUF"}, {0, "C_IPV4"}},
+    {
+        Case("within the network", primary("192.0.2.1/24"), virtual_address("192.0.2.10"), ok(),
+             kReads),
+        Case("outside the network", primary("192.0.2.1/24"), virtual_address("10.0.0.10"),
+             outside("192.0.2.1/24"), Calls{kReads, kSetError}),
+        Case("primary address", primary("192.0.2.1/24"), virtual_address("192.0.2.1"), ok()),
+        Case("network", primary("192.0.2.77/24"), virtual_address("192.0.2.0"), kNetwork),
+        Case("broadcast", primary("192.0.2.1/24"), virtual_address("192.0.2.255"), kBroadcast),
+        Case("within 16 bits", primary("10.1.2.3/16"), virtual_address("10.1.200.1"), ok()),
+        Case("broadcast of the next 16 bits", primary("10.1.2.3/16"),
+             virtual_address("10.2.255.255"), outside("10.1.2.3/16")),
+        Case("31 bits", primary("192.0.2.4/31"), virtual_address("192.0.2.5"), ok()),
+        Case("32 bits", primary("192.0.2.4/32"), virtual_address("192.0.2.4"), ok()),
+        Case("no primary address before a wrong key", virtual_address("192.0.2.1"), WrongType{0},
+             kMissing, Calls{kExists, kSetError}),
+    });
+
+const std::string kUpdateUnread = "Could not validate primary IPv4 address of interface l3 vlan10.";
+const Answer kChanged = error("IPv4 address cannot be changed on interface l3 vlan10.");
+const Running kCommitted = {{kAddress, "192.0.2.1/24"}};
+const Calls kLooks = {kOpenSession, kSocket.fails_unseen(ok()),
+                      Calls("cdb_exists " + kAddress).fails(ok())};
+const Calls kUpdateReads = {kLooks, Calls(kExists).fails(ok()),
+                            kSocket.fails_unseen(error(kUpdateUnread)),
+                            Calls("cdb_get_ipv4_and_plen " + kAddress).fails(error(kUpdateUnread)),
+                            Calls(kGet).fails(error(kUpdateUnread + "why"))};
+
+const AddRule kUpdateRule(
+    "vrrp_ipv4_addr_update_validation", "validate_vrrp_ipv4_addr_update",
+    {{2, "C_ENUM_VALUE"}, {4, "C_BUF"}},
+    {
+        Case("address kept", primary("192.0.2.1/24"), kCommitted, Request{kIpv4Instance}, ok(),
+             Calls{kUpdateReads, kCloseSession}),
+        Case("address changed", primary("192.0.2.2/24"), kCommitted, Request{kIpv4Instance},
+             kChanged, Calls{kUpdateReads, kSetError, kCloseSession}),
+        Case("address changed beside an IPv6 instance", primary("10.0.0.1/8"), kCommitted,
+             Request{kIpv6Instance}, WrongType{4}, ok(), kNoCalls),
+        Case("prefix changed", primary("192.0.2.1/25"), kCommitted, Request{kIpv4Instance},
+             kChanged),
+        Case("first address", primary("192.0.2.1/24"), Request{kIpv4Instance}, ok(),
+             Calls{kLooks, kCloseSession}),
+        Case("address removed", kCommitted, Request{kIpv4Instance}, ok(),
+             Calls{kLooks, kExists, kCloseSession}),
+        Case("address gone between two reads", kCommitted, Request{kIpv4Instance},
+             PlatformAnswers{{"maapi_exists", 1}},
+             error(kUpdateUnread + "the leaf does not exist: " + kAddress)),
+        Case("failed read without a reason", kCommitted, Request{kIpv4Instance},
+             PlatformAnswers{{"maapi_exists", 1}, {"confd_lasterr", 0}}, error(kUpdateUnread)),
+    });
+
+}  // namespace

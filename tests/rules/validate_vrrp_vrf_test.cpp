@@ -1,0 +1,33 @@
+#include "rule.h"
+
+namespace {
+
+const std::string kVrf = kL3 + "/vrf";
+const Answer kRefused =
+    error("VRF must not be configured on interface l3 vlan10 with VRRP enabled.");
+const Calls kReads = Calls("maapi_exists " + kVrf).fails(ok()).says_1(kRefused);
+
+/// Where the rule looks for the VRF of a VRRP interface with this key.
+Case looks_at(const std::string& name, const std::string& key, const std::string& l3_name) {
+    return Case(name, Request{instance(key, "ipv4", 5)}, ok(),
+                Calls{"maapi_exists /config/interface/l3{" + l3_name + "}/vrf"});
+}
+
+const AddRule kRule(
+    "vrrp_vrf_validation", "validate_vrrp_vrf", {{4, "C_BUF"}},
+    {
+        Case("VRF removed", Running{{kVrf, "red"}}, Request{kIpv4Instance}, ok(), kReads),
+        Case("VRF", Candidate{{kVrf, "red"}}, Request{kIpv4Instance}, kRefused,
+             Calls{kReads, kSetError}),
+        looks_at("key without a dash", "vlan10", "vlan10"),
+        looks_at("key with two dashes", "l3-vlan-10", "vlan-10"),
+        looks_at("key that ends in a dash", "l3-", ""),
+        looks_at("key with a NUL", std::string("l3-a\0b", 6), "a"),
+        looks_at("key of 300 characters", "l3-" + std::string(300, 'k'), std::string(300, 'k')),
+        Case("key with conversions", Request{instance("l3-%s%n%d", "ipv4", 5)},
+             PlatformAnswers{{"maapi_exists", 1}},
+             error("VRF must not be configured on interface l3 %s%n%d with VRRP enabled."),
+             Calls{"maapi_exists /config/interface/l3{%s%n%d}/vrf", kSetError}),
+    });
+
+}  // namespace

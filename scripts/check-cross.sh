@@ -28,11 +28,14 @@ build_and_run() {  # build_and_run ARCHITECTURE EMULATED
   local build=build-cross/$1/build
   step "$1: build"
   configure "$1" "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS=-O1
-  cmake --build "$build" --target unit_tests vrrp_valid vrrp-valid -- --quiet
+  cmake --build "$build" --target rule_tests platform_tests vrrp_valid vrrp-valid -- --quiet
   check_library "$build"
   step "$1: run"
   local emulator=("qemu-$2-static" -L "build-cross/$1/root")
-  "${emulator[@]}" "$build/bin/unit_tests" --gtest_brief=1 --gtest_filter='-*DeathTest*'
+  local tests
+  for tests in rule_tests platform_tests; do
+    "${emulator[@]}" "$build/bin/$tests" --gtest_brief=1 --gtest_filter='-*DeathTest*'
+  done
   "${emulator[@]}" "$build/bin/vrrp-valid" check --running examples/router-running.json \
     examples/router-accepted.json
   local result=0

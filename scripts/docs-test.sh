@@ -12,7 +12,7 @@ git ls-files -z | xargs -0 cp --parents -t "$tree"
 export PATH="$build/bin:$PATH" SDK="$tree/sdk"
 mkdir -p "$SDK"
 cp -r platform/include "$SDK/include"
-cp -r "$(dirname "$(find "$build" -path "$build/stage" -prune -o -name libconfd.so -print)")" "$SDK/lib"
+cp -r "$(dirname "$(find "$build" -path "$build/stage" -prune -o -path '*/vrrp-valid/libconfd.so' -print)")" "$SDK/lib"
 
 failed=0
 count=0

@@ -14,7 +14,7 @@ constexpr const char* kCouldNotValidate =
 
 /// The address and prefix length as ConfD delivers them, the address in network byte order.
 nettypes::IPv4AddrMask addr_mask(const confd_ipv4_prefix& prefix) {
-    return {ntohl(prefix.ip.s_addr), prefix.len};
+    return nettypes::IPv4AddrMask(ntohl(prefix.ip.s_addr), prefix.len);
 }
 
 }  // namespace

@@ -48,7 +48,7 @@ Report unchecked_report(const CheckOptions& options, const std::string& candidat
 Report check_one(const Checker& checker, const CheckOptions& options, const std::string& candidate,
                  const Running& running) {
     try {
-        return checker.check(read_configuration_file(candidate), running);
+        return checker.check(read_configuration_file(candidate, options.max_size), running);
     } catch (const std::exception& error) {
         std::cerr << complaint(error.what());
         Report report = unchecked_report(options, candidate, error.what());
@@ -66,7 +66,7 @@ std::vector<Report> check_all(const CheckOptions& options) {
         const Checker checker(options.checker);
         std::optional<ConfigurationFile> running_file;
         if (!options.running.empty()) {
-            running_file = read_configuration_file(options.running);
+            running_file = read_configuration_file(options.running, options.max_size);
         }
         const Running running = checker.read_running(running_file);
         for (const std::string& candidate : options.candidates) {

@@ -11,8 +11,9 @@ namespace {
 int run_diff(const CheckOptions& options) {
     require_one_standard_input(options);
     const YangModel model(options.checker.yang_dir);
-    const ConfigurationFile running = read_configuration_file(options.running);
-    const ConfigurationFile candidate = read_configuration_file(options.candidates.front());
+    const ConfigurationFile running = read_configuration_file(options.running, options.max_size);
+    const ConfigurationFile candidate =
+        read_configuration_file(options.candidates.front(), options.max_size);
     const std::vector<Change> changes = difference(model.read(running), model.read(candidate));
     print(options.report.format == "json"
               ? format_difference_json(running.name, candidate.name, changes)
@@ -30,6 +31,7 @@ Subcommand add_diff_command(CLI::App& app) {
     command->add_option("--format", options->report.format, "How to print the changes")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str();
+    add_max_size(*command, options->max_size);
     add_yang_dir(*command, options->checker.yang_dir);
     add_candidates(*command, options->candidates)->expected(1);
     return {command, [options] { return run_diff(*options); }};

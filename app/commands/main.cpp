@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <iostream>
 
 #include "commands/commands.h"
@@ -34,6 +35,9 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // A reader that went away and a file size limit are failed writes, which are told.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {

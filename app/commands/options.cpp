@@ -29,6 +29,14 @@ CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candida
         ->type_name("FILE");
 }
 
+void add_max_size(CLI::App& command, std::size_t& max_size) {
+    command
+        .add_option("--max-size", max_size, "Refuse files of more bytes; with a unit, as in 100MB")
+        ->transform(CLI::AsSizeValue(false))
+        ->type_name("SIZE")
+        ->capture_default_str();
+}
+
 void add_check_options(CLI::App& command, CheckOptions& options) {
     options.checker.plugin_file = default_plugin_file();
     command.add_option("--format", options.report.format, "How to print the findings")
@@ -41,6 +49,7 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
     command.add_flag("--accept-warnings", options.report.accept_warnings, "Warnings do not count");
     command.add_flag("-q,--quiet", options.report.quiet, "Print findings only");
     command.add_flag("--silent", options.report.silent, "Print nothing: the exit code tells");
+    add_max_size(command, options.max_size);
     add_yang_dir(command, options.checker.yang_dir);
 }
 

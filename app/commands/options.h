@@ -14,6 +14,7 @@ struct CheckOptions {
     std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
     std::string running;                  ///< empty for an empty running configuration
     ReportOptions report;
+    std::size_t max_size = kLargestFile;  ///< of each file, in bytes
 };
 
 /// A subcommand with an example of its arguments at the end of its help.
@@ -25,6 +26,9 @@ void add_yang_dir(CLI::App& command, std::string& yang_dir);
 
 CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description);
 CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates);
+
+/// `--max-size`, for every configuration that the subcommand reads.
+void add_max_size(CLI::App& command, std::size_t& max_size);
 
 /// The options beside those that all of `check` and `commit` take.
 void add_check_options(CLI::App& command, CheckOptions& options);

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cctype>
-#include <system_error>
 
 #include "configuration/netconf_envelope.h"
 #include "errors/cannot_check.h"
@@ -29,25 +28,27 @@ ConfigurationFormat format_of(const std::string& name, std::string_view data) {
                       ":1: neither JSON nor XML; give a configuration that begins with { or <");
 }
 
-ConfigurationFile read_open_file(const std::string& name, int fd) {
+ConfigurationFile read_open_file(const std::string& name, int fd, std::size_t max_size) {
+    std::string bytes;
     try {
-        return configuration_from_bytes(name, read_all(fd));
-    } catch (const std::system_error& error) {
-        throw CannotCheck(name + ": cannot be read: " + error.code().message());
+        bytes = read_all(fd, max_size);
+    } catch (const std::runtime_error& error) {
+        throw CannotCheck(name + ": cannot be read: " + error.what());
     }
+    return configuration_from_bytes(name, std::move(bytes));
 }
 
 }  // namespace
 
-ConfigurationFile read_configuration_file(const std::string& name) {
+ConfigurationFile read_configuration_file(const std::string& name, std::size_t max_size) {
     if (name == "-") {
-        return read_open_file("standard input", STDIN_FILENO);
+        return read_open_file("standard input", STDIN_FILENO, max_size);
     }
     const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.is_open()) {
         throw CannotCheck(name + ": cannot be opened: " + last_system_error());
     }
-    return read_open_file(name, file.number());
+    return read_open_file(name, file.number(), max_size);
 }
 
 ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes) {

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "files/file_descriptor.h"
+
 enum class ConfigurationFormat { json, xml };
 
 struct ConfigurationFile {
@@ -14,8 +16,9 @@ struct ConfigurationFile {
 };
 
 /// Reads the file `name`, "-" for standard input, and tells its format by its content: RFC 7951
-/// JSON or NETCONF XML. Throws CannotCheck.
-ConfigurationFile read_configuration_file(const std::string& name);
+/// JSON or NETCONF XML. Throws CannotCheck, also when it has more than `max_size` bytes.
+ConfigurationFile read_configuration_file(const std::string& name,
+                                          std::size_t max_size = kLargestFile);
 
 /// The same for `bytes` that were read already.
 ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes);

@@ -1,8 +1,9 @@
 #include "files/file_descriptor.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -10,17 +11,25 @@ namespace {
 
 constexpr std::size_t kReadSize = 65536;
 
-/// `call()` again for as long as a signal interrupts it.
-template <typename Call>
-std::size_t retry(Call call) {
-    for (;;) {
-        const ssize_t result = call();
-        if (result >= 0) {
-            return static_cast<std::size_t>(result);
-        }
-        if (errno != EINTR) {
-            throw std::system_error(errno, std::generic_category());
-        }
+/// What a call counted, `result`; throws when it failed.
+std::size_t counted(ssize_t result) {
+    if (result < 0) {
+        throw std::system_error(errno, std::generic_category());
+    }
+    return static_cast<std::size_t>(result);
+}
+
+/// How many bytes a regular file has; 0 for anything else.
+std::size_t known_size(int fd) {
+    struct stat status {};
+    counted(fstat(fd, &status));
+    return S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
+}
+
+void require_at_most(std::size_t max_size, std::size_t size) {
+    if (size > max_size) {
+        throw std::runtime_error("it has more than " + std::to_string(max_size) +
+                                 " bytes; --max-size takes a larger one");
     }
 }
 
@@ -29,19 +38,30 @@ std::size_t retry(Call call) {
 FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
     : number_(std::exchange(other.number_, -1)) {}
 
+FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+}
+
 FileDescriptor::~FileDescriptor() {
     if (is_open()) {
         close(number_);
     }
 }
 
-std::string read_all(int fd) {
+std::string read_all(int fd, std::size_t max_size) {
+    const std::size_t expected = known_size(fd);
+    require_at_most(max_size, expected);
     std::string bytes;
     for (;;) {
         const std::size_t filled = bytes.size();
-        bytes.resize(filled + kReadSize);
-        const std::size_t count = retry([&] { return read(fd, bytes.data() + filled, kReadSize); });
+        // One byte more than a file has tells that it ends there.
+        const std::size_t wanted = expected > filled ? expected - filled + 1 : kReadSize;
+        bytes.resize(filled + wanted);
+        const std::size_t count =
+            counted(uninterrupted([&] { return read(fd, bytes.data() + filled, wanted); }));
         bytes.resize(filled + count);
+        require_at_most(max_size, bytes.size());
         if (count == 0) {
             return bytes;
         }
@@ -50,7 +70,8 @@ std::string read_all(int fd) {
 
 void write_all(int fd, std::string_view bytes) {
     while (!bytes.empty()) {
-        bytes.remove_prefix(retry([&] { return write(fd, bytes.data(), bytes.size()); }));
+        bytes.remove_prefix(
+            counted(uninterrupted([&] { return write(fd, bytes.data(), bytes.size()); })));
     }
 }
 

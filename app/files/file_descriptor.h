@@ -1,6 +1,8 @@
 /// A file descriptor that closes itself, and reads and writes of the whole.
 #pragma once
 
+#include <cerrno>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -9,7 +11,7 @@ class FileDescriptor {
     /// Takes `number`; a negative one stands for none.
     explicit FileDescriptor(int number) : number_(number) {}
     FileDescriptor(FileDescriptor&& other) noexcept;
-    FileDescriptor& operator=(FileDescriptor&&) = delete;
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
     ~FileDescriptor();
 
     int number() const { return number_; }
@@ -19,8 +21,23 @@ class FileDescriptor {
     int number_;
 };
 
-/// All that can be read from `fd`. Throws std::system_error.
-std::string read_all(int fd);
+/// What the system call `call` answers, made again for as long as a signal interrupts it.
+template <typename Call>
+auto uninterrupted(Call call) {
+    for (;;) {
+        const auto result = call();
+        if (result != -1 || errno != EINTR) {
+            return result;
+        }
+    }
+}
+
+/// How many bytes a file may have, unless the operator says otherwise: 1 GiB.
+constexpr std::size_t kLargestFile = std::size_t{1} << 30U;
+
+/// All that can be read from `fd`, at most `max_size` bytes. Throws std::runtime_error with the
+/// reason alone, without the file's name, when it cannot be read or has more.
+std::string read_all(int fd, std::size_t max_size);
 
 /// Writes all of `bytes`. Throws std::system_error.
 void write_all(int fd, std::string_view bytes);

@@ -1,15 +1,18 @@
 #include "command.h"
 
+#include <poll.h>
 #include <pty.h>
-#include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <fstream>
 #include <iterator>
 
 namespace {
+
+constexpr int kPatience = 60000;  // milliseconds
 
 [[noreturn]] void execute(const Arguments& arguments) {
     std::vector<char*> argv = {const_cast<char*>("vrrp-valid")};
@@ -70,12 +73,13 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
         }
         if (surroundings.tracer) {
             setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // the leak check is a tracer itself
-            ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
+        }
+        if (surroundings.before) {
+            surroundings.before();
         }
         execute(arguments);
     }
-    const int status = wait_for(process);
-    const int end = surroundings.tracer ? surroundings.tracer(process) : status;
+    const int end = surroundings.tracer ? surroundings.tracer(process) : wait_for(process);
     return {exit_code(end), content_of(out), content_of(err)};
 }
 
@@ -105,6 +109,11 @@ Outcome Terminal::finish() {
 }
 
 bool Terminal::read_more() {
+    pollfd shown{master_, POLLIN, 0};
+    if (poll(&shown, 1, kPatience) == 0) {
+        kill(id_, SIGKILL);
+        return false;
+    }
     std::array<char, 4096> bytes{};
     const ssize_t count = read(master_, bytes.data(), bytes.size());
     shown_.append(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);

@@ -34,17 +34,18 @@ struct Outcome {
 using Arguments = std::vector<std::string>;
 
 struct Surroundings {
-    std::string input = {};        ///< what standard input holds
-    std::string output_file = {};  ///< where standard output goes instead of into the outcome
-    std::string folder = ".";      ///< the working folder
-    /// Traces the process, which stopped at exec, to its end and gives its wait status.
+    std::string input = {};             ///< what standard input holds
+    std::string output_file = {};       ///< where standard output goes instead of into the outcome
+    std::string folder = ".";           ///< the working folder
+    std::function<void()> before = {};  ///< what the process does last before it is the command
+    /// Watches the process to its end and gives its wait status.
     std::function<int(pid_t)> tracer = {};
 };
 
 /// Runs the command, its standard streams no terminal.
 Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
 
-/// The command at work on a terminal.
+/// The command at work on a terminal. What it does not show within a minute, it never does.
 class Terminal {
   public:
     explicit Terminal(const Arguments& arguments, const std::string& no_colour = "");

@@ -1,16 +1,27 @@
 /// A commit is killed, and fails, at each system call that touches the running configuration or its
-/// report: the old configuration or the new one is in place, whole, and the command says which.
+/// report; it meets other commits, changes by others, and files that are none: the old
+/// configuration or the new one is in place, whole, with the access it had, and the command says
+/// which.
+#include <fcntl.h>
+#include <linux/posix_acl.h>
+#include <linux/posix_acl_xattr.h>
 #include <sys/ptrace.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/uio.h>
 #include <sys/user.h>
 #include <sys/wait.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
+#include <cstring>
 #include <iostream>
+#include <map>
+#include <optional>
 #include <set>
 
 #include "command.h"
@@ -19,12 +30,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// What becomes of a system call: one of these, or the error it fails with, not being made.
 constexpr int kLetThrough = 0;
 constexpr int kKill = -1;
-const gid_t kGroup = geteuid() == 0 ? 1 : getegid();  // another one where that is allowed
-
-/// What becomes of a system call: kLetThrough, kKill, or the error it fails with, not being made.
+constexpr int kTerminate = -2;  ///< SIGTERM arrives with it
+constexpr int kHalve = -3;      ///< it transfers half the bytes at most
 using Decide = std::function<int(long number)>;
+
+const gid_t kGroup = geteuid() == 0 ? 1 : getegid();  // another one where that is allowed
 
 /// No file is behind their arguments, whatever these look like.
 const std::set<long> kUnrelated = {SYS_rt_sigaction, SYS_rt_sigprocmask, SYS_clock_gettime,
@@ -35,6 +48,9 @@ const std::set<long> kHarmless = {SYS_close, SYS_ioctl, SYS_unlinkat};
 
 const std::string kOld = "{}" + std::string(70000, ' ');
 const std::string kNew = "{}" + std::string(80000, '\n');
+
+const std::string kWarned = VRRP_VALID_EXAMPLES "/messages/version-changed/candidate.json";
+const std::string kWarnedBefore = VRRP_VALID_EXAMPLES "/messages/version-changed/running.json";
 
 std::string text_at(pid_t process, unsigned long long address) {
     std::string bytes(256, '\0');
@@ -54,65 +70,161 @@ bool touches(pid_t process, const user_regs_struct& call, const std::string& fol
             text_at(process, call.rsi).find(folder) == 0);
 }
 
-/// A tracer that asks `decide` before every system call that touches `folder`.
-Surroundings watching(const std::string& folder, const Decide& decide) {
+/// Opens `fifo` for writing as soon as `process` reads it; -1 when that ends first.
+int open_when_read(const std::string& fifo, pid_t process) {
+    siginfo_t ended{};
+    for (;;) {
+        const int writer = open(fifo.c_str(), O_WRONLY | O_NONBLOCK);
+        waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOHANG | WNOWAIT);
+        if (writer >= 0 || ended.si_pid == process) {
+            return writer;
+        }
+        usleep(100);
+    }
+}
+
+/// Commits kNew over `running`; `decide` is asked before every system call that touches `folder`.
+/// The command is watched from where it reads its candidate.
+Outcome commit_watched(const std::string& running, const std::string& folder,
+                       const Decide& decide) {
+    const Folder elsewhere;
+    const std::string candidate = elsewhere / "candidate";
+    EXPECT_EQ(mkfifo(candidate.c_str(), 0600), 0);
     Surroundings surroundings;
-    surroundings.tracer = [=](pid_t process) {
-        ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
-        user_regs_struct call{};
-        bool is_entry = false;
-        int decision = kLetThrough;
+    surroundings.output_file = folder + "/report";
+    surroundings.tracer = [&](pid_t process) {
         int status = 0;
+        const int writer = open_when_read(candidate, process);
+        EXPECT_EQ(ptrace(PTRACE_SEIZE, process, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL),
+                  0);
+        ptrace(PTRACE_INTERRUPT, process, nullptr, nullptr);
+        waitpid(process, &status, 0);
+        fcntl(writer, F_SETPIPE_SZ, kNew.size());
+        EXPECT_EQ(write(writer, kNew.data(), kNew.size()), static_cast<ssize_t>(kNew.size()));
+        close(writer);
+        user_regs_struct call{};
+        __ptrace_syscall_info info{};
+        int decision = kLetThrough;
+        int signal = 0;
         for (;;) {
-            ptrace(PTRACE_SYSCALL, process, nullptr, nullptr);
+            ptrace(PTRACE_SYSCALL, process, nullptr, signal);
             if (waitpid(process, &status, 0) != process || !WIFSTOPPED(status)) {
                 return status;
             }
-            if (WSTOPSIG(status) != (SIGTRAP | 0x80)) {
+            const bool is_call = WSTOPSIG(status) == (SIGTRAP | 0x80);
+            signal = is_call || status >> 16 != 0 ? 0 : WSTOPSIG(status);
+            if (!is_call) {
                 continue;
             }
-            is_entry = !is_entry;
+            ptrace(PTRACE_GET_SYSCALL_INFO, process, sizeof info, &info);
             ptrace(PTRACE_GETREGS, process, nullptr, &call);
+            const bool is_entry = info.op == PTRACE_SYSCALL_INFO_ENTRY;
             if (is_entry) {
                 decision = touches(process, call, folder) ? decide(static_cast<long>(call.orig_rax))
                                                           : kLetThrough;
             }
-            if (decision == kKill) {
-                kill(process, SIGKILL);
-            } else if (decision != kLetThrough) {
+            if (decision == kKill || (is_entry && decision == kTerminate)) {
+                kill(process, decision == kKill ? SIGKILL : SIGTERM);
+            } else if (is_entry && decision == kHalve) {
+                call.rdx = (call.rdx + 1) / 2;
+                ptrace(PTRACE_SETREGS, process, nullptr, &call);
+            } else if (decision > kLetThrough) {
                 (is_entry ? call.orig_rax : call.rax) = is_entry ? -1ULL : -1ULL * decision;
                 ptrace(PTRACE_SETREGS, process, nullptr, &call);
             }
         }
     };
-    return surroundings;
+    return run({"commit", "--running", running, candidate}, surroundings);
 }
 
-/// Commits through a symbolic link with `fault` at call number `at`; false when there are fewer
-/// calls. A commit that replaces finds what one that was killed has left.
-bool survives(bool is_first, std::size_t at, int fault) {
-    const Folder folder;
-    const Folder elsewhere;
-    const std::string running = folder / "running";
-    if (!is_first) {
-        EXPECT_EQ(chmod(folder.put("running", kOld).c_str(), 0604), 0);
-        EXPECT_EQ(chown(running.c_str(), geteuid(), kGroup), 0);
-        folder.put(".running.vrrp-valid-new", "half a conf");
+using Attributes = std::map<std::string, std::string>;
+
+void set_attribute(const std::string& file, const std::string& name, const std::string& value) {
+    EXPECT_EQ(setxattr(file.c_str(), name.c_str(), value.data(), value.size(), 0), 0) << name;
+}
+
+Attributes attributes_of(const std::string& file) {
+    std::string names(1024, '\0');
+    const ssize_t size = listxattr(file.c_str(), names.data(), names.size());
+    Attributes attributes;
+    for (ssize_t at = 0; at < size; at += static_cast<ssize_t>(strlen(&names[at])) + 1) {
+        std::string value(1024, '\0');
+        value.resize(getxattr(file.c_str(), &names[at], value.data(), value.size()));
+        attributes[&names[at]] = value;
     }
-    fs::create_symlink(running, elsewhere / "link");
-    const std::string before = content_of(running);
-    const Arguments commit = {"commit", "--running", elsewhere / "link",
-                              elsewhere.put("candidate", kNew)};
+    return attributes;
+}
+
+/// An access control list that lets the user 4711 do `permissions` beside the owner's 06, the
+/// group's 0 and others' `others`.
+std::string access_list(__u16 permissions, __u16 others) {
+    const auto word = [](auto value) {
+        return std::string(reinterpret_cast<const char*>(&value), sizeof value);
+    };
+    const auto entry = [&](int tag, __u16 mode, __u32 id) {
+        return word(static_cast<__u16>(tag)) + word(mode) + word(id);
+    };
+    return word(static_cast<__u32>(POSIX_ACL_XATTR_VERSION)) + entry(ACL_USER_OBJ, 6, -1U) +
+           entry(ACL_USER, permissions, 4711) + entry(ACL_GROUP_OBJ, 0, -1U) +
+           entry(ACL_MASK, permissions, -1U) + entry(ACL_OTHER, others, -1U);
+}
+
+/// A running configuration whose access is to stay, through a symbolic link. In the way of that are
+/// a default list of its folder, an open umask, and what a commit that was killed has left.
+struct Router {
+    explicit Router(const std::optional<std::string>& configuration) {
+        umask(0);
+        fs::create_symlink(running, link);
+        if (configuration) {
+            folder.put("running", *configuration);
+            set_attribute(running, "user.origin", "site 7");
+            set_attribute(running, "system.posix_acl_access", access_list(4, 4));
+            EXPECT_EQ(chown(running.c_str(), geteuid(), kGroup), 0);
+            attributes = attributes_of(running);
+            EXPECT_EQ(attributes.size(), 2U);
+            fs::permissions(folder.put(".running.vrrp-valid-new", "half a conf"), fs::perms(0600));
+        }
+        set_attribute(folder.path, "system.posix_acl_default", access_list(7, 7));
+    }
+
+    /// Of a first configuration the folder decides, in the bounds of what is always kept to few.
+    void expect_access() const {
+        struct stat status {};
+        EXPECT_EQ(stat(running.c_str(), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777U, attributes.empty() ? 0640U : 0644U);
+        EXPECT_EQ(status.st_gid, attributes.empty() ? getegid() : kGroup);
+        if (!attributes.empty()) {
+            EXPECT_EQ(attributes_of(running), attributes);
+        }
+        EXPECT_TRUE(fs::is_symlink(link));
+    }
+
+    /// Nothing is in the folder but the configuration and the `report`.
+    void expect_no_stray_file() const {
+        for (const auto& file : fs::directory_iterator(folder.path)) {
+            EXPECT_TRUE(file.path() == running || file.path().filename() == "report") << file;
+        }
+    }
+
+    Folder folder;
+    Folder elsewhere;
+    std::string running = folder / "running";
+    std::string link = elsewhere / "link";
+    Attributes attributes;
+};
+
+/// Commits with `fault` at call number `at`; false when there are fewer calls. A commit that
+/// replaces finds what one that was killed has left.
+bool survives(bool is_first, std::size_t at, int fault) {
+    const Router router(is_first ? std::nullopt : std::optional(kOld));
+    const std::string before = content_of(router.running);
     std::vector<long> calls;
     long faulty = -1;
-    const Decide decide = [&](long number) {
+    const Outcome outcome = commit_watched(router.link, router.folder.path, [&](long number) {
         calls.push_back(number);
         faulty = calls.size() == at ? number : faulty;
         return calls.size() == at ? fault : kLetThrough;
-    };
-    Surroundings surroundings = watching(folder.path, decide);
-    surroundings.output_file = folder.put("report", "");
-    const Outcome outcome = run(commit, surroundings);
+    });
     if (faulty < 0) {
         const auto renamed = std::find(calls.begin(), calls.end(), SYS_renameat);
         EXPECT_EQ(std::count(calls.begin(), renamed, SYS_fsync), 1) << "the file, before";
@@ -121,71 +233,209 @@ bool survives(bool is_first, std::size_t at, int fault) {
     }
     SCOPED_TRACE("fault " + std::to_string(fault) + " at call " + std::to_string(at) +
                  ", which is system call " + std::to_string(faulty) + ": " + outcome.err);
-    const bool is_new = content_of(running) == kNew;
-    EXPECT_TRUE(is_new || (content_of(running) == before && fs::exists(running) != is_first));
+    const bool is_new = content_of(router.running) == kNew;
+    EXPECT_TRUE(is_new ||
+                (content_of(router.running) == before && fs::exists(router.running) != is_first));
     if (fault == kKill) {
         EXPECT_EQ(outcome.status, -SIGKILL);
+        struct stat left {};
+        stat((router.folder / ".running.vrrp-valid-new").c_str(), &left);
+        EXPECT_EQ(left.st_mode & 0133U, 0U) << "more may get at what is left than at the old one";
+        EXPECT_EQ(run({"commit", "--running", router.link, router.elsewhere.put("new", kNew)}).err,
+                  "");
+        EXPECT_EQ(content_of(router.running), kNew);
+        router.expect_no_stray_file();
     } else if (outcome.status == 0) {
         EXPECT_TRUE(is_new && kHarmless.count(faulty) == 1);
-        EXPECT_TRUE(is_first || faulty != SYS_unlinkat) << "what was left stands in the way";
+        EXPECT_TRUE(is_first || faulty != SYS_unlinkat || at > calls.size() / 2)
+            << "what was left stands in the way";
     } else {
         EXPECT_EQ(outcome.status, 2);
-        EXPECT_EQ(outcome.err.find("vrrp-valid: " + (elsewhere / "link") + ": "), 0U);
+        EXPECT_EQ(outcome.err.find("vrrp-valid: " + router.link + ": "), 0U);
         EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
         EXPECT_EQ(holds(outcome.err, "it is as it was"), !is_new);
         EXPECT_EQ(holds(outcome.err, "the new configuration is in its place"), is_new);
-        EXPECT_FALSE(is_first && fs::exists(folder / ".running.vrrp-valid-new"));
+        EXPECT_FALSE(is_first && fs::exists(router.folder / ".running.vrrp-valid-new"));
     }
-    EXPECT_EQ(run(commit).status, 0);
-    EXPECT_EQ(content_of(running), kNew);
-    struct stat status {};
-    EXPECT_EQ(stat(running.c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 07777U, is_first ? 0640U : 0604U);
-    EXPECT_EQ(status.st_gid, is_first ? getegid() : kGroup);
-    EXPECT_TRUE(fs::is_symlink(elsewhere / "link"));
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 2) << "a stray file is left";
+    if (fs::exists(router.running)) {
+        router.expect_access();
+    }
     return true;
+}
+
+/// Waits for `question`, does `meanwhile`, and says yes.
+Outcome confirm_after(const Arguments& arguments, const std::function<void()>& meanwhile) {
+    Terminal terminal(arguments);
+    terminal.answer("[y/N] ", "");
+    meanwhile();
+    terminal.answer("", "y\n");
+    return terminal.finish();
 }
 
 }  // namespace
 
 TEST(Commit, LeavesTheOldOrTheNewConfigurationWhole) {
-    umask(027);
+    constexpr std::array<int, 3> kErrors = {ENOSPC, EIO, EACCES};
     int kills = 0;
     int failed_calls = 0;
     for (const bool is_first : {false, true}) {
-        for (const int fault : {kKill, ENOSPC, EIO, EACCES}) {
-            int at = 1;
-            for (; survives(is_first, at, fault); ++at) {
-                ++(fault == kKill ? kills : failed_calls);
-            }
-            EXPECT_GT(at, 12) << "too few system calls were seen";
+        std::size_t at = 1;
+        for (; survives(is_first, at, kKill); ++at) {
+            ++kills;
+        }
+        EXPECT_GT(at, 25U) << "too few system calls were seen";
+        for (at = 1; survives(is_first, at, kErrors.at(at % kErrors.size())); ++at) {
+            ++failed_calls;
         }
     }
     std::cout << "kills: " << kills << ", failed calls: " << failed_calls << "\n";
 }
 
-TEST(Commit, ConcurrentOnesEndOneAfterTheOther) {
+TEST(Commit, IsTheSameWhenEveryCallIsInterruptedAndHalfDone) {
+    const Router router(kOld);
+    long last = -1;
+    const Outcome outcome = commit_watched(router.link, router.folder.path, [&](long number) {
+        const bool transfers = number == SYS_read || number == SYS_write;
+        const bool can_be_interrupted = transfers || number == SYS_openat || number == SYS_fsync;
+        const bool is_again = std::exchange(last, number) == number;
+        return can_be_interrupted && !is_again ? EINTR : transfers ? kHalve : kLetThrough;
+    });
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(content_of(router.running), kNew);
+    router.expect_access();
+}
+
+TEST(Commit, EndsAndSaysSoWhenItIsBrokenOffLate) {
+    for (const long call : {SYS_unlinkat, SYS_renameat}) {
+        const Router router(kOld);
+        const Outcome outcome = commit_watched(router.link, router.folder.path, [&](long number) {
+            return number == call ? kTerminate : kLetThrough;
+        });
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(content_of(router.running), kNew);
+        EXPECT_TRUE(holds(content_of(router.folder / "report"), "\ncommitted: "));
+    }
+}
+
+TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     const Folder folder;
-    const Folder elsewhere;
-    const std::string example = VRRP_VALID_EXAMPLES "/messages/version-changed/";
-    const std::string candidate = content_of(example + "candidate.json");
-    const std::string later = candidate + "\n";
-    const std::string running = folder.put("running", content_of(example + "running.json"));
-    Terminal first({"commit", "--running", running, elsewhere.put("one", candidate)});
-    first.answer("[y/N] ", "");
-    // The second one comes as far as the lock, or past where it should be, before the first one
-    // goes on. It has nothing to warn of only when it is checked against what the first one leaves.
-    bool went_on = false;
-    const Decide go_on_at_lock = [&](long number) {
-        if ((number == SYS_flock || number == SYS_close) && !std::exchange(went_on, true)) {
-            first.answer("", "y\n");
-        }
-        return kLetThrough;
+    const std::string running = folder.put("running", content_of(kWarnedBefore));
+    const std::string lock = folder.put(".running.vrrp-valid-lock", "");
+    const int other = open(lock.c_str(), O_RDWR);
+    struct flock range {};
+    range.l_type = F_WRLCK;
+    ASSERT_EQ(fcntl(other, F_SETLK, &range), 0);
+    const std::string holder = "process " + std::to_string(getpid());
+
+    const Outcome hasty = run({"commit", "--lock-timeout", "0", "--running", running, kWarned});
+    EXPECT_EQ(hasty.status, 2);
+    EXPECT_TRUE(holds(hasty.err, running + ": " + holder + " is committing")) << hasty.err;
+    EXPECT_TRUE(holds(hasty.err, "it is as it was")) << hasty.err;
+    EXPECT_EQ(run({"commit", "--running", folder / "second", kWarned}).status, 0);
+
+    // What it waited for has replaced the configuration and has removed the lock's file: it has
+    // nothing to warn of only when it is checked against what is there by then.
+    Terminal patient({"commit", "--running", running, kWarned});
+    patient.answer(running + ": waiting for " + holder, "");
+    folder.put("new", content_of(kWarned) + "\n");
+    fs::rename(folder / "new", running);
+    fs::remove(lock);
+    close(other);
+    const Outcome outcome = patient.finish();
+    EXPECT_EQ(outcome.status, 0) << outcome.out;
+    EXPECT_EQ(content_of(running), content_of(kWarned));
+    EXPECT_FALSE(fs::exists(lock));
+}
+
+TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
+    const std::string old = content_of(kWarnedBefore);
+    std::string edited = old;
+    edited.back() = ' ';
+    using Change = std::function<void(const Folder&, const std::string& running)>;
+    const std::map<std::string, Change> changes = {
+        {"another commit",
+         [&](const Folder&, const std::string& running) {
+             EXPECT_EQ(run({"commit", "--lock-timeout", "0", "--accept-warnings", "--running",
+                            running, kWarned})
+                           .status,
+                       0);
+         }},
+        {"an editor that keeps the time",
+         [&](const Folder& folder, const std::string& running) {
+             const auto time = fs::last_write_time(running);
+             folder.put("running", edited);
+             fs::last_write_time(running, time);
+         }},
+        {"a copy with the same bytes",
+         [&](const Folder& folder, const std::string& running) {
+             fs::rename(folder.put("copy", old), running);
+         }},
+        {"a removal", [&](const Folder&, const std::string& running) { fs::remove(running); }},
+        {"other permissions",
+         [&](const Folder&, const std::string& running) { chmod(running.c_str(), 0600); }},
+        {"a link to another file",
+         [&](const Folder& folder, const std::string& running) {
+             fs::remove(running);
+             fs::create_symlink(folder.put("other", old), running);
+         }},
     };
-    const Arguments commit = {"commit", "--running", running, elsewhere.put("two", later)};
-    const Outcome second = run(commit, watching(folder.path, go_on_at_lock));
-    EXPECT_EQ(second.status, 0) << second.out;
-    EXPECT_EQ(first.finish().status, 0);
-    EXPECT_EQ(content_of(running), later);
+    for (const auto& [name, change] : changes) {
+        SCOPED_TRACE(name);
+        const Folder folder;
+        const std::string running = folder.put("running", old);
+        std::string left;
+        const Outcome outcome = confirm_after({"commit", "--running", running, kWarned}, [&] {
+            change(folder, running);
+            left = content_of(running);
+        });
+        EXPECT_EQ(outcome.status, 2) << outcome.out;
+        EXPECT_TRUE(holds(outcome.out, "nothing was written")) << outcome.out;
+        EXPECT_EQ(content_of(running), left);
+        EXPECT_FALSE(fs::exists(folder / ".running.vrrp-valid-new"));
+    }
+}
+
+TEST(Commit, RefusesWhatIsNoRegularFileBeforeItWaits) {
+    const Folder folder;
+    EXPECT_EQ(mkfifo((folder / "fifo").c_str(), 0600), 0);
+    fs::create_symlink("/dev/null", folder / "link to a device");
+    for (const std::string name : {"fifo", "link to a device", "", "."}) {
+        const Outcome outcome = run({"commit", "--running", folder / name, kWarned});
+        EXPECT_EQ(outcome.status, 2);
+        EXPECT_TRUE(holds(outcome.err, (folder / name) + ": not a regular file")) << outcome.err;
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 2);
+}
+
+TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
+    const Folder folder;
+    Surroundings surroundings;
+    surroundings.before = [] {
+        std::array<int, 2> ends{};
+        const bool is_broken = pipe(ends.data()) == 0 && dup2(ends[1], STDOUT_FILENO) >= 0;
+        close(is_broken ? ends[0] : STDOUT_FILENO);
+    };
+    const std::string running = folder.put("running", "{ }");
+    const Arguments commit = {"commit", "--running", running, folder.put("new", kNew)};
+    const Outcome unread = run(commit, surroundings);
+    EXPECT_EQ(unread.status, 2);
+    EXPECT_TRUE(holds(unread.err, running + ": it is as it was, but standard output"))
+        << unread.err;
+
+    Arguments in_json = commit;
+    in_json.insert(in_json.end(), {"--format", "json"});
+    const Outcome unreported = run(in_json, surroundings);
+    EXPECT_EQ(unreported.status, 2);
+    EXPECT_TRUE(holds(unreported.err, running + ": the new configuration is in its place, but"));
+    EXPECT_EQ(content_of(running), kNew);
+
+    surroundings.before = [] {
+        const rlimit limit{1000, 1000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    const std::string limited = folder.put("limited", "{ }");
+    const Outcome too_large = run({"commit", "--running", limited, folder / "new"}, surroundings);
+    EXPECT_EQ(too_large.status, 2);
+    EXPECT_TRUE(holds(too_large.err, "it is as it was: File too large")) << too_large.err;
+    EXPECT_EQ(content_of(limited), "{ }");
 }

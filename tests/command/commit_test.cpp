@@ -85,8 +85,8 @@ int open_when_read(const std::string& fifo, pid_t process) {
 
 /// Commits kNew over `running`; `decide` is asked before every system call that touches `folder`.
 /// The command is watched from where it reads its candidate.
-Outcome commit_watched(const std::string& running, const std::string& folder,
-                       const Decide& decide) {
+Outcome commit_watched(const std::string& running, const std::string& folder, const Decide& decide,
+                       const Arguments& options = {}) {
     const Folder elsewhere;
     const std::string candidate = elsewhere / "candidate";
     EXPECT_EQ(mkfifo(candidate.c_str(), 0600), 0);
@@ -134,7 +134,9 @@ Outcome commit_watched(const std::string& running, const std::string& folder,
             }
         }
     };
-    return run({"commit", "--running", running, candidate}, surroundings);
+    Arguments arguments = {"commit", "--running", running, candidate};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    return run(arguments, surroundings);
 }
 
 using Attributes = std::map<std::string, std::string>;
@@ -172,16 +174,20 @@ std::string access_list(__u16 permissions, __u16 others) {
 /// A running configuration whose access is to stay, through a symbolic link. In the way of that are
 /// a default list of its folder, an open umask, and what a commit that was killed has left.
 struct Router {
-    explicit Router(const std::optional<std::string>& configuration) {
+    explicit Router(const std::optional<std::string>& configuration, bool has_list = true) {
         umask(0);
         fs::create_symlink(running, link);
         if (configuration) {
             folder.put("running", *configuration);
             set_attribute(running, "user.origin", "site 7");
-            set_attribute(running, "system.posix_acl_access", access_list(4, 4));
+            mode = has_list ? 0644 : 0604;
+            EXPECT_EQ(chmod(running.c_str(), mode), 0);
+            if (has_list) {
+                set_attribute(running, "system.posix_acl_access", access_list(4, 4));
+            }
             EXPECT_EQ(chown(running.c_str(), geteuid(), kGroup), 0);
             attributes = attributes_of(running);
-            EXPECT_EQ(attributes.size(), 2U);
+            EXPECT_EQ(attributes.size(), has_list ? 2U : 1U);
             fs::permissions(folder.put(".running.vrrp-valid-new", "half a conf"), fs::perms(0600));
         }
         set_attribute(folder.path, "system.posix_acl_default", access_list(7, 7));
@@ -191,7 +197,7 @@ struct Router {
     void expect_access() const {
         struct stat status {};
         EXPECT_EQ(stat(running.c_str(), &status), 0);
-        EXPECT_EQ(status.st_mode & 07777U, attributes.empty() ? 0640U : 0644U);
+        EXPECT_EQ(status.st_mode & 07777U, mode);
         EXPECT_EQ(status.st_gid, attributes.empty() ? getegid() : kGroup);
         if (!attributes.empty()) {
             EXPECT_EQ(attributes_of(running), attributes);
@@ -211,6 +217,7 @@ struct Router {
     std::string running = folder / "running";
     std::string link = elsewhere / "link";
     Attributes attributes;
+    mode_t mode = 0640;
 };
 
 /// Commits with `fault` at call number `at`; false when there are fewer calls. A commit that
@@ -263,7 +270,16 @@ bool survives(bool is_first, std::size_t at, int fault) {
     return true;
 }
 
-/// Waits for `question`, does `meanwhile`, and says yes.
+/// Makes the lock file `name` and holds it until the descriptor is closed.
+int make_locked(const std::string& name) {
+    const int file = open(name.c_str(), O_RDWR | O_CREAT, 0600);
+    struct flock range {};
+    range.l_type = F_WRLCK;
+    EXPECT_EQ(fcntl(file, F_SETLK, &range), 0);
+    return file;
+}
+
+/// Waits for the question, does `meanwhile`, and says yes.
 Outcome confirm_after(const Arguments& arguments, const std::function<void()>& meanwhile) {
     Terminal terminal(arguments);
     terminal.answer("[y/N] ", "");
@@ -307,11 +323,12 @@ TEST(Commit, IsTheSameWhenEveryCallIsInterruptedAndHalfDone) {
 
 TEST(Commit, EndsAndSaysSoWhenItIsBrokenOffLate) {
     for (const long call : {SYS_unlinkat, SYS_renameat}) {
-        const Router router(kOld);
+        const Router router(kOld, false);
         const Outcome outcome = commit_watched(router.link, router.folder.path, [&](long number) {
             return number == call ? kTerminate : kLetThrough;
         });
         EXPECT_EQ(outcome.status, 0);
+        router.expect_access();
         EXPECT_EQ(content_of(router.running), kNew);
         EXPECT_TRUE(holds(content_of(router.folder / "report"), "\ncommitted: "));
     }
@@ -320,11 +337,8 @@ TEST(Commit, EndsAndSaysSoWhenItIsBrokenOffLate) {
 TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     const Folder folder;
     const std::string running = folder.put("running", content_of(kWarnedBefore));
-    const std::string lock = folder.put(".running.vrrp-valid-lock", "");
-    const int other = open(lock.c_str(), O_RDWR);
-    struct flock range {};
-    range.l_type = F_WRLCK;
-    ASSERT_EQ(fcntl(other, F_SETLK, &range), 0);
+    const std::string lock = folder / ".running.vrrp-valid-lock";
+    const int other = make_locked(lock);
     const std::string holder = "process " + std::to_string(getpid());
 
     const Outcome hasty = run({"commit", "--lock-timeout", "0", "--running", running, kWarned});
@@ -345,6 +359,25 @@ TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     EXPECT_EQ(outcome.status, 0) << outcome.out;
     EXPECT_EQ(content_of(running), content_of(kWarned));
     EXPECT_FALSE(fs::exists(lock));
+}
+
+TEST(Commit, TakesNoLockThatWasRemovedMeanwhile) {
+    const Router router(kOld);
+    const std::string lock = router.folder / ".running.vrrp-valid-lock";
+    int other = -1;
+    const Decide decide = [&](long number) {
+        if (number == SYS_fcntl && other < 0) {
+            fs::remove(lock);
+            other = make_locked(lock);
+        }
+        return kLetThrough;
+    };
+    const Outcome outcome =
+        commit_watched(router.link, router.folder.path, decide, {"--lock-timeout", "0"});
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_EQ(content_of(router.running), kOld);
+    EXPECT_TRUE(fs::exists(lock)) << "it is another one's";
+    close(other);
 }
 
 TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
@@ -393,6 +426,23 @@ TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
         EXPECT_EQ(content_of(running), left);
         EXPECT_FALSE(fs::exists(folder / ".running.vrrp-valid-new"));
     }
+}
+
+TEST(Commit, IsNotMadeWhereTheLinkNoLongerLeads) {
+    const Router router(kOld);
+    const std::string other = router.elsewhere.put("other", kOld);
+    const Decide decide = [&](long number) {
+        if (number == SYS_fsync) {
+            fs::remove(router.link);
+            fs::create_symlink(other, router.link);
+        }
+        return kLetThrough;
+    };
+    const Outcome outcome = commit_watched(router.link, router.folder.path, decide);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(holds(outcome.err, router.link + ": ")) << outcome.err;
+    EXPECT_TRUE(holds(outcome.err, "nothing was written")) << outcome.err;
+    EXPECT_EQ(content_of(router.running) + content_of(other), kOld + kOld);
 }
 
 TEST(Commit, RefusesWhatIsNoRegularFileBeforeItWaits) {

@@ -14,11 +14,17 @@ constexpr const char* kBadName =
     ": a name with a blank, tab, line end, brace or quote cannot be written in a path. Use a name "
     "without them.";
 
-/// Whether the keys of every entry on the way to `node` can be written in a path.
-bool has_plain_keys(const Node& node) {
-    const bool is_plain =
-        !node.is_entry || node.index_key.find_first_of(" \t\r\n\v\f{}\"") == std::string::npos;
-    return is_plain && (node.parent == nullptr || has_plain_keys(*node.parent));
+/// Whether a path that names each entry on the way to `node` by its bare keys can be written.
+bool is_addressable(const Node& node) {
+    if (node.is_entry) {
+        for (const std::string& key : node.schema->keys) {
+            const auto position = static_cast<std::size_t>(node.schema->child_index(key));
+            if (!local_platform::is_addressable(node.children[position]->text)) {
+                return false;
+            }
+        }
+    }
+    return node.parent == nullptr || is_addressable(*node.parent);
 }
 
 /// `words` behind `start` and the blank that follows it; nothing when they begin otherwise.

@@ -66,6 +66,7 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
         report.changes = difference(transaction.running, transaction.candidate);
     }
     report.instances = vrrp_instances(transaction.candidate);
+    report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
     walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;

@@ -30,7 +30,9 @@ Checker::Checker(const CheckerOptions& options)
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
       selectors_(options.selectors.begin(), options.selectors.end()),
-      difference_(options.difference) {
+      difference_(options.difference),
+      max_findings_(options.max_findings),
+      threads_(options.threads) {
     require_known(selectors_, model_.selectors());
 }
 
@@ -64,7 +66,8 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
         report.changes = difference(transaction.running, transaction.candidate);
     }
     report.instances = vrrp_instances(transaction.candidate);
-    walk_candidate({model_, host_, selectors_, show}, transaction, report);
+    report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
+    walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;
 }

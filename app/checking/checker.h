@@ -15,6 +15,8 @@ struct CheckerOptions {
     std::string key_file;                ///< empty for none
     std::vector<std::string> selectors;  ///< the rules to run; empty for all
     bool difference = false;             ///< whether reports tell what changes
+    std::size_t max_findings = 100;      ///< that a report holds of each rule
+    std::size_t threads = 1;             ///< that make the requests of one candidate, at most
 };
 
 /// A running configuration, parsed once for all candidates.
@@ -43,4 +45,6 @@ class Checker {
     std::optional<local_platform::CryptoKey> key_;
     std::set<std::string> selectors_;
     bool difference_;
+    std::size_t max_findings_;
+    std::size_t threads_;
 };

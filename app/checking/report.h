@@ -47,12 +47,20 @@ struct VrrpInstance {
     std::string id;
 };
 
+/// Findings of a rule that a report only counts.
+struct Omitted {
+    std::string selector;
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+};
+
 struct Report {
     std::string candidate;               ///< the file's name
     std::string running;                 ///< the running configuration's; empty for an empty one
     std::vector<std::string> selectors;  ///< of the rules that were run, in the model's order
     std::size_t requests = 0;
     std::vector<Finding> findings;
+    std::vector<Omitted> omitted;  ///< those beyond what a report holds of a rule, each rule once
     std::optional<std::vector<Change>> changes;  ///< from running; nothing when not asked for
     std::string failure;  ///< why the candidate could not be checked; empty when it was
     Location failure_at;  ///< where the reason is; unknown when it is not in the file
@@ -62,9 +70,21 @@ struct Report {
     std::optional<bool> committed;        ///< nothing for a check
     double seconds = 0;                   ///< how long the check took
 
+    /// All findings of `severity`, omitted ones as well.
     std::size_t count(Severity severity) const {
-        return static_cast<std::size_t>(std::count_if(
+        auto count = static_cast<std::size_t>(std::count_if(
             findings.begin(), findings.end(),
             [severity](const Finding& finding) { return finding.severity == severity; }));
+        for (const Omitted& rest : omitted) {
+            count += severity == Severity::error ? rest.errors : rest.warnings;
+        }
+        return count;
+    }
+
+    Omitted& omitted_of(const std::string& selector) {
+        const auto found = std::find_if(omitted.begin(), omitted.end(), [&](const Omitted& rest) {
+            return rest.selector == selector;
+        });
+        return found != omitted.end() ? *found : omitted.emplace_back(Omitted{selector, 0, 0});
     }
 };

@@ -1,17 +1,32 @@
 #include "checking/rule_walk.h"
 
 #include <algorithm>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <unordered_set>
 
-#include "call_hook.h"
+#include "checking/read_values.h"
+#include "checking/rule_message.h"
 #include "configuration/operator_path.h"
 #include "errors/cannot_check.h"
 #include "keypath.h"
 
-using local_platform::Call;
 using local_platform::Node;
 using local_platform::NodeKind;
 
 namespace {
+
+/// What a thread takes at a time: enough that taking costs nothing, and few enough that the last
+/// ones end together.
+constexpr std::size_t kBlockSize = 16;
+
+struct Request {
+    const ValidationUse* use;
+    const Node* node;
+};
 
 bool same_subtree(const Node* one, const Node* other) {
     if (one == nullptr || other == nullptr) {
@@ -23,130 +38,249 @@ bool same_subtree(const Node* one, const Node* other) {
                       [](const auto& a, const auto& b) { return same_subtree(a.get(), b.get()); });
 }
 
-/// One check under way.
-struct Check {
-    const RuleWalk& walk;
-    const Transaction& transaction;
-    local_platform::Instance instance;
-    Report& report;
-};
-
-/// One request of it.
-struct Request {
-    const ValidationUse& use;
-    const Node& node;
-    confd_hkeypath_t& kp;
-    std::string path;
-};
-
-local_platform::Verdict ask_plugin(const Check& check, const Request& request) {
-    confd_value_t newval = request.node.value;
-    return check.walk.host.validate(check.instance, request.use.selector, request.kp, newval);
-}
-
-/// Adds the leaf that `call` reads, when it reads one that is there.
-void note_value(const Check& check, const Call& call, std::vector<ReadValue>& values) {
-    const bool is_running = call.operation.substr(0, 4) == "cdb_";
-    const auto& tree = is_running ? check.transaction.running : check.transaction.candidate;
-    const Node* const node =
-        call.socket < 0 || call.argument.empty() ? nullptr : tree.find(call.argument);
-    if (node == nullptr || node->schema->kind != NodeKind::leaf) {
-        return;
-    }
+std::string path_of(const Node& node) {
     confd_hkeypath_t kp;
-    local_platform::fill_keypath(*node, kp);
-    ReadValue value{is_running ? "running" : "candidate",
-                    local_platform::keypath_text(kp),
-                    operator_path(*node),
-                    node->text,
-                    {}};
-    const auto is_same = [&](const ReadValue& other) {
-        return other.datastore == value.datastore && other.leaf == value.leaf;
-    };
-    if (std::none_of(values.begin(), values.end(), is_same)) {
-        values.push_back(std::move(value));
-    }
+    local_platform::fill_keypath(node, kp);
+    return local_platform::keypath_text(kp);
 }
 
-/// What the rule compared, learnt by asking again and watching: only for what it refuses, so that a
-/// clean check costs nothing more.
-std::vector<ReadValue> values_read(const Check& check, const Request& request) {
-    std::vector<ReadValue> values;
-    const local_platform::ScopedCallHook watch([&](const Call& call) {
-        try {
-            note_value(check, call, values);
-        } catch (const local_platform::PlatformError&) {
-            // A path that no tree can hold has no value to show.
+/// The requests of a candidate.
+class RequestList {
+  public:
+    RequestList(const RuleWalk& walk, const Transaction& transaction)
+        : walk_(walk), running_(transaction.running) {
+        visit(transaction.candidate.root());
+    }
+
+    std::vector<Request> requests;
+
+  private:
+    void require_served(const ValidationUse& use) const {
+        const std::string& served = walk_.host.validation_point();
+        if (use.point != served) {
+            throw CannotCheck("the model uses the validation point \"" + use.point +
+                              "\", the plug-in serves \"" + served +
+                              "\": give the plug-in that belongs to the model with --plugin");
         }
-        return std::optional<local_platform::Answer>();
-    });
-    ask_plugin(check, request);
-    return values;
-}
+    }
 
-bool is_wanted(const Check& check, const Request& request) {
-    const auto& wanted = check.walk.selectors;
-    if (!wanted.empty() && wanted.count(request.use.selector) == 0) {
-        return false;
+    bool is_wanted(const ValidationUse& use, const Node& node) const {
+        if (!walk_.selectors.empty() && walk_.selectors.count(use.selector) == 0) {
+            return false;
+        }
+        return !use.only_when_changed || !same_subtree(&node, running_.find(path_of(node)));
     }
-    return !request.use.only_when_changed ||
-           !same_subtree(&request.node, check.transaction.running.find(request.path));
-}
 
-void deliver(Check& check, const Request& request) {
-    const std::string& served = check.walk.host.validation_point();
-    if (request.use.point != served) {
-        throw CannotCheck("the model uses the validation point \"" + request.use.point +
-                          "\", the plug-in serves \"" + served +
-                          "\": give the plug-in that belongs to the model with --plugin");
+    void visit(const Node& node) {
+        const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry;
+        if (!is_whole_list) {
+            for (const ValidationUse& use : walk_.model.uses(*node.schema)) {
+                require_served(use);
+                if (is_wanted(use, node)) {
+                    requests.push_back({&use, &node});
+                }
+            }
+        }
+        for (const auto& child : node.children) {
+            if (child != nullptr) {
+                visit(*child);
+            }
+        }
     }
-    if (!is_wanted(check, request)) {
-        return;
-    }
-    const auto verdict = ask_plugin(check, request);
-    ++check.report.requests;
-    if (verdict.result != CONFD_OK) {
-        const bool is_warning = verdict.result == CONFD_VALIDATION_WARN;
-        check.report.findings.push_back(
-            {is_warning ? Severity::warning : Severity::error,
-             request.use.selector,
-             request.path,
-             operator_path(request.node),
-             verdict.messages.empty() ? "the rule refuses " + request.path + " without a message."
-                                      : verdict.messages.back(),
-             values_read(check, request),
-             {},
-             {},
-             {}});
-    }
-    if (check.walk.on_request) {
-        check.walk.on_request(check.report);
-    }
-}
 
-void visit(Check& check, const Node& node) {
-    const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry;
-    const auto& uses = check.walk.model.uses(*node.schema);
-    if (!is_whole_list && !uses.empty()) {
+    const RuleWalk& walk_;
+    const local_platform::DataTree& running_;
+};
+
+/// Puts the findings of all threads into the report, in the order of their requests.
+class Collector {
+  public:
+    Collector(const RuleWalk& walk, const std::vector<Request>& requests, Report& report)
+        : walk_(walk), requests_(requests), report_(report) {}
+
+    /// The first request of the next block; the number of requests when there is none.
+    std::size_t take() {
+        const std::lock_guard lock(mutex_);
+        const bool is_stopped = failure_ != nullptr || (walk_.stop != nullptr && *walk_.stop);
+        const std::size_t first = is_stopped ? requests_.size() : taken_;
+        taken_ = std::min(requests_.size(), first + kBlockSize);
+        return first;
+    }
+
+    std::size_t end_of(std::size_t first) const {
+        return std::min(requests_.size(), first + kBlockSize);
+    }
+
+    /// Whether the report holds all that it may of the rule, so that a finding only counts.
+    bool is_full(const std::string& selector) {
+        const std::lock_guard lock(mutex_);
+        return kept_[selector] >= walk_.max_findings;
+    }
+
+    void finish(std::size_t first, std::vector<Finding> findings) {
+        const std::lock_guard lock(mutex_);
+        finished_[first] = std::move(findings);
+        while (!finished_.empty() && finished_.begin()->first == report_.requests) {
+            for (Finding& finding : finished_.begin()->second) {
+                keep(finding);
+            }
+            report_.requests = end_of(report_.requests);
+            finished_.erase(finished_.begin());
+            if (walk_.on_progress) {
+                walk_.on_progress(report_);
+            }
+        }
+    }
+
+    /// What a request threw; that of the first one counts.
+    void fail(std::size_t first, std::exception_ptr failure) {
+        const std::lock_guard lock(mutex_);
+        if (failure_ == nullptr || first < failed_) {
+            failure_ = std::move(failure);
+            failed_ = first;
+        }
+    }
+
+    void require_all() const {
+        if (failure_ != nullptr) {
+            std::rethrow_exception(failure_);
+        }
+        if (report_.requests < requests_.size()) {
+            throw Interrupted();
+        }
+    }
+
+  private:
+    void keep(Finding& finding) {
+        if (kept_[finding.selector]++ < walk_.max_findings) {
+            report_.findings.push_back(std::move(finding));
+            return;
+        }
+        Omitted& omitted = report_.omitted_of(finding.selector);
+        ++(finding.severity == Severity::error ? omitted.errors : omitted.warnings);
+    }
+
+    const RuleWalk& walk_;
+    const std::vector<Request>& requests_;
+    Report& report_;
+    std::mutex mutex_;
+    std::size_t taken_ = 0;
+    std::map<std::size_t, std::vector<Finding>> finished_;  ///< by first request, out of order
+    std::map<std::string, std::size_t> kept_;               ///< by rule
+    std::exception_ptr failure_;
+    std::size_t failed_ = 0;
+};
+
+/// Makes requests on an instance of its own.
+class Worker {
+  public:
+    Worker(const RuleWalk& walk, const Transaction& transaction, Collector& collector)
+        : walk_(walk),
+          trees_{transaction.candidate, transaction.running},
+          collector_(collector),
+          instance_(transaction.candidate, transaction.running, transaction.key) {}
+
+    void work(const std::vector<Request>& requests) {
+        for (std::size_t first = 0; (first = collector_.take()) < requests.size();) {
+            try {
+                std::vector<Finding> findings;
+                for (std::size_t i = first; i < collector_.end_of(first); ++i) {
+                    make(requests[i], findings);
+                }
+                collector_.finish(first, std::move(findings));
+            } catch (...) {
+                collector_.fail(first, std::current_exception());
+            }
+        }
+    }
+
+  private:
+    local_platform::Verdict ask(const Request& request) {
         confd_hkeypath_t kp;
-        local_platform::fill_keypath(node, kp);
-        for (const ValidationUse& use : uses) {
-            deliver(check, {use, node, kp, local_platform::keypath_text(kp)});
-        }
+        local_platform::fill_keypath(*request.node, kp);
+        confd_value_t newval = request.node->value;
+        return walk_.host.validate(instance_, request.use->selector, kp, newval);
     }
-    for (const auto& child : node.children) {
-        if (child != nullptr) {
-            visit(check, *child);
-        }
+
+    local_platform::Verdict ask_and_watch(const Request& request) {
+        log_.clear();
+        const local_platform::ScopedCallHook watch([this](const local_platform::Call& call) {
+            log_.note(call);
+            return std::optional<local_platform::Answer>();
+        });
+        return ask(request);
     }
-}
+
+    /// A rule that refused its last request is watched, since it is likely to refuse the next one:
+    /// only the first of several has to be asked again, and a clean check pays nothing.
+    void make(const Request& request, std::vector<Finding>& findings) {
+        const std::string& selector = request.use->selector;
+        const bool is_watched =
+            !refusing_.empty() && refusing_.count(request.use) > 0 && !collector_.is_full(selector);
+        local_platform::Verdict verdict = is_watched ? ask_and_watch(request) : ask(request);
+        if (verdict.result == CONFD_OK) {
+            if (is_watched) {
+                refusing_.erase(request.use);
+            }
+            return;
+        }
+        refusing_.insert(request.use);
+        Finding& finding = findings.emplace_back();
+        finding.severity =
+            verdict.result == CONFD_VALIDATION_WARN ? Severity::warning : Severity::error;
+        finding.selector = selector;
+        if (collector_.is_full(selector)) {
+            return;
+        }
+        if (!is_watched) {
+            ask_and_watch(request);
+        }
+        describe(request, verdict, finding);
+    }
+
+    void describe(const Request& request, const local_platform::Verdict& verdict,
+                  Finding& finding) {
+        finding.path = path_of(*request.node);
+        finding.place = operator_path(*request.node);
+        finding.message = verdict.messages.empty()
+                              ? "the rule refuses " + finding.path + " without a message."
+                              : verdict.messages.back();
+        finding.help = remedy_for(*request.use, finding.message);
+        add_values(trees_, *request.node, log_, finding);
+    }
+
+    const RuleWalk& walk_;
+    ReadTrees trees_;
+    Collector& collector_;
+    local_platform::Instance instance_;
+    std::unordered_set<const ValidationUse*> refusing_;
+    ReadLog log_;
+};
 
 }  // namespace
 
 void walk_candidate(const RuleWalk& walk, const Transaction& transaction, Report& report) {
-    Check check{
-        walk, transaction,
-        local_platform::Instance(transaction.candidate, transaction.running, transaction.key),
-        report};
-    visit(check, transaction.candidate.root());
+    const RequestList list(walk, transaction);
+    Collector collector(walk, list.requests, report);
+    const auto work = [&] {
+        try {
+            Worker(walk, transaction, collector).work(list.requests);
+        } catch (...) {
+            collector.fail(0, std::current_exception());
+        }
+    };
+    std::vector<std::thread> others;
+    const std::size_t blocks = list.requests.size() / kBlockSize + 1;
+    try {
+        for (std::size_t i = 1; i < std::min(walk.threads, blocks); ++i) {
+            others.emplace_back(work);
+        }
+    } catch (const std::system_error&) {
+        // The threads that there are do the work.
+    }
+    work();
+    for (std::thread& other : others) {
+        other.join();
+    }
+    collector.require_all();
 }

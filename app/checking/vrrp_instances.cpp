@@ -1,5 +1,9 @@
 #include "checking/vrrp_instances.h"
 
+#include <algorithm>
+#include <set>
+#include <tuple>
+
 using local_platform::Node;
 
 namespace {
@@ -29,4 +33,19 @@ std::vector<VrrpInstance> vrrp_instances(const local_platform::DataTree& configu
         }
     }
     return instances;
+}
+
+std::size_t count_removed(const std::vector<VrrpInstance>& running,
+                          const std::vector<VrrpInstance>& candidate) {
+    using Keys = std::tuple<std::string_view, std::string_view, std::string_view>;
+    const auto keys = [](const VrrpInstance& instance) {
+        return Keys(instance.interface, instance.family, instance.id);
+    };
+    std::set<Keys> kept;
+    for (const VrrpInstance& instance : candidate) {
+        kept.insert(keys(instance));
+    }
+    return static_cast<std::size_t>(std::count_if(
+        running.begin(), running.end(),
+        [&](const VrrpInstance& instance) { return kept.count(keys(instance)) == 0; }));
 }

@@ -8,3 +8,7 @@
 
 /// In the order of the configuration; none when its model has no VRRP.
 std::vector<VrrpInstance> vrrp_instances(const local_platform::DataTree& configuration);
+
+/// How many of `running` are not in `candidate`.
+std::size_t count_removed(const std::vector<VrrpInstance>& running,
+                          const std::vector<VrrpInstance>& candidate);

@@ -22,7 +22,7 @@ int exit_code(const Report& report, bool accept_warnings) {
     if (report.count(Severity::error) > 0) {
         return kExitErrors;
     }
-    return report.findings.empty() || accept_warnings ? kExitClean : kExitWarnings;
+    return report.count(Severity::warning) == 0 || accept_warnings ? kExitClean : kExitWarnings;
 }
 
 }  // namespace

@@ -46,6 +46,11 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         ->type_name("FILE");
     command.add_option("--plugin", options.checker.plugin_file, "The plug-in that checks")
         ->type_name("FILE");
+    command
+        .add_option("--max-findings", options.checker.max_findings,
+                    "Print so many findings of a rule, and the rest as a count")
+        ->capture_default_str();
+    command.add_option("-j,--jobs", options.checker.threads, "Threads that check");
     command.add_flag("--accept-warnings", options.report.accept_warnings, "Warnings do not count");
     command.add_flag("-q,--quiet", options.report.quiet, "Print findings only");
     command.add_flag("--silent", options.report.silent, "Print nothing: the exit code tells");

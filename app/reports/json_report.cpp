@@ -76,6 +76,14 @@ Json to_json(const Report& report) {
         }
     }
     json["findings"] = findings;
+    if (!report.omitted.empty()) {
+        json["omitted"] = Json::array();
+        for (const Omitted& rest : report.omitted) {
+            json["omitted"].push_back({{"selector", printable(rest.selector)},
+                                       {"errors", rest.errors},
+                                       {"warnings", rest.warnings}});
+        }
+    }
     if (!is_checked) {
         json["error"] = printable(report.failure);
         json["error_location"] = to_json(report.failure_at);

@@ -56,21 +56,30 @@ void add_rule(pugi::xml_node suite, const Report& report, const std::string& sel
             of_rule.findings.push_back(finding);
         }
     }
+    for (const Omitted& rest : report.omitted) {
+        if (rest.selector == selector) {
+            of_rule.omitted.push_back(rest);
+        }
+    }
     const auto& findings = of_rule.findings;
-    if (findings.empty()) {
+    const std::size_t count = of_rule.count(Severity::error) + of_rule.count(Severity::warning);
+    if (count == 0) {
         return;
     }
-    const std::string text = "\n" + format_text({of_rule}, true, false);
+    std::string text = "\n" + format_text({of_rule}, true, false);
+    for (const Omitted& rest : of_rule.omitted) {
+        text += omitted_text(rest) + "\n";
+    }
     const bool has_errors = of_rule.count(Severity::error) > 0;
     if (!has_errors && accept_warnings) {
         add_text(test, "system-out", text);
         return;
     }
     ++counts.failures;
-    const std::string more =
-        findings.size() == 1 ? "" : " (and " + std::to_string(findings.size() - 1) + " more)";
-    add_outcome(test, "failure", has_errors ? "error" : "warning",
-                printable(findings.front().message) + more, text);
+    const std::string more = count == 1 ? "" : " (and " + std::to_string(count - 1) + " more)";
+    const std::string message =
+        findings.empty() ? counted(count, "finding") : printable(findings.front().message) + more;
+    add_outcome(test, "failure", has_errors ? "error" : "warning", message, text);
 }
 
 void set_counts(pugi::xml_node element, const Counts& counts, double seconds) {

@@ -59,6 +59,15 @@ std::vector<std::string> finding_lines(const Finding& finding) {
     return lines;
 }
 
+std::string omitted_text(const Omitted& omitted) {
+    const std::string errors = counted(omitted.errors, "more error");
+    const std::string warnings = counted(omitted.warnings, "more warning");
+    return (omitted.warnings == 0 ? errors
+            : omitted.errors == 0 ? warnings
+                                  : errors + " and " + warnings) +
+           " of " + printable(omitted.selector) + "; --max-findings shows them";
+}
+
 std::string result_text(const Report& report) {
     if (!report.failure.empty()) {
         return "could not be checked";
@@ -77,6 +86,9 @@ std::vector<std::string> remarks(const Report& report) {
     if (report.requests == 0) {
         sentences.emplace_back(report.instances.empty() ? "no VRRP instances: no rule ran"
                                                         : "no rule ran");
+    }
+    for (const Omitted& rest : report.omitted) {
+        sentences.push_back(omitted_text(rest));
     }
     if (report.removed_instances > 0) {
         sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));

@@ -19,6 +19,9 @@ std::string place_text(const Location& location);
 /// compared, and what to do.
 std::vector<std::string> finding_lines(const Finding& finding);
 
+/// That there is more than was shown: "3 more errors of vrrp_vr_id_validation; ...".
+std::string omitted_text(const Omitted& omitted);
+
 /// What was checked and how much was found: "1 error, 0 warnings in 7 checks against running.json";
 /// or that it could not be checked.
 std::string result_text(const Report& report);

@@ -1,5 +1,6 @@
 // A plug-in that answers what its selector says.
 #include <cstdio>
+#include <stdexcept>
 #include <string>
 
 #include "confd_maapi.h"
@@ -34,6 +35,9 @@ int validate(confd_trans_ctx* tctx, confd_hkeypath_t* kp, confd_value_t* newval)
         maapi_exists(socket, tctx->thandle, "%s", path);
         confd_trans_seterr(tctx, "%d is too much", size);
         return size > 9 ? CONFD_ERR : CONFD_OK;
+    }
+    if (selector == "throwing") {
+        throw std::runtime_error("broken");
     }
     return selector == "silent" ? CONFD_ERR : selector == "odd" ? 7 : CONFD_OK;
 }

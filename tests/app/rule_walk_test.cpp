@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "checking/rule_message.h"
 #include "errors/cannot_check.h"
 
 using local_platform::DataTree;
@@ -70,6 +71,7 @@ TEST(RuleWalk, ShowsOnceWhatARefusingRuleRead) {
     ASSERT_EQ(report.findings[2].values.size(), 1U);
     EXPECT_EQ(report.findings[2].values[0].leaf, "top section pair b 2 size");
     EXPECT_EQ(report.findings[2].values[0].value, "10");
+    EXPECT_EQ(report.findings[2].help, "Take less.");
     EXPECT_TRUE(report.findings[1].values.empty());
 }
 
@@ -84,6 +86,64 @@ TEST(RuleWalk, LeavesAnUnchangedNodeAlone) {
     }
     EXPECT_EQ(bench.walk(R"({"places:top": {"section": {}}})", "{}").requests, 0U)
         << "a container that holds nothing is not there";
+}
+
+TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
+    const Bench bench;
+    std::string pairs;
+    for (int i = 0; i < 200; ++i) {
+        pairs += std::string(i == 0 ? "" : ",") + R"({"first": ")" + std::to_string(i) +
+                 R"(", "second": 1, "size": )" + std::to_string(i % 20) + "}";
+    }
+    const DataTree tree = bench.tree(R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}");
+    for (const std::size_t threads : {1, 2, 5}) {
+        Report report;
+        walk_candidate({bench.model, bench.host, {}, {}, 15, threads}, {tree, bench.tree("{}"), {}},
+                       report);
+        EXPECT_EQ(report.requests, 402U);
+        const std::vector<std::string> findings = findings_of(report);
+        ASSERT_EQ(findings.size(), 31U);
+        EXPECT_EQ(findings[0], "silent top section");
+        EXPECT_EQ(findings[1], "odd top section pair 0 1 size");
+        EXPECT_EQ(findings[30], "reading top section pair 34 1 size");
+        EXPECT_EQ(report.findings[30].values.front().value, "14");
+        ASSERT_EQ(report.omitted.size(), 2U);
+        EXPECT_EQ(report.omitted[0].selector, "odd");
+        EXPECT_EQ(report.omitted[0].errors, 185U);
+        EXPECT_EQ(report.omitted[1].errors, 85U);
+        EXPECT_EQ(report.count(Severity::error), 301U);
+    }
+}
+
+TEST(RuleWalk, EndsWhenToldToOrWhenAPluginThrows) {
+    const Bench bench;
+    const DataTree fault = bench.tree(R"({"places:top": {"fault": "x"}})");
+    const std::atomic<bool> stop{true};
+    for (const std::size_t threads : {1, 2}) {
+        Report report;
+        EXPECT_THROW(walk_candidate({bench.model, bench.host, {}, {}, 9, threads},
+                                    {fault, fault, {}}, report),
+                     std::runtime_error);
+        EXPECT_THROW(walk_candidate({bench.model, bench.host, {}, {}, 9, threads, &stop},
+                                    {fault, fault, {}}, report),
+                     Interrupted);
+        EXPECT_EQ(report.requests, 0U);
+    }
+}
+
+TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
+    ValidationUse use;
+    use.messages = {{false, "no <name> there", "add"},
+                    {false, "bad <name>.<reason>", "mend"},
+                    {true, "take care", "wait"}};
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"no a b there", "add"}, {"no there there", "add"}, {"bad x.y.", "mend"},
+        {"bad x.", "mend"},      {"take care", "wait"},     {"take care!", ""},
+        {"bad x", ""},           {"no a b there?", ""},     {"", ""},
+    };
+    for (const auto& [message, remedy] : rows) {
+        EXPECT_EQ(remedy_for(use, message), remedy) << message;
+    }
 }
 
 TEST(YangModel, RefusesWhatWouldGoUnjudged) {

@@ -115,6 +115,27 @@ TEST(Reports, SayWhatACleanResultDoesNotMean) {
         "unknown": ["candidate:3: /config/vlna"]})"));
 }
 
+TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
+    Report report = checked("candidate", {changed_address()});
+    report.omitted = {{changed_address().selector, 8, 1}, {bare_warning().selector, 0, 1}};
+    EXPECT_EQ(exit_code({report}, true), 1);
+    const std::string text = formatted({report}, "text");
+    EXPECT_THAT(text, HasSubstr("candidate: 9 errors, 2 warnings in "));
+    EXPECT_THAT(text, HasSubstr("candidate: 8 more errors and 1 more warning of "
+                                "vrrp_ipv4_addr_update_validation; --max-findings shows them\n"
+                                "candidate: 1 more warning of vrrp_version_validation; "));
+    EXPECT_EQ(against_schema(formatted({report}, "json")), "");
+    const json shown = json::parse(formatted({report}, "json"));
+    EXPECT_EQ(shown["summary"]["errors"], 9);
+    EXPECT_EQ(shown["reports"][0]["omitted"][1]["warnings"], 1);
+    const std::string tests = formatted({report}, "junit");
+    EXPECT_THAT(tests, HasSubstr("vlan10. (and 9 more)"));
+    EXPECT_THAT(tests, HasSubstr("type=\"warning\" message=\"1 finding\""));
+    report.findings.clear();
+    report.omitted = {{bare_warning().selector, 0, 1}};
+    EXPECT_EQ(exit_code({report}, false), 3);
+}
+
 TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     Report committed = kClean;
     committed.running = "running.json";

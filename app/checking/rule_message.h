@@ -1,0 +1,10 @@
+/// A rule's message, and what the model says about it.
+#pragma once
+
+#include <string>
+
+#include "configuration/yang_schema.h"
+
+/// What to do about `message`, by the first of the use's messages that it fits, a word in angle
+/// brackets standing for any text; empty when it fits none.
+std::string remedy_for(const ValidationUse& use, std::string_view message);

@@ -1,0 +1,91 @@
+// Which files are checked, and against which.
+#include "fleet/pairing.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "errors/cannot_check.h"
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class PairingTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_NE(mkdtemp(folder_.data()), nullptr);
+        fs::current_path(folder_);
+        for (const char* const file :
+             {"new/a.json", "new/b.xml", "new/c/d.json", "new/c/d.xml", "new/notes.txt",
+              "other.xml", "now/a.json", "now/a.xml", "now/b.json", "now/c/d.json", "now/gone.json",
+              "text/notes.txt"}) {
+            put(file, "{}");
+        }
+    }
+    void TearDown() override {
+        fs::current_path("/");
+        fs::remove_all(folder_);
+    }
+
+    static void put(const std::string& file, const std::string& text) {
+        fs::create_directories(fs::absolute(file).parent_path());
+        std::ofstream(file) << text;
+    }
+
+    /// "candidate running" of each pair, "candidate !running" where that is the problem.
+    static std::vector<std::string> pairs(const PairingOptions& options) {
+        std::vector<std::string> lines;
+        for (const Pair& pair : pair_files(options)) {
+            EXPECT_EQ(pair.problem.empty() ? 0 : pair.problem.find(pair.running + ": "), 0U);
+            lines.push_back(pair.candidate + (pair.problem.empty() ? " " : " !") + pair.running);
+        }
+        return lines;
+    }
+
+    static std::string complaint(const PairingOptions& options) {
+        try {
+            pair_files(options);
+        } catch (const CannotCheck& error) {
+            return error.what();
+        }
+        return "none";
+    }
+
+  private:
+    std::string folder_ = testing::TempDir() + "pairing-XXXXXX";
+};
+
+TEST_F(PairingTest, FindsThePartnerByItsPathBelowTheFolder) {
+    EXPECT_THAT(pairs({{"new"}, "now", "", false}),
+                ElementsAre("new/a.json now/a.json", "new/b.xml now/b.json",
+                            "new/c/d.json now/c/d.json", "new/c/d.xml now/c/d.json"));
+    EXPECT_THAT(pairs({{"new/c/d.xml", "new/c/"}, "now", "", false}),
+                ElementsAre("new/c/d.xml !now/d.xml", "new/c/d.json !now/d.json",
+                            "new/c/d.xml !now/d.xml"));
+    EXPECT_THAT(pairs({{"other.xml", "new/a.json"}, "now", "", true}),
+                ElementsAre("other.xml ", "new/a.json now/a.json"));
+    EXPECT_THAT(pairs({{"new/c", "-"}, "other.xml", "", false}),
+                ElementsAre("new/c/d.json other.xml", "new/c/d.xml other.xml", "- other.xml"));
+    EXPECT_THAT(pairs({{"missing.json"}, "", "", false}), ElementsAre("missing.json "));
+}
+
+TEST_F(PairingTest, TakesAListBehindTheArguments) {
+    put("list", "other.xml\tnow/gone.json\r\n\nnew/a.json\nother.xml\tmissing.json\n");
+    EXPECT_THAT(pairs({{"new/b.xml"}, "now", "list", false}),
+                ElementsAre("new/b.xml now/b.json", "other.xml now/gone.json",
+                            "new/a.json now/a.json", "other.xml !missing.json"));
+}
+
+TEST_F(PairingTest, SaysWhatIsWrongWithAFolderOrList) {
+    put("list", "other.xml\n\tx\n");
+    EXPECT_THAT(complaint({{"text"}, "now", "", false}), HasSubstr("text: holds no .json"));
+    EXPECT_THAT(complaint({{}, "now", "list", false}), HasSubstr("list:2: "));
+    EXPECT_THAT(complaint({{}, "now", "missing", false}), HasSubstr("missing: "));
+    EXPECT_THAT(complaint({{}, "now", "text", false}), HasSubstr("text: "));
+}
+
+}  // namespace

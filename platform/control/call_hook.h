@@ -16,10 +16,11 @@ struct Call {
     std::string_view operation;
     int socket = -1;            ///< -1 for an operation without one
     std::string_view argument;  ///< the path, or confd_trans_seterr()'s message; empty without one
+    bool flag = false;          ///< QelConfdCdbSessionBase's third argument
 };
 
-/// What an operation answers instead of doing its work; it writes nothing to its out-values (a
-/// cursor is left at no entry).
+/// What an operation answers instead of doing its work; it writes nothing to its out-values, but a
+/// cursor is left at no entry and a print buffer with an empty text.
 struct Answer {
     int result = CONFD_OK;       ///< for an operation that returns a pointer, CONFD_OK or null
     const char* text = nullptr;  ///< confd_lasterr()'s answer

@@ -20,8 +20,8 @@ struct SchemaNode {
     NodeKind kind = NodeKind::container;
     confd_vtype type = C_NOEXISTS;                       ///< a leaf's; C_XMLTAG for type empty
     std::vector<std::pair<int32_t, std::string>> enums;  ///< an enumeration's values and labels
-    bool is_encrypted = false;      ///< a leaf's: its text is for no reader
-    std::vector<std::string> keys;  ///< a list's, names of leaves among children
+    bool is_encrypted = false;                           ///< a leaf's: its text is for no reader
+    std::vector<std::string> keys;    ///< a list's, names of leaves among children
     bool is_ordered_by_user = false;  ///< a list's: the order of its entries means something
     std::vector<SchemaNode> children;
 

@@ -5,8 +5,8 @@ using local_platform::ask_hook;
 
 namespace {
 
-int open_session(QelConfdInterface* iface, cdb_db_type db) {
-    if (const auto answer = ask_hook({"QelConfdCdbSessionBase", -1, {}})) {
+int open_session(QelConfdInterface* iface, cdb_db_type db, bool flag) {
+    if (const auto answer = ask_hook({"QelConfdCdbSessionBase", -1, {}, flag})) {
         return answer->result;
     }
     if (iface == nullptr || db != CDB_RUNNING) {
@@ -17,9 +17,8 @@ int open_session(QelConfdInterface* iface, cdb_db_type db) {
 
 }  // namespace
 
-QelConfdCdbSessionBase::QelConfdCdbSessionBase(QelConfdInterface* iface, cdb_db_type db,
-                                               bool /*flag*/)
-    : socket_(open_session(iface, db)) {}
+QelConfdCdbSessionBase::QelConfdCdbSessionBase(QelConfdInterface* iface, cdb_db_type db, bool flag)
+    : socket_(open_session(iface, db, flag)) {}
 
 QelConfdCdbSessionBase::~QelConfdCdbSessionBase() {
     static_cast<void>(ask_hook({"~QelConfdCdbSessionBase", socket_, {}}));

@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "entry_call.h"
+
 namespace local_platform {
 namespace {
 
@@ -18,6 +20,7 @@ using Library = std::unique_ptr<void, LibraryDeleter>;
 Library load(const std::string& file) {
     // A bare name would be searched for in the system's folders.
     const std::string path = file.find('/') == std::string::npos ? "./" + file : file;
+    const ExitWatch watch(file, "its initialisation");
     Library library(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
     if (library == nullptr) {
         throw PlatformError(file + ": cannot load the plug-in: " + dlerror());
@@ -36,36 +39,58 @@ Function* entry(const Library& library, const std::string& file, const char* nam
 
 }  // namespace
 
+/// The library with its entries; initialised once `lib_init` has succeeded.
 struct Host::Plugin {
+    explicit Plugin(const std::string& plugin_file)
+        : file(plugin_file),
+          library(load(file)),
+          lib_init(entry<int()>(library, file, "lib_init")),
+          get_validation_point(entry<int(char*, int)>(library, file, "get_validation_point")),
+          validate(entry<int(confd_trans_ctx*, confd_hkeypath_t*, confd_value_t*)>(library, file,
+                                                                                   "validate")),
+          lib_finish(entry<int()>(library, file, "lib_finish")) {
+        require_success("lib_init", lib_init);
+    }
+
+    template <typename Call>
+    void require_success(const char* name, Call call) const {
+        if (const int result = call_entry(file, name, call); result != 0) {
+            throw PlatformError(file + ": " + name + " failed with " + std::to_string(result));
+        }
+    }
+
+    std::string file;
     Library library;
-    int (*lib_finish)();
+    int (*lib_init)();
+    int (*get_validation_point)(char*, int);
     int (*validate)(confd_trans_ctx*, confd_hkeypath_t*, confd_value_t*);
+    int (*lib_finish)();
     std::string validation_point;
 };
 
-Host::Host(const std::string& plugin_file) {
-    Library library = load(plugin_file);
-    auto* const lib_init = entry<int()>(library, plugin_file, "lib_init");
-    auto* const get_validation_point =
-        entry<int(char*, int)>(library, plugin_file, "get_validation_point");
-    auto* const validate = entry<int(confd_trans_ctx*, confd_hkeypath_t*, confd_value_t*)>(
-        library, plugin_file, "validate");
-    auto* const lib_finish = entry<int()>(library, plugin_file, "lib_finish");
+Host::Host(std::unique_ptr<Plugin> initialised) : plugin_(std::move(initialised)) {}
 
-    if (lib_init() != 0) {
-        throw PlatformError(plugin_file + ": lib_init failed");
-    }
-    std::array<char, kPointNameSize> name{};
-    if (get_validation_point(name.data(), kPointNameSize) != 0) {
-        lib_finish();
-        throw PlatformError(plugin_file + ": get_validation_point failed");
-    }
-    plugin_ =
-        std::make_unique<Plugin>(Plugin{std::move(library), lib_finish, validate, name.data()});
+// Once the delegate has returned, the destructor finishes the plug-in, also when its point fails.
+Host::Host(const std::string& plugin_file) : Host(std::make_unique<Plugin>(plugin_file)) {
+    std::array<char, kPointNameSize + 1> name{};
+    plugin_->require_success("get_validation_point", [&] {
+        return plugin_->get_validation_point(name.data(), kPointNameSize);
+    });
+    plugin_->validation_point = name.data();
 }
 
 Host::~Host() {
-    plugin_->lib_finish();
+    try {
+        unload();
+    } catch (const PlatformError&) {
+        // A host that has to know calls unload() itself.
+    }
+}
+
+void Host::unload() {
+    if (const auto plugin = std::move(plugin_)) {
+        plugin->require_success("lib_finish", plugin->lib_finish);
+    }
 }
 
 const std::string& Host::validation_point() const {
@@ -80,7 +105,8 @@ Verdict Host::validate(const Instance& instance, const std::string& selector, co
     tctx.vcb_opaque = instance.handle();
     tctx.validate_opaque = const_cast<char*>(selector.c_str());
     tctx.messages = &verdict.messages;
-    verdict.result = plugin_->validate(&tctx, &kp, &newval);
+    verdict.result = call_entry(plugin_->file, "validate",
+                                [&] { return plugin_->validate(&tctx, &kp, &newval); });
     return verdict;
 }
 

@@ -95,9 +95,9 @@ class Pairing {
             throw CannotCheck(name + ": cannot be opened: " + last_system_error());
         }
         try {
-            return read_all(file.number());
-        } catch (const std::system_error& error) {
-            throw CannotCheck(name + ": cannot be read: " + error.code().message());
+            return read_all(file.number(), kLargestFile);
+        } catch (const std::runtime_error& error) {
+            throw CannotCheck(name + ": cannot be read: " + error.what());
         }
     }
 

@@ -1,19 +1,26 @@
 # One word for each thing that one does here. Every target installs what it needs first.
-BUILD ?= build
+# Root in another's tree, as after sudo, has a build folder of its own: what it writes would stop the owner's builds.
+BUILD ?= $(if $(and $(filter 0,$(shell id -u)),$(filter-out 0,$(shell stat -c %u .))),build-root,build)
+PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
-.PHONY: help build test demo install package check-package check-abi abi lint format coverage \
+.PHONY: help build test demo programs install uninstall package check-package check-abi abi lint format coverage \
         check-deep check-cross rules-doc check-docs bench bench-instructions bench-report build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
 
-$(BUILD)/build.ninja:
-	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_INSTALL_LIBDIR=lib -DVRRP_VALID_STRICT=ON
+CONFIGURE = cmake -S . -B $(BUILD) -G Ninja -DCMAKE_INSTALL_LIBDIR=lib -DVRRP_VALID_STRICT=ON
+
+# All that is installed, without the tests, which need more.
+programs: deps-build
+	@[ -e $(BUILD)/build.ninja ] || $(CONFIGURE) -DBUILD_TESTING=OFF
+	cmake --build $(BUILD) --target vrrp-valid --parallel $(JOBS)
 
 ## make build               the plug-in, the local platform, the command and the tests, in build/
-build: deps-build $(BUILD)/build.ninja
+build: deps-build deps-test
+	$(CONFIGURE) -DBUILD_TESTING=ON
 	cmake --build $(BUILD) --parallel $(JOBS)
 
 ## make test                build, and run every test
@@ -21,49 +28,53 @@ test: build
 	ctest --test-dir $(BUILD) --no-tests=error --output-on-failure --parallel $(JOBS)
 
 ## make demo                build, and see configurations accepted and refused
-demo: build
+demo: programs
 	@scripts/demo.sh $(VRRP_VALID)
 
 ## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint
-lint: deps-build deps-lint deps-bench
+lint: deps-build deps-test deps-lint deps-bench
 	scripts/lint.sh
 
 ## make format              clang-format every source in place
 format: deps-lint
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
-## make install             install into PREFIX, /usr/local unless given
-install: build
-	cmake --install $(BUILD) --prefix $(or $(PREFIX),/usr/local)
+## make install             install below PREFIX, /usr/local unless given; DESTDIR stands before it
+install: programs
+	@scripts/install.sh $(BUILD) $(PREFIX)
 
-## make package             the Debian package, in build-package/
+## make uninstall           take away what make install puts there
+uninstall: programs
+	@scripts/install.sh $(BUILD) $(PREFIX) --remove
+
+## make package             the Debian packages of plug-in and command, in build-package/
 package: deps-build deps-package
 	cmake -S . -B build-package -G Ninja -DCMAKE_BUILD_TYPE=Release \
 	  -DCMAKE_INSTALL_PREFIX=/usr -DBUILD_TESTING=OFF
 	cmake --build build-package --parallel $(JOBS)
 	cd build-package && cpack
 
-## make check-package       install, use and remove the package in a clean root (needs root)
-check-package: deps-build deps-package
+## make check-package       install, use and remove the packages in a clean root (needs root)
+check-package: deps-build deps-package deps-check-package
 	scripts/package-test.sh build-package
 
 PLUGIN = $(BUILD)/lib/vrrp-valid/libvrrp_valid.so
 
 ## make check-abi           compare the plug-in's entries with the kept interface, src/libvrrp_valid.abi
-check-abi: build deps-package
+check-abi: programs deps-abi
 	abidiff src/libvrrp_valid.abi $(PLUGIN)
 
 ## make abi                 keep the interface anew, after a change that was meant
-abi: build deps-package
+abi: programs deps-abi
 	abidw --no-corpus-path --exported-interfaces-only --no-show-locs --no-comp-dir-path \
 	  $(PLUGIN) > src/libvrrp_valid.abi
 
 ## make coverage            line and branch coverage of src/
-coverage: deps-build deps-deep
+coverage: deps-build deps-test deps-deep
 	scripts/coverage.sh
 
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
-check-deep: deps-build deps-deep
+check-deep: deps-build deps-test deps-deep
 	scripts/check-deep.sh
 
 ## make check-cross         build for other processors, and run the rules' tests on two of them
@@ -88,7 +99,7 @@ bench-report: build-bench
 	bench/report.sh build-bench
 
 ## make rules-doc           docs/rules.md anew from the model
-rules-doc: build
+rules-doc: programs
 	scripts/rules-doc.sh $(VRRP_VALID) > docs/rules.md
 
 ## make check-docs          run every command in README and docs, and compare what it prints

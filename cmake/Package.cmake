@@ -1,19 +1,61 @@
-# The Debian package: the plug-in, the command with its models and local platform, manual and completion.
+# What is installed beside the programs, and two Debian packages: the plug-in for whoever hosts it, and the command with
+# its models and local platform.
+find_program(GZIP gzip REQUIRED)
+
+set(docdir ${CMAKE_INSTALL_DATADIR}/doc/vrrp-valid)
 configure_file(docs/vrrp-valid.1.in vrrp-valid.1 @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/vrrp-valid.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES docs/report.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/vrrp-valid)
+execute_process(COMMAND ${GZIP} -9nkf vrrp-valid.1 WORKING_DIRECTORY ${PROJECT_BINARY_DIR} COMMAND_ERROR_IS_FATAL ANY)
+install(FILES ${PROJECT_BINARY_DIR}/vrrp-valid.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES app/completion/vrrp-valid DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+install(FILES README.md DESTINATION ${docdir})
+install(DIRECTORY docs examples DESTINATION ${docdir} PATTERN *.in EXCLUDE)
+
+# The changes of this version, as Debian writes them.
+file(READ CHANGELOG.md changes)
+string(REGEX REPLACE "^.*\n## [^\n]*\n|\n## .*$" "" changes "${changes}")
+string(REGEX REPLACE "\n- " "\n  * " changes "${changes}")
+execute_process(COMMAND date --utc --rfc-email --date=${VRRP_VALID_RELEASE_DATE}
+  OUTPUT_VARIABLE release_date OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vrrp-valid)
 set(CPACK_PACKAGE_CONTACT "libvrrp_valid developers <maintainers@vrrp-valid.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_COMPONENTS_ALL plugin command)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The local platform is private to the package: it is neither looked up elsewhere nor offered to others.
+# The local platform is private to the packages: it is neither looked up elsewhere nor offered to others.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
 set(CPACK_STRIP_FILES ON)
+
+set(CPACK_DEBIAN_PLUGIN_PACKAGE_NAME vrrp-valid-plugin)
+set(CPACK_DEBIAN_PLUGIN_DESCRIPTION "A library that a router's configuration manager, built on ConfD, loads to
+check VRRP configuration before it is committed: virtual addresses, virtual
+router identifiers, and the layer-3 interfaces that VRRP runs on.
+.
+Whoever loads it brings the platform's libraries.")
+set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME vrrp-valid)
+set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "vrrp-valid-plugin (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_COMMAND_DESCRIPTION "Checks a router's VRRP configuration, as JSON or NETCONF XML, with the rules
+that its configuration manager applies, and replaces the running file when
+no rule is violated. Nothing of a router is needed.
+.
+The package holds the YANG models, documentation and examples.")
+
+install(FILES docs/integration.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vrrp-valid-plugin COMPONENT plugin)
+foreach(component plugin command)
+  string(TOUPPER CPACK_DEBIAN_${component}_PACKAGE_NAME package)
+  set(package ${${package}})
+  file(CONFIGURE OUTPUT ${package}/changelog @ONLY CONTENT
+    "@package@ (@PROJECT_VERSION@) unstable; urgency=medium\n@changes@\n -- @CPACK_PACKAGE_CONTACT@  @release_date@\n")
+  execute_process(COMMAND ${GZIP} -9nkf changelog
+    WORKING_DIRECTORY ${PROJECT_BINARY_DIR}/${package} COMMAND_ERROR_IS_FATAL ANY)
+  install(FILES ${PROJECT_BINARY_DIR}/${package}/changelog.gz packaging/copyright
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${package} COMPONENT ${component})
+endforeach()
+
 # CMake makes folders under the umask of whoever packs.
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PackagePermissions.cmake)
 include(CPack)

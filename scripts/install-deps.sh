@@ -5,12 +5,15 @@ set -euo pipefail
 declare -A groups=(
   [build]="g++ cmake ninja-build make pkg-config libyang2-dev libcli11-dev nlohmann-json3-dev
            libpugixml-dev rapidjson-dev
-           libssl-dev libgtest-dev libgmock-dev binutils"
+           libssl-dev binutils"
+  [test]="libgtest-dev libgmock-dev"
   [lint]="clang-format clang-tidy libyang-tools shellcheck"
   [deep]="clang libclang-rt-14-dev valgrind gcovr"
   [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"
   [bench]="libbenchmark-dev gnuplot-nox valgrind"
-  [package]="dpkg-dev file debootstrap abigail-tools man-db"
+  [package]="dpkg-dev file"
+  [check-package]="debootstrap lintian"
+  [abi]="abigail-tools"
 )
 
 missing=()

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the Debian package, and installs, uses and removes it in a clean root. Needs root, for chroot.
+# Makes the Debian packages, and installs, uses and removes them in a clean root. Needs root, for chroot.
 # usage: package-test.sh BUILD_DIR
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -14,11 +14,21 @@ cmake --build "$build"
 rm -f "$build"/*.deb
 (cd "$build" && cpack >/dev/null)
 umask 022
-package=$(echo "$build"/vrrp-valid_*.deb)
-dpkg-deb --info "$package" | grep -E 'Package|Version|Depends'
-dpkg-deb --contents "$package" | awk '{print $6}'
-shut=$(dpkg-deb --contents "$package" | awk '$1 ~ /^d/ && $1 != "drwxr-xr-x"')
-[ -z "$shut" ] || { printf 'folders that not everyone may enter:\n%s\n' "$shut"; exit 1; }
+for package in "$build"/*.deb; do
+  dpkg-deb --info "$package" | grep -E 'Package|Version|Depends'
+  dpkg-deb --contents "$package" | awk '{print $6}'
+  shut=$(dpkg-deb --contents "$package" | awk '$1 ~ /^d/ && $1 != "drwxr-xr-x"')
+  [ -z "$shut" ] || { printf 'folders that not everyone may enter:\n%s\n' "$shut"; exit 1; }
+done
+lintian --allow-root --fail-on error,warning "$build"/*.deb
+
+destination=$PWD/$build/destination
+rm -rf "$destination"
+DESTDIR=$destination scripts/install.sh "$build" /usr/local
+"$destination/usr/local/bin/vrrp-valid" --version
+DESTDIR=$destination scripts/install.sh "$build" /usr/local --remove
+left=$(find "$destination" -type f -o -name '*vrrp*')
+[ -z "$left" ] || { printf 'make uninstall leaves:\n%s\n' "$left"; exit 1; }
 
 # shellcheck source=/dev/null
 . /etc/os-release
@@ -33,11 +43,11 @@ rm -f "$root/etc/apt/sources.list"
 cp -r /etc/apt/. "$root/etc/apt/"
 cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
 cp -r examples "$root/root/"
-cp "$package" "$root/root/vrrp-valid.deb"
+cp "$build"/*.deb "$root/root/"
 
 in_root() { chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C "$@"; }
 in_root apt-get update -qq
-in_root apt-get install -y -qq /root/vrrp-valid.deb >/dev/null
+in_root sh -c 'apt-get install -y -qq /root/*.deb' >/dev/null
 
 echo "--- installed; used:"
 in_root vrrp-valid --version
@@ -45,11 +55,11 @@ in_root vrrp-valid check --running /root/examples/router-running.json /root/exam
 result=0
 in_root vrrp-valid check -q /root/examples/router-refused.xml || result=$?
 [ "$result" -eq 1 ] || { echo "exit code 1 was expected, not $result"; exit 1; }
-in_root test -e /usr/share/man/man1/vrrp-valid.1.gz -o -e /usr/share/man/man1/vrrp-valid.1
+in_root test -e /usr/share/man/man1/vrrp-valid.1.gz
 in_root test -e /usr/share/bash-completion/completions/vrrp-valid
 
 echo "--- removed:"
-in_root apt-get purge -y -qq vrrp-valid >/dev/null
+in_root apt-get purge -y -qq vrrp-valid vrrp-valid-plugin >/dev/null
 left=$(in_root find / -xdev -path /root -prune -o -path /proc -prune -o -name '*vrrp*' -print)
 [ -z "$left" ] || { printf 'left behind:\n%s\n' "$left"; exit 1; }
 echo "nothing left behind"

@@ -31,7 +31,7 @@ test: build
 demo: programs
 	@scripts/demo.sh $(VRRP_VALID)
 
-## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint
+## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint; line counts
 lint: deps-build deps-test deps-lint deps-bench
 	scripts/lint.sh
 

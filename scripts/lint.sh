@@ -31,3 +31,5 @@ git ls-files 'src/*.cpp' 'platform/*.cpp' 'app/*.cpp' 'tests/*.cpp' 'bench/*.cpp
   xargs -P "$(nproc)" -n 4 clang-tidy -p build-lint --quiet --warnings-as-errors='*' 2>"$log" ||
   { cat "$log"; exit 1; }
 echo "clang-tidy: clean"
+
+scripts/count-lines.sh

@@ -29,9 +29,9 @@ struct Place {
     const Datastore* datastore;
     std::string path;
 
-    bool exists() const {
+    int exists() const {
         const auto next = datastore->lower_bound(path);
-        return next != datastore->end() && next->first.compare(0, path.size(), path) == 0;
+        return next != datastore->end() && next->first.rfind(path, 0) == 0 ? 1 : 0;
     }
     std::set<std::string> keys() const {
         std::set<std::string> keys;
@@ -58,8 +58,11 @@ struct Place {
 
 const Datastore kNothing;
 
-Place place(bool usable, const Datastore& datastore, const char* fmt, va_list arguments) {
-    return {usable ? &datastore : &kNothing, fmt, arguments};
+int walk(const Place& place, std::string& entries) {
+    for (const std::string& key : place.keys()) {
+        entries += key + '\n';
+    }
+    return CONFD_OK;
 }
 
 int number(const Place& place, int& value) {
@@ -85,57 +88,48 @@ int prefix(const Place& place, int family, void* address, Prefix& value) {
 
 }  // namespace
 
-#define MAAPI_PLACE(place_)                                                                \
-    va_list arguments;                                                                     \
-    va_start(arguments, fmt);                                                              \
-    const Place place_ =                                                                   \
-        place(sock == kMaapiSocket && thandle == kTransaction, candidate, fmt, arguments); \
-    va_end(arguments)
-#define CDB_PLACE(place_)                                                                          \
-    va_list arguments;                                                                             \
-    va_start(arguments, fmt);                                                                      \
-    const Place place_ = place(sock == kCdbSocket && open_sessions == 1, running, fmt, arguments); \
-    va_end(arguments)
+// What reads by a path, given as a format with its one argument.
+#define READ(usable, datastore, what)                                       \
+    va_list arguments;                                                      \
+    va_start(arguments, fmt);                                               \
+    const Place place((usable) ? &(datastore) : &kNothing, fmt, arguments); \
+    va_end(arguments);                                                      \
+    return what
+#define MAAPI_READ(what) READ(sock == kMaapiSocket && thandle == kTransaction, candidate, what)
+#define CDB_READ(what) READ(sock == kCdbSocket && open_sessions == 1, running, what)
 
 int maapi_exists(int sock, int thandle, const char* fmt, ...) {
-    MAAPI_PLACE(node);
-    return node.exists() ? 1 : 0;
+    MAAPI_READ(place.exists());
 }
-
 int maapi_num_instances(int sock, int thandle, const char* fmt, ...) {
-    MAAPI_PLACE(list);
-    return static_cast<int>(list.keys().size());
+    MAAPI_READ(static_cast<int>(place.keys().size()));
 }
-
 int maapi_get_int32_elem(int sock, int thandle, int32_t* rval, const char* fmt, ...) {
-    MAAPI_PLACE(leaf);
-    return number(leaf, *rval);
+    MAAPI_READ(number(place, *rval));
 }
-
 int maapi_get_bool_elem(int sock, int thandle, int* rval, const char* fmt, ...) {
-    MAAPI_PLACE(leaf);
-    return number(leaf, *rval);
+    MAAPI_READ(number(place, *rval));
 }
-
 int maapi_get_ipv4_and_plen_elem(int sock, int thandle, confd_ipv4_prefix* rval, const char* fmt,
                                  ...) {
-    MAAPI_PLACE(leaf);
-    return prefix(leaf, AF_INET, &rval->ip, *rval);
+    MAAPI_READ(prefix(place, AF_INET, &rval->ip, *rval));
 }
-
 int maapi_get_ipv6_and_plen_elem(int sock, int thandle, confd_ipv6_prefix* rval, const char* fmt,
                                  ...) {
-    MAAPI_PLACE(leaf);
-    return prefix(leaf, AF_INET6, &rval->ip6, *rval);
+    MAAPI_READ(prefix(place, AF_INET6, &rval->ip6, *rval));
 }
-
 int maapi_init_cursor(int sock, int thandle, maapi_cursor* cursor, const char* fmt, ...) {
-    MAAPI_PLACE(list);
     cursor->entries = new std::string;
-    for (const std::string& key : list.keys()) {
-        *cursor->entries += key + '\n';
-    }
-    return CONFD_OK;
+    MAAPI_READ(walk(place, *cursor->entries));
+}
+int cdb_exists(int sock, const char* fmt, ...) {
+    CDB_READ(place.exists());
+}
+int cdb_get_int32(int sock, int32_t* rval, const char* fmt, ...) {
+    CDB_READ(number(place, *rval));
+}
+int cdb_get_ipv4_and_plen(int sock, confd_ipv4_prefix* rval, const char* fmt, ...) {
+    CDB_READ(prefix(place, AF_INET, &rval->ip, *rval));
 }
 
 int maapi_get_next(maapi_cursor* cursor) {
@@ -155,21 +149,6 @@ void maapi_destroy_cursor(maapi_cursor* cursor) {
 
 int maapi_install_crypto_keys(int sock) {
     return sock == kMaapiSocket ? CONFD_OK : CONFD_ERR;
-}
-
-int cdb_exists(int sock, const char* fmt, ...) {
-    CDB_PLACE(node);
-    return node.exists() ? 1 : 0;
-}
-
-int cdb_get_int32(int sock, int32_t* rval, const char* fmt, ...) {
-    CDB_PLACE(leaf);
-    return number(leaf, *rval);
-}
-
-int cdb_get_ipv4_and_plen(int sock, confd_ipv4_prefix* rval, const char* fmt, ...) {
-    CDB_PLACE(leaf);
-    return prefix(leaf, AF_INET, &rval->ip, *rval);
 }
 
 int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {

@@ -21,7 +21,6 @@ using Keys = std::vector<std::pair<int, confd_value_t>>;
 struct Request {
     std::string selector;
     Keys keys;
-    std::string value;
     Datastore candidate;
     Datastore running;
     int result;
@@ -63,130 +62,55 @@ confd_value_t ipv6(const char* address) {
     return value;
 }
 
-Keys instance(int number) {
-    return {{2, family(number)}, {4, text("l3-eth0")}};
+Request request(const char* selector, Keys keys, Datastore candidate, Datastore running, int result,
+                const char* message) {
+    return {selector, std::move(keys), std::move(candidate), std::move(running), result, message};
 }
 
-const Keys kIpv4Instance = instance(0);
-const Keys kIpv6Instance = instance(1);
+const Keys kIpv4Instance = {{2, family(0)}, {4, text("l3-eth0")}};
 const Datastore kPrimary = {{kL3 + "ipv4/address/ip", "192.0.2.1/24"}};
+const Datastore kOtherPrefix = {{kL3 + "ipv4/address/ip", "192.0.2.1/25"}};
 const Datastore kIpv6 = {{kL3 + "ipv6/address{2001:db8::1/64}/ip", "2001:db8::1/64"}};
+const Datastore kIpv6Router = {{kVrrp + "{ipv6}/vr-id{7}/version", "3"}};
 
 Request virtual_ipv4(const char* address, int result, const char* message) {
-    return {"vrrp_ipv4_addr_validation",
-            {{0, ipv4(address)}, {7, text("l3-eth0")}},
-            "",
-            kPrimary,
-            {},
-            result,
-            message};
+    return request("vrrp_ipv4_addr_validation", {{0, ipv4(address)}, {7, text("l3-eth0")}},
+                   kPrimary, {}, result, message);
 }
 
 Request virtual_ipv6(const char* address, int result, const char* message) {
-    return {"vrrp_l3_ipv6_addr_validation",
-            {{0, ipv6(address)}, {7, text("l3-eth0")}},
-            "",
-            kIpv6,
-            {},
-            result,
-            message};
+    return request("vrrp_l3_ipv6_addr_validation", {{0, ipv6(address)}, {7, text("l3-eth0")}},
+                   kIpv6, {}, result, message);
 }
 
+Request router(int address_family, int result, const char* message) {
+    return request("vrrp_vr_id_validation",
+                   {{1, vr_id(7)}, {3, family(address_family)}, {5, text("l3-eth1")}}, kIpv6Router,
+                   {}, result, message);
+}
+
+/// One for each type of the SDK that is unlike the platform's.
 const std::vector<Request> kRequests = {
     virtual_ipv4("192.0.2.10", 0, ""),
     virtual_ipv4("198.51.100.1", -1,
                  "virtual IPv4 address must be configured on the same network as IPv4 address "
                  "192.0.2.1 netmask 255.255.255.0 on interface l3 eth0."),
-    virtual_ipv4("192.0.2.0", -1, "virtual IPv4 address cannot be configured as network address."),
     virtual_ipv4("192.0.2.255", -1,
                  "virtual IPv4 address cannot be configured as broadcast address."),
-    {"vrrp_ipv4_addr_update_validation",
-     kIpv4Instance,
-     "",
-     {{kL3 + "ipv4/address/ip", "192.0.2.1/25"}},
-     kPrimary,
-     -1,
-     "IPv4 address cannot be changed on interface l3 eth0."},
-    {"vrrp_ipv4_addr_update_validation",
-     kIpv6Instance,
-     "",
-     {{kL3 + "ipv4/address/ip", "192.0.2.1/25"}},
-     kPrimary,
-     0,
-     ""},
+    request("vrrp_ipv4_addr_update_validation", kIpv4Instance, kOtherPrefix, kPrimary, -1,
+            "IPv4 address cannot be changed on interface l3 eth0."),
     virtual_ipv6("2001:db8::10", 0, ""),
     virtual_ipv6("2001:db8::", -1, "virtual IPv6 address cannot be configured as network address."),
-    virtual_ipv6(
-        "2001:db9::10", -1,
-        "virtual IPv6 address must be configured on the same network as one of the IPv6 addresses "
-        "on interface l3 eth0."),
-    {"vrrp_l3_ipv6_link_local_addr_validation",
-     {{5, text("l3-eth0")}},
-     "",
-     {{kL3 + "ipv6/enable", "1"}},
-     {},
-     0,
-     ""},
-    {"vrrp_ipv6_link_local_addr_validation",
-     kIpv6Instance,
-     "",
-     {},
-     {},
-     -1,
-     "IPv6 link-local address is mandatory to enable router VRRP with address-family IPv6."},
-    {"vrrp_lower_layer_validation",
-     kIpv4Instance,
-     "",
-     {},
-     {},
-     -1,
-     "lower-layer must be configured on interface l3 eth0."},
-    {"vrrp_lower_layer_update_validation",
-     kIpv4Instance,
-     "",
-     {{kL3 + "lower-layer-if/vlan", "200"}},
-     {{kL3 + "lower-layer-if/vlan", "100"}},
-     -1,
-     "lower-layer cannot be changed on interface l3 eth0."},
-    {"vrrp_secondary_ipv4_addr_validation",
-     kIpv4Instance,
-     "",
-     {{kL3 + "ipv4/address/secondary{192.0.2.9}/ip", ""}},
-     {},
-     -1,
-     "secondary IPv4 address must not be configured on interface l3 eth0 with VRRP enabled."},
-    {"vrrp_vrf_validation",
-     kIpv4Instance,
-     "",
-     {{kL3 + "vrf", "red"}},
-     {},
-     -1,
-     "VRF must not be configured on interface l3 eth0 with VRRP enabled."},
-    {"vrrp_version_validation",
-     {},
-     "",
-     {},
-     {{kVrrp + "{ipv4}/vr-id{1}/version", "3"}},
-     -3,
-     "changing the VRRP router version will restart the VRRP router process."},
-    {"vrrp_auth_passwd_validation", {}, "12345678", {}, {}, 0, ""},
-    {"vrrp_auth_passwd_validation", {}, "123456789", {}, {}, -1, "bad length/size."},
-    {"vrrp_vr_id_validation",
-     {{1, vr_id(7)}, {3, family(1)}, {5, text("l3-eth1")}},
-     "",
-     {{kVrrp + "{ipv6}/vr-id{7}/version", "3"}},
-     {},
-     -1,
-     "cannot configure the same address-family and vr-id as 'router vrrp interface l3-eth0 "
-     "address-family ipv6 vr-id "
-     "7'."},
-    {"vrrp_vr_id_validation",
-     {{1, vr_id(7)}, {3, family(0)}, {5, text("l3-eth1")}},
-     "",
-     {{kVrrp + "{ipv6}/vr-id{7}/version", "3"}},
-     {},
-     0,
-     ""},
+    request("vrrp_lower_layer_update_validation", kIpv4Instance,
+            {{kL3 + "lower-layer-if/vlan", "200"}}, {{kL3 + "lower-layer-if/vlan", "100"}}, -1,
+            "lower-layer cannot be changed on interface l3 eth0."),
+    request("vrrp_version_validation", {}, {}, kIpv6Router, -3,
+            "changing the VRRP router version will restart the VRRP router process."),
+    router(0, 0, ""),
+    router(1, -1,
+           "cannot configure the same address-family and vr-id as 'router vrrp interface l3-eth0 "
+           "address-family ipv6 vr-id 7'."),
+    request("vrrp_auth_passwd_validation", {}, {}, {}, 0, ""),
 };
 
 bool answered_right(int (*validate)(confd_trans_ctx*, confd_hkeypath_t*, confd_value_t*),
@@ -199,11 +123,11 @@ bool answered_right(int (*validate)(confd_trans_ctx*, confd_hkeypath_t*, confd_v
     tctx.vcb_opaque = &handle;
     tctx.thandle = 4711;
     confd_hkeypath_t kp{};
-    kp.text = "/" + kVrrp + "{ipv4}/vr-id{1}/version";
+    kp.text = "/" + kVrrp + "{ipv6}/vr-id{7}/version";
     for (const auto& [position, key] : request.keys) {
         kp.v[position][0] = key;
     }
-    confd_value_t newval = text(request.value.c_str());
+    confd_value_t newval = text("12345678");
     const int result = validate(&tctx, &kp, &newval);
     if (result == request.result && tctx.message == request.message && open_sessions == 0) {
         return true;

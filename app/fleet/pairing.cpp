@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <sstream>
-#include <system_error>
 
 #include "errors/cannot_check.h"
 #include "files/file_descriptor.h"
@@ -96,8 +95,8 @@ class Pairing {
         }
         try {
             return read_all(file.number());
-        } catch (const std::system_error& error) {
-            throw CannotCheck(name + ": cannot be read: " + error.code().message());
+        } catch (const std::runtime_error& error) {
+            throw CannotCheck(name + ": cannot be read: " + error.what());
         }
     }
 

@@ -36,8 +36,8 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     // A reader that went away and a file size limit are failed writes, which are told.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     try {
         return run(argc, argv);
     } catch (const std::exception& error) {

@@ -37,7 +37,7 @@ constexpr std::size_t kLargestFile = std::size_t{1} << 30U;
 
 /// All that can be read from `fd`, at most `max_size` bytes. Throws std::runtime_error with the
 /// reason alone, without the file's name, when it cannot be read or has more.
-std::string read_all(int fd, std::size_t max_size);
+std::string read_all(int fd, std::size_t max_size = kLargestFile);
 
 /// Writes all of `bytes`. Throws std::system_error.
 void write_all(int fd, std::string_view bytes);

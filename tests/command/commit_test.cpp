@@ -412,13 +412,13 @@ TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
              fs::create_symlink(folder.put("other", old), running);
          }},
     };
-    for (const auto& [name, change] : changes) {
-        SCOPED_TRACE(name);
+    for (const auto& change : changes) {
+        SCOPED_TRACE(change.first);
         const Folder folder;
         const std::string running = folder.put("running", old);
         std::string left;
         const Outcome outcome = confirm_after({"commit", "--running", running, kWarned}, [&] {
-            change(folder, running);
+            change.second(folder, running);
             left = content_of(running);
         });
         EXPECT_EQ(outcome.status, 2) << outcome.out;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "checking/causes.h"
+#include "checking/masked_text.h"
 #include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
 #include "files/key_file.h"
@@ -22,10 +24,26 @@ void require_known(const std::set<std::string>& wanted, const std::vector<std::s
     }
 }
 
+void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
+                   std::vector<ValidationUse>& rules) {
+    const auto& uses = model.uses(node);
+    rules.insert(rules.end(), uses.begin(), uses.end());
+    for (const auto& child : node.children) {
+        collect_rules(model, child, rules);
+    }
+}
+
+std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
+    std::vector<ValidationUse> rules;
+    collect_rules(model, *model.schema(), rules);
+    return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
+}
+
 }  // namespace
 
 Checker::Checker(const CheckerOptions& options)
     : model_(options.yang_dir),
+      rules_(rules_of(model_)),
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
@@ -37,7 +55,10 @@ Checker::Checker(const CheckerOptions& options)
 }
 
 Running Checker::read_running(const std::optional<ConfigurationFile>& file) const {
-    return file ? Running{file->name, model_.read(*file)} : Running{{}, DataTree(model_.schema())};
+    if (!file) {
+        return {{}, nullptr, DataTree(model_.schema())};
+    }
+    return {file->name, std::make_shared<const std::string>(file->bytes), model_.read(*file)};
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -57,6 +78,7 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     report.candidate = candidate.name;
     report.running = running.name;
     report.selectors = selectors();
+    report.rules = rules_;
     const Transaction transaction{model_.read(candidate), running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
@@ -68,6 +90,17 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
     walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
+    find_causes(transaction.candidate, report);
+    if (!report.findings.empty()) {
+        const auto add_source = [&](const std::string& name, const std::string& text) {
+            report.sources.push_back(
+                {name, std::make_shared<const std::string>(masked_text(text, *model_.schema()))});
+        };
+        add_source(candidate.name, candidate.bytes);
+        if (running.text != nullptr) {
+            add_source(running.name, *running.text);
+        }
+    }
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;
 }

@@ -4,14 +4,13 @@ set -euo pipefail
 
 declare -A groups=(
   [build]="g++ cmake ninja-build make pkg-config libyang2-dev libcli11-dev nlohmann-json3-dev
-           libpugixml-dev rapidjson-dev
+           libexpat1-dev libpugixml-dev rapidjson-dev
            libssl-dev binutils"
   [test]="libgtest-dev libgmock-dev"
   [lint]="clang-format clang-tidy libyang-tools shellcheck"
   [deep]="clang libclang-rt-14-dev valgrind gcovr"
   [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"
   [bench]="libbenchmark-dev gnuplot-nox valgrind"
-  [formats]="python3-jsonschema python3-junitparser npm"
   [package]="dpkg-dev file"
   [check-package]="debootstrap lintian"
   [abi]="abigail-tools"

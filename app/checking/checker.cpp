@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <chrono>
 
-#include "checking/causes.h"
-#include "checking/masked_text.h"
 #include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
 #include "files/key_file.h"
@@ -24,41 +22,27 @@ void require_known(const std::set<std::string>& wanted, const std::vector<std::s
     }
 }
 
-void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
-                   std::vector<ValidationUse>& rules) {
-    const auto& uses = model.uses(node);
-    rules.insert(rules.end(), uses.begin(), uses.end());
-    for (const auto& child : node.children) {
-        collect_rules(model, child, rules);
-    }
-}
-
-std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
-    std::vector<ValidationUse> rules;
-    collect_rules(model, *model.schema(), rules);
-    return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
-}
-
 }  // namespace
 
 Checker::Checker(const CheckerOptions& options)
     : model_(options.yang_dir),
-      rules_(rules_of(model_)),
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
       selectors_(options.selectors.begin(), options.selectors.end()),
       difference_(options.difference),
       max_findings_(options.max_findings),
-      threads_(options.threads) {
+      threads_(options.threads),
+      reading_{false, options.ignore_unknown} {
     require_known(selectors_, model_.selectors());
 }
 
-Running Checker::read_running(const std::optional<ConfigurationFile>& file) const {
+Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     if (!file) {
-        return {{}, nullptr, DataTree(model_.schema())};
+        return {{}, DataTree(model_.schema())};
     }
-    return {file->name, std::make_shared<const std::string>(file->bytes), model_.read(*file)};
+    const Document document = model_.parse(std::move(*file), reading_);
+    return {document.name(), model_.tree(document)};
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -71,15 +55,19 @@ std::vector<std::string> Checker::selectors() const {
     return selectors;
 }
 
-Report Checker::check(const ConfigurationFile& candidate, const Running& running) const {
+Report Checker::check(ConfigurationFile candidate, const Running& running) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     Report report;
     report.candidate = candidate.name;
     report.running = running.name;
     report.selectors = selectors();
-    report.rules = rules_;
-    const Transaction transaction{model_.read(candidate), running.tree, key_};
+    const Document document = model_.parse(std::move(candidate), reading_);
+    if (document.is_edit) {
+        throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
+    }
+    report.skipped = document.skipped;
+    const Transaction transaction{model_.tree(document), running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
         progress.show(so_far.candidate, so_far.requests);
@@ -90,17 +78,6 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
     walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
-    find_causes(transaction.candidate, report);
-    if (!report.findings.empty()) {
-        const auto add_source = [&](const std::string& name, const std::string& text) {
-            report.sources.push_back(
-                {name, std::make_shared<const std::string>(masked_text(text, *model_.schema()))});
-        };
-        add_source(candidate.name, candidate.bytes);
-        if (running.text != nullptr) {
-            add_source(running.name, *running.text);
-        }
-    }
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;
 }

@@ -17,12 +17,12 @@ struct CheckerOptions {
     bool difference = false;             ///< whether reports tell what changes
     std::size_t max_findings = 100;      ///< that a report holds of each rule
     std::size_t threads = 1;             ///< that make the requests of one candidate, at most
+    bool ignore_unknown = false;         ///< skip nodes that the model's modules do not have
 };
 
 /// A running configuration, parsed once for all candidates.
 struct Running {
-    std::string name;                         ///< empty for an empty one
-    std::shared_ptr<const std::string> text;  ///< null for an empty one
+    std::string name;  ///< empty for an empty one
     local_platform::DataTree tree;
 };
 
@@ -32,21 +32,21 @@ class Checker {
     explicit Checker(const CheckerOptions& options);
 
     /// The running configuration in `file`, an empty one without a file. Throws CannotCheck.
-    Running read_running(const std::optional<ConfigurationFile>& file) const;
+    Running read_running(std::optional<ConfigurationFile> file) const;
 
     /// The rules that it runs, in the model's order.
     std::vector<std::string> selectors() const;
 
     /// Checks `candidate` against `running`. Throws CannotCheck.
-    Report check(const ConfigurationFile& candidate, const Running& running) const;
+    Report check(ConfigurationFile candidate, const Running& running) const;
 
   private:
     YangModel model_;
-    std::shared_ptr<const std::vector<ValidationUse>> rules_;
     local_platform::Host host_;
     std::optional<local_platform::CryptoKey> key_;
     std::set<std::string> selectors_;
     bool difference_;
     std::size_t max_findings_;
     std::size_t threads_;
+    ReadOptions reading_;
 };

@@ -8,6 +8,23 @@
 
 namespace {
 
+/// An empty name is a variable that is not set: it must not pass for an option that was not given.
+void require_names(CLI::App& app) {
+    const CLI::Validator is_named(
+        [](const std::string& name) {
+            return name.empty() ? std::string("the name is empty") : std::string();
+        },
+        {});
+    for (CLI::App* const command : app.get_subcommands({})) {
+        for (CLI::Option* const option : command->get_options()) {
+            const std::string type = option->get_type_name();
+            if (type.rfind("FILE", 0) == 0 || type.rfind("DIR", 0) == 0) {
+                option->check(is_named);
+            }
+        }
+    }
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Checks VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
@@ -22,6 +39,7 @@ int run(int argc, char** argv) {
                                                  add_commit_command(app),  add_rules_command(app),
                                                  add_explain_command(app), add_keygen_command(app),
                                                  add_encrypt_command(app)};
+    require_names(app);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -40,7 +40,7 @@ void add_max_size(CLI::App& command, std::size_t& max_size) {
 void add_check_options(CLI::App& command, CheckOptions& options) {
     options.checker.plugin_file = default_plugin_file();
     command.add_option("--format", options.report.format, "How to print the findings")
-        ->check(CLI::IsMember(report_formats()))
+        ->check(CLI::IsMember({"text", "json", "junit"}))
         ->capture_default_str();
     command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
         ->type_name("FILE");
@@ -51,6 +51,8 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
                     "Print so many findings of a rule, and the rest as a count")
         ->capture_default_str();
     command.add_option("-j,--jobs", options.checker.threads, "Threads that check");
+    command.add_flag("--ignore-unknown", options.checker.ignore_unknown,
+                     "Skip nodes that the modules of the model do not have, and list them");
     command.add_flag("--accept-warnings", options.report.accept_warnings, "Warnings do not count");
     command.add_flag("-q,--quiet", options.report.quiet, "Print findings only");
     command.add_flag("--silent", options.report.silent, "Print nothing: the exit code tells");

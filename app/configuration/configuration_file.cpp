@@ -3,29 +3,38 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cctype>
 
-#include "configuration/netconf_envelope.h"
+#include "configuration/text_position.h"
 #include "errors/cannot_check.h"
 #include "files/file_descriptor.h"
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+/// What `text`, neither JSON nor XML, looks like.
+std::string kind_of(std::string_view text) {
+    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+    if (text.front() == '[') {
+        return "a JSON array";
+    }
+    const bool is_yaml = line == "---" || (!line.empty() && line.back() == ':');
+    return is_yaml ? "YAML" : "neither JSON nor XML";
+}
 
-ConfigurationFormat format_of(const std::string& name, std::string_view data) {
-    const std::size_t first = data.find_first_not_of(" \t\r\n");
+ConfigurationFormat format_of(const std::string& name, const std::string& bytes) {
+    const std::string_view text = bytes;
+    const std::size_t first = text.find_first_not_of(" \t\r\n", byte_order_mark_size(text));
     if (first == std::string_view::npos) {
         throw CannotCheck(name + ": the file is empty; an empty configuration is written {}");
     }
-    if (data[first] == '<') {
+    if (text[first] == '<') {
         return ConfigurationFormat::xml;
     }
-    if (data[first] == '{') {
+    if (text[first] == '{') {
         return ConfigurationFormat::json;
     }
-    throw CannotCheck(name +
-                      ":1: neither JSON nor XML; give a configuration that begins with { or <");
+    throw CannotCheck(
+        position_in(name, text, first),
+        kind_of(text.substr(first)) + "; give a configuration that begins with { or <");
 }
 
 ConfigurationFile read_open_file(const std::string& name, int fd, std::size_t max_size) {
@@ -41,6 +50,9 @@ ConfigurationFile read_open_file(const std::string& name, int fd, std::size_t ma
 }  // namespace
 
 ConfigurationFile read_configuration_file(const std::string& name, std::size_t max_size) {
+    if (name.empty()) {
+        throw CannotCheck("a file name is empty; name the file, or - for standard input");
+    }
     if (name == "-") {
         return read_open_file("standard input", STDIN_FILENO, max_size);
     }
@@ -52,17 +64,11 @@ ConfigurationFile read_configuration_file(const std::string& name, std::size_t m
 }
 
 ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes) {
-    std::string data = bytes;
-    if (data.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0) {
-        data.erase(0, kByteOrderMark.size());
+    // No configuration has one, and texts end at it.
+    const std::size_t nul = bytes.find('\0');
+    if (nul != std::string::npos) {
+        throw CannotCheck(position_in(name, bytes, nul), "a NUL byte; give a text file");
     }
-    // The parsers end at a NUL, so what follows one would go unchecked.
-    if (data.find('\0') != std::string::npos) {
-        throw CannotCheck(name + ": holds a NUL byte; give a text file");
-    }
-    const ConfigurationFormat format = format_of(name, data);
-    if (format == ConfigurationFormat::xml) {
-        data = without_netconf_envelope(name, std::move(data));
-    }
-    return {name, std::move(bytes), format, std::move(data)};
+    const ConfigurationFormat format = format_of(name, bytes);
+    return {name, std::move(bytes), format};
 }

@@ -11,8 +11,6 @@ struct ConfigurationFile {
     std::string name;   ///< as the operator gave it
     std::string bytes;  ///< exactly what the file holds
     ConfigurationFormat format;
-    std::string
-        data;  ///< the configuration data in `bytes`, without a NETCONF envelope; lines kept
 };
 
 /// Reads the file `name`, "-" for standard input, and tells its format by its content: RFC 7951

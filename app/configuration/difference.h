@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "configuration/location.h"
+#include "errors/location.h"
 #include "data_tree.h"
 
 enum class ChangeKind { added, removed, changed, moved };

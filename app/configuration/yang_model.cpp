@@ -5,25 +5,15 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "configuration/extension_places.h"
 #include "configuration/libyang_complaint.h"
+#include "configuration/validated_tree.h"
 #include "errors/cannot_check.h"
-#include "keypath.h"
 
 using local_platform::DataTree;
 using local_platform::SchemaNode;
-using local_platform::TreeBuilder;
 
 namespace {
-
-struct DataDeleter {
-    void operator()(lyd_node* node) const { lyd_free_all(node); }
-};
-using Data = std::unique_ptr<lyd_node, DataDeleter>;
-
-struct InputDeleter {
-    void operator()(ly_in* input) const { ly_in_free(input, 0); }
-};
-using Input = std::unique_ptr<ly_in, InputDeleter>;
 
 /// The names of the modules in `dir`, in alphabetical order.
 std::vector<std::string> module_names(const std::string& dir) {
@@ -47,31 +37,6 @@ std::vector<std::string> module_names(const std::string& dir) {
     return names;
 }
 
-std::string step_of(const lyd_node& node) {
-    const std::string step = std::string("/") + node.schema->name;
-    if (node.schema->nodetype != LYS_LIST) {
-        return step;
-    }
-    std::vector<std::string_view> keys;
-    for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
-         key = key->next) {
-        keys.emplace_back(lyd_get_value(key));
-    }
-    return step + local_platform::keys_text(keys);
-}
-
-void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& builder) {
-    for (const lyd_node* node = first; node != nullptr; node = node->next) {
-        if ((node->flags & LYD_DEFAULT) != 0) {
-            continue;  // a container that libyang adds although it holds nothing
-        }
-        const std::string path = parent + step_of(*node);
-        const bool is_leaf = node->schema->nodetype == LYS_LEAF;
-        builder.set(path, is_leaf ? lyd_get_value(node) : "");
-        add_nodes(lyd_child(node), path, builder);
-    }
-}
-
 void collect_selectors(const YangModel& model, const SchemaNode& node,
                        std::vector<std::string>& selectors) {
     for (const ValidationUse& use : model.uses(node)) {
@@ -84,24 +49,18 @@ void collect_selectors(const YangModel& model, const SchemaNode& node,
     }
 }
 
-Input open_input(const ConfigurationFile& file) {
-    ly_in* input = nullptr;
-    if (ly_in_new_memory(file.data.c_str(), &input) != LY_SUCCESS) {
-        throw CannotCheck(file.name + ": libyang cannot read it");
+/// Sees that no file of `module` uses a validation point where this would be lost.
+void require_plain_uses_in(const lys_module& module) {
+    if (module.filepath != nullptr) {
+        require_plain_uses(module.filepath);
     }
-    return Input(input);
-}
-
-/// libyang's JSON parser ends with the first value: what follows it would go unchecked.
-void require_nothing_behind(const ConfigurationFile& file, std::size_t parsed) {
-    const std::size_t next = file.data.find_first_not_of(" \t\r\n", parsed);
-    if (next == std::string::npos) {
-        return;
+    LY_ARRAY_COUNT_TYPE i = 0;
+    LY_ARRAY_FOR(module.parsed->includes, i) {
+        const lysp_submodule* const submodule = module.parsed->includes[i].submodule;
+        if (submodule->filepath != nullptr) {
+            require_plain_uses(submodule->filepath);
+        }
     }
-    const auto end = file.data.begin() + static_cast<std::ptrdiff_t>(next);
-    const auto line = 1 + std::count(file.data.begin(), end, '\n');
-    throw CannotCheck(file.name + ":" + std::to_string(line) +
-                      ": text behind the configuration; give one {...} only");
 }
 
 }  // namespace
@@ -125,11 +84,15 @@ YangModel::YangModel(const std::string& yang_dir) {
     std::vector<const lys_module*> modules;
     const std::string folder = yang_dir + "/";
     for (const std::string& name : names) {
-        modules.push_back(ly_ctx_load_module(context, name.c_str(), nullptr, nullptr));
+        const char* every_feature[] = {"*", nullptr};
+        modules.push_back(ly_ctx_load_module(context, name.c_str(), nullptr, every_feature));
         if (modules.back() == nullptr) {
             std::string file = folder + name;
             throw CannotCheck(first_complaint(context, file.append(".yang")));
         }
+    }
+    for (const lys_module* const module : modules) {
+        require_plain_uses_in(*module);
     }
     schema_ = std::make_shared<const SchemaNode>(describe_modules(modules));
     uses_ = collect_uses(modules, *schema_);
@@ -147,25 +110,11 @@ std::vector<std::string> YangModel::selectors() const {
     return selectors;
 }
 
-DataTree YangModel::read(const ConfigurationFile& file) const {
-    ly_err_clean(context_.get(), nullptr);
-    lyd_node* parsed = nullptr;
-    const LYD_FORMAT format = file.format == ConfigurationFormat::xml ? LYD_XML : LYD_JSON;
-    const Input input = open_input(file);
-    const LY_ERR result =
-        lyd_parse_data(context_.get(), nullptr, input.get(), format, LYD_PARSE_STRICT,
-                       LYD_VALIDATE_NO_STATE | LYD_VALIDATE_PRESENT, &parsed);
-    const Data data(parsed);
-    if (result != LY_SUCCESS) {
-        throw CannotCheck(first_complaint(context_.get(), file.name) +
-                          " Correct it there and check again.");
-    }
-    require_nothing_behind(file, ly_in_parsed(input.get()));
-    TreeBuilder builder(schema_);
-    try {
-        add_nodes(data.get(), {}, builder);
-    } catch (const local_platform::PlatformError& error) {
-        throw CannotCheck(file.name + ": " + error.what());
-    }
-    return std::move(builder).build();
+Document YangModel::parse(ConfigurationFile file, const ReadOptions& options) const {
+    return file.format == ConfigurationFormat::xml ? read_xml(*context_, std::move(file), options)
+                                                   : read_json(*context_, std::move(file), options);
+}
+
+DataTree YangModel::tree(const Document& document) const {
+    return validated_tree(*context_, schema_, document);
 }

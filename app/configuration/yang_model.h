@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "configuration/configuration_file.h"
+#include "configuration/document_builder.h"
 #include "configuration/yang_schema.h"
 #include "data_tree.h"
 
@@ -25,8 +25,17 @@ class YangModel {
     /// The selectors of all uses, in the model's order, each once.
     std::vector<std::string> selectors() const;
 
-    /// The configuration in `file` as a tree. Throws CannotCheck when the model does not allow it.
-    local_platform::DataTree read(const ConfigurationFile& file) const;
+    /// What `file` holds, its values not yet looked at. Throws CannotCheck for a file that is no
+    /// configuration, or holds nodes that the model does not have.
+    Document parse(ConfigurationFile file, const ReadOptions& options = {}) const;
+
+    /// The tree of the whole configuration in `file`.
+    local_platform::DataTree read(ConfigurationFile file) const {
+        return tree(parse(std::move(file)));
+    }
+
+    /// The tree of `document`. Throws CannotCheck when the model does not allow it.
+    local_platform::DataTree tree(const Document& document) const;
 
   private:
     struct ContextDeleter {

@@ -8,6 +8,7 @@
 #include "schema_node.h"
 
 struct lys_module;
+struct lysc_node;
 
 /// One message of a rule; a word in angle brackets stands for what it names.
 struct RuleMessage {
@@ -31,10 +32,18 @@ struct ValidationUse {
 using ValidationUses =
     std::unordered_map<const local_platform::SchemaNode*, std::vector<ValidationUse>>;
 
-/// The nodes of all `modules` below one root. Throws CannotCheck for a kind of node that the
-/// platform does not know. The modules' context has LY_CTX_SET_PRIV_PARSED set.
+/// Whether the platform's tree keeps what `node` describes: a container, list or leaf of the
+/// configuration. Everything else is validated by the model alone.
+bool is_kept(const lysc_node& node);
+
+/// Whether the model marks the values of `leaf` as nothing to show.
+bool is_secret(const lysc_node& leaf);
+
+/// The kept nodes of all `modules` below one root. Throws CannotCheck when two of them, of
+/// different modules, have one path. The modules' context has LY_CTX_SET_PRIV_PARSED set.
 local_platform::SchemaNode describe_modules(const std::vector<const lys_module*>& modules);
 
 /// The uses that `modules` make, on the nodes of `root` that describe_modules() made of them.
+/// Throws CannotCheck for a use on a node that is not kept.
 ValidationUses collect_uses(const std::vector<const lys_module*>& modules,
                             const local_platform::SchemaNode& root);

@@ -146,19 +146,4 @@ TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
     }
 }
 
-TEST(YangModel, RefusesWhatWouldGoUnjudged) {
-    const Bench bench;
-    for (const char* const json :
-         {"{} {}", "{}\n\nx", R"({"places:top": {"flag": [null], "flag": [null]}})",
-          R"({"places:top": {"section": {"pair": [{"first": "a"}]}}})"}) {
-        EXPECT_THROW(bench.tree(json), CannotCheck) << json;
-    }
-    try {
-        bench.tree("{}\n\nx");
-        ADD_FAILURE() << "the text behind the value was not noticed";
-    } catch (const CannotCheck& error) {
-        EXPECT_THAT(error.what(), HasSubstr("text:3: "));
-    }
-}
-
 }  // namespace

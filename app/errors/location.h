@@ -11,3 +11,14 @@ struct Location {
 
     bool is_known() const { return line > 0; }
 };
+
+/// "file:line:column", or as much of it as is known.
+inline std::string text_of(const Location& location) {
+    std::string text = location.file;
+    for (const std::size_t number : {location.line, location.column}) {
+        if (number > 0) {
+            text += ":" + std::to_string(number);
+        }
+    }
+    return text;
+}

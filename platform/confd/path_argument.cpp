@@ -1,8 +1,18 @@
-#include "format_text.h"
+#include "path_argument.h"
 
 #include <cstdio>
+#include <cstring>
 
 namespace local_platform {
+
+PathArgument::PathArgument(const char* format, va_list arguments) {
+    if (std::strcmp(format, "%s") == 0) {
+        text_ = va_arg(arguments, const char*);
+        return;
+    }
+    formatted_ = format_text(format, arguments);
+    text_ = formatted_;
+}
 
 std::string format_text(const char* format, va_list arguments) {
     va_list measured;

@@ -1,0 +1,120 @@
+/// A configuration as its file holds it: a tree of nodes that know where they were read.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "configuration/configuration_file.h"
+#include "configuration/skipped.h"
+#include "configuration/text_position.h"
+#include "errors/location.h"
+
+struct lysc_node;
+
+/// How a value is written. XML has texts only.
+enum class ValueKind : std::uint8_t { text, string, number, boolean, null };
+
+/// What an edit does with a node (RFC 6241, section 7.2); `inherited` from the node above.
+enum class EditOperation : std::uint8_t {
+    inherited,
+    merge,
+    replace,
+    create,
+    delete_,
+    remove,
+    none
+};
+
+/// Where an edit puts an entry that the user orders (RFC 7950, section 7.8.6).
+enum class Insertion : std::uint8_t { unset, first, last, before, after };
+
+/// Metadata, which a check does not look at. An XML attribute; in JSON, on the node that holds the
+/// annotated one, the member "@name" or "@".
+struct Annotation {
+    std::string_view xml_namespace;
+    std::string_view name;
+    std::string_view value;  ///< in JSON as it stands in the file
+};
+
+struct NamespaceBinding {
+    std::string_view prefix;  ///< empty for the default namespace
+    std::string_view uri;
+};
+
+/// What few nodes have.
+struct NodeAttributes {
+    EditOperation operation = EditOperation::inherited;
+    Insertion insertion = Insertion::unset;
+    std::string_view anchor;  ///< of before and after: the entry's keys, or a value
+    std::vector<Annotation> annotations;
+    std::vector<NamespaceBinding> namespaces;  ///< in scope where a skipped element stands
+};
+
+/// A node of the file, or a piece of text that the model does not describe.
+struct DocumentNode {
+    const lysc_node* schema = nullptr;  ///< null for the root and for a skipped piece
+    DocumentNode* parent = nullptr;
+    DocumentNode* first_child = nullptr;
+    DocumentNode* last_child = nullptr;
+    DocumentNode* next = nullptr;
+    std::string_view
+        text;  ///< a value, module names for its prefixes; a skipped piece as it stands
+    const NodeAttributes* attributes = nullptr;  ///< null for a node without any
+    std::uint32_t offset = 0;                    ///< of the node's name in the file
+    std::uint8_t source = 0;                     ///< which file of the document
+    ValueKind kind = ValueKind::text;
+
+    /// The first child that `wanted` describes; null without one.
+    const DocumentNode* child(const lysc_node* wanted) const;
+    bool is_skipped() const { return schema == nullptr && parent != nullptr; }
+};
+
+/// A file's text, and what was read of it.
+struct DocumentSource {
+    explicit DocumentSource(ConfigurationFile read) : file(std::move(read)) {}
+
+    ConfigurationFile file;
+    LineIndex lines;
+    std::pmr::monotonic_buffer_resource arena;  ///< the nodes, and texts that the file has not
+    std::vector<std::unique_ptr<NodeAttributes>> attributes;
+};
+
+/// The nodes of one file, or what an edit made of two. Copies share them; none changes.
+class Document {
+  public:
+    Document(std::vector<std::shared_ptr<const DocumentSource>> sources, const DocumentNode* root)
+        : sources_(std::move(sources)), root_(root) {}
+
+    const DocumentNode& root() const { return *root_; }
+    ConfigurationFormat format() const { return sources_.front()->file.format; }
+    const std::string& name() const { return sources_.front()->file.name; }
+    const std::vector<std::shared_ptr<const DocumentSource>>& sources() const { return sources_; }
+
+    /// Where `node` stands: its name; of a list entry that of its first key.
+    Location location_of(const DocumentNode& node) const;
+
+    /// The node at `path`, a keypath or one of libyang's data paths; the nearest one above it when
+    /// it is not there.
+    const DocumentNode* find(std::string_view path) const;
+
+    /// The next node after `node`, which find() found at `path`, that is at `path` too; null
+    /// without one.
+    const DocumentNode* find_again(std::string_view path, const DocumentNode& node) const;
+
+    /// Where the node that find() finds stands; unknown for the root.
+    Location locate(std::string_view path) const;
+
+    Skipped skipped;
+    std::string envelope;  ///< the outermost element or member that wraps the data; empty for none
+    bool is_edit = false;
+    EditOperation default_operation = EditOperation::merge;  ///< of an edit
+
+  private:
+    std::vector<std::shared_ptr<const DocumentSource>> sources_;
+    const DocumentNode* root_;
+};

@@ -1,0 +1,11 @@
+/// What the YANG library has to say about data, told of the file that the data comes from.
+#pragma once
+
+#include "configuration/document.h"
+#include "errors/cannot_check.h"
+
+struct ly_ctx;
+
+/// The first error that `context` noted since its errors were last cleared: which node of
+/// `document` it is about, where that stands, and what is wrong. The later ones follow from it.
+CannotCheck model_complaint(const ly_ctx& context, const Document& document);

@@ -1,0 +1,206 @@
+#include "configuration/validated_tree.h"
+
+#include <libyang/libyang.h>
+
+#include <array>
+
+#include "configuration/leaf_value.h"
+#include "configuration/model_complaint.h"
+#include "configuration/yang_schema.h"
+#include "keypath.h"
+
+using local_platform::DataTree;
+using local_platform::PlatformError;
+using local_platform::TreeBuilder;
+
+namespace {
+
+constexpr std::size_t kMostKeys = 16;
+
+struct DataDeleter {
+    void operator()(lyd_node* node) const { lyd_free_all(node); }
+};
+using Data = std::unique_ptr<lyd_node, DataDeleter>;
+
+/// The library's tree of a document's nodes.
+class DataBuilder {
+  public:
+    DataBuilder(const ly_ctx& context, const Document& document)
+        : context_(context), document_(document) {}
+
+    Data build() {
+        add_children(document_.root(), nullptr);
+        return std::move(data_);
+    }
+
+  private:
+    void add_children(const DocumentNode& from, lyd_node* parent) {
+        for (const DocumentNode* node = from.first_child; node != nullptr; node = node->next) {
+            const bool is_there = parent != nullptr && node->schema != nullptr &&
+                                  lysc_is_key(node->schema);  // it came with its entry
+            if (!node->is_skipped() && !is_there) {
+                add(*node, parent);
+            }
+        }
+    }
+
+    void add(const DocumentNode& node, lyd_node* parent) {
+        const lysc_node& schema = *node.schema;
+        lyd_node* made = nullptr;
+        switch (schema.nodetype) {
+            case LYS_CONTAINER:
+                require(lyd_new_inner(parent, schema.module, schema.name, 0, &made));
+                break;
+            case LYS_LIST:
+                made = make_entry(node, parent);
+                break;
+            case LYS_LEAF:
+            case LYS_LEAFLIST:
+                made = make_value(node, parent);
+                break;
+            default:
+                // What it holds is nothing to the model.
+                require(lyd_new_any(parent, schema.module, schema.name, nullptr, 1,
+                                    LYD_ANYDATA_DATATREE, 0, &made));
+        }
+        if (parent == nullptr) {
+            lyd_node* first = data_.release();
+            const LY_ERR result = lyd_insert_sibling(first, made, &first);
+            data_.reset(first);
+            require(result);
+        }
+        add_children(node, made);
+    }
+
+    lyd_node* make_entry(const DocumentNode& node, lyd_node* parent) {
+        std::size_t count = 0;
+        for (const lysc_node* key = lysc_node_child(node.schema);
+             key != nullptr && lysc_is_key(key); key = key->next) {
+            const DocumentNode* const leaf = node.child(key);
+            if (leaf == nullptr) {
+                refuse(node, std::string(node.schema->name) + " has no " + key->name +
+                                 ", which is a key of it; give it one");
+            }
+            if (count == kMostKeys) {
+                refuse(node, std::string(node.schema->name) + " has too many keys");
+            }
+            require_kind(*leaf);
+            keys_[count++] = leaf->text;
+        }
+        lyd_node* made = nullptr;
+        const auto& k = keys_;
+        // It reads as many keys as the list has.
+        const LY_ERR result =
+            lyd_new_list(parent, node.schema->module, node.schema->name, 0, &made, k[0].c_str(),
+                         k[1].c_str(), k[2].c_str(), k[3].c_str(), k[4].c_str(), k[5].c_str(),
+                         k[6].c_str(), k[7].c_str(), k[8].c_str(), k[9].c_str(), k[10].c_str(),
+                         k[11].c_str(), k[12].c_str(), k[13].c_str(), k[14].c_str(), k[15].c_str());
+        if (result != LY_SUCCESS) {
+            for (const DocumentNode* leaf = node.first_child; leaf != nullptr; leaf = leaf->next) {
+                if (leaf->schema != nullptr && lysc_is_key(leaf->schema) &&
+                    !is_value(*leaf->schema, leaf->text)) {
+                    refuse_value(*leaf);
+                }
+            }
+            require(result);
+        }
+        return made;
+    }
+
+    lyd_node* make_value(const DocumentNode& node, lyd_node* parent) {
+        require_kind(node);
+        value_ = node.text;
+        lyd_node* made = nullptr;
+        if (lyd_new_term(parent, node.schema->module, node.schema->name, value_.c_str(), 0,
+                         &made) != LY_SUCCESS) {
+            refuse_value(node);
+        }
+        return made;
+    }
+
+    void require_kind(const DocumentNode& leaf) const {
+        const std::string wrong = wrong_kind(*leaf.schema, leaf.kind, leaf.text);
+        if (!wrong.empty()) {
+            refuse(leaf, std::string(leaf.schema->name) + " " + wrong);
+        }
+    }
+
+    [[noreturn]] void refuse_value(const DocumentNode& leaf) const {
+        const std::string name = leaf.schema->name;
+        const std::string what = is_secret(*leaf.schema)
+                                     ? "the value of " + name + ", which is not shown,"
+                                     : "\"" + std::string(leaf.text) + "\"";
+        refuse(leaf, what + " is no value of " + name + allowed_instead(*leaf.schema));
+    }
+
+    [[noreturn]] void refuse(const DocumentNode& node, const std::string& what_is_wrong) const {
+        throw CannotCheck(document_.location_of(node), what_is_wrong);
+    }
+
+    void require(LY_ERR result) const {
+        if (result != LY_SUCCESS) {
+            throw model_complaint(context_, document_);
+        }
+    }
+
+    const ly_ctx& context_;
+    const Document& document_;
+    Data data_;
+    std::array<std::string, kMostKeys> keys_;
+    std::string value_;
+};
+
+std::string step_of(const lyd_node& node) {
+    const std::string step = std::string("/") + node.schema->name;
+    if (node.schema->nodetype != LYS_LIST) {
+        return step;
+    }
+    std::vector<std::string_view> keys;
+    for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
+         key = key->next) {
+        keys.emplace_back(lyd_get_value(key));
+    }
+    return step + local_platform::keys_text(keys);
+}
+
+bool is_there_by_itself(const lysc_node& schema) {
+    const auto* const parsed = static_cast<const lysp_node_container*>(schema.priv);
+    return schema.nodetype != LYS_CONTAINER || parsed->presence != nullptr;
+}
+
+/// What the platform keeps of `first` and its siblings. A container that is there only to hold
+/// nodes is there when it holds one.
+void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& builder) {
+    for (const lyd_node* node = first; node != nullptr; node = node->next) {
+        if (!is_kept(*node->schema)) {
+            continue;
+        }
+        const std::string path = parent + step_of(*node);
+        const bool is_leaf = node->schema->nodetype == LYS_LEAF;
+        if (is_there_by_itself(*node->schema)) {
+            builder.set(path, is_leaf ? lyd_get_value(node) : "");
+        }
+        add_nodes(lyd_child(node), path, builder);
+    }
+}
+
+}  // namespace
+
+DataTree validated_tree(const ly_ctx& context,
+                        const std::shared_ptr<const local_platform::SchemaNode>& schema,
+                        const Document& document) {
+    ly_err_clean(const_cast<ly_ctx*>(&context), nullptr);
+    lyd_node* data = DataBuilder(context, document).build().release();
+    const LY_ERR result = lyd_validate_all(&data, &context, LYD_VALIDATE_NO_STATE, nullptr);
+    const Data owned(data);
+    if (result != LY_SUCCESS) {
+        throw model_complaint(context, document);
+    }
+    TreeBuilder builder(schema);
+    try {
+        add_nodes(data, {}, builder);
+    } catch (const PlatformError& error) {
+        throw CannotCheck(document.name() + ": " + error.what());
+    }
+    return std::move(builder).build();
+}

@@ -1,0 +1,13 @@
+/// From a document to the tree that rules read.
+#pragma once
+
+#include "configuration/document.h"
+#include "data_tree.h"
+
+struct ly_ctx;
+
+/// The tree of what `document` holds and the platform keeps, its default values included, once the
+/// model allows all of it. Throws CannotCheck that names the place of what the model refuses.
+local_platform::DataTree validated_tree(
+    const ly_ctx& context, const std::shared_ptr<const local_platform::SchemaNode>& schema,
+    const Document& document);

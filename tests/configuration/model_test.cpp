@@ -1,0 +1,83 @@
+// Models that would let something go unchecked are refused.
+#include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "support.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// What is wrong with a model of `modules`, whose bodies stand in for a whole module each.
+std::string complaint_about_model(const std::vector<std::string>& bodies) {
+    std::string folder = testing::TempDir() + "model-XXXXXX";
+    EXPECT_NE(mkdtemp(folder.data()), nullptr);
+    fs::copy_file(VALIDATION_POINT, folder + "/validation-point.yang");
+    char name = 'a';
+    for (const std::string& body : bodies) {
+        std::ofstream(folder + "/" + name + ".yang")
+            << "module " << name << " { yang-version 1.1; namespace \"urn:" << name << "\"; prefix "
+            << name << "; import validation-point { prefix \"v\"; }\n"
+            << body << "\n}\n";
+        ++name;
+    }
+    std::string complaint;
+    try {
+        const YangModel model(folder);
+        for (const std::string& selector : model.selectors()) {
+            complaint += "uses " + selector + " ";
+        }
+    } catch (const CannotCheck& error) {
+        complaint = replaced(error.what(), folder + "/", "");
+    }
+    fs::remove_all(folder);
+    return complaint;
+}
+
+TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
+    const std::string use = "v:validate \"p\" { v:opaque \"x\"; }";
+    const std::vector<std::pair<std::vector<std::string>, std::string>> rows = {
+        {{"leaf l { type string; " + use + " }"}, "uses x "},
+        {{"grouping g { leaf l { type string; " + use +
+          " } } container c { uses g { refine l {"
+          " description \"// {\"; } } } /* } */ container e { uses g; }"},
+         "uses x "},
+        {{"container c { leaf l { type string; description 'it' { v:secret; } " + use + " } }",
+          "import a { prefix a; } deviation /a:c/a:l { deviate add { default 'k'; } }"},
+         "uses x "},
+        {{"container c; augment /c { leaf l { type string; " + use + " } }"}, "uses x "},
+        {{"grouping g { leaf l { type string; } } container c { uses g { refine l {\n " + use +
+          " } } }"},
+         "a.yang:3:2: v:validate stands under refine; put it into the"},
+        {{"container c; augment /c {\n" + use + "}"},
+         "a.yang:3:1: v:validate stands under augment; put it into the"},
+        {{"leaf l { type string; }", "import a { prefix a; }\ndeviation /a:l { " + use +
+                                         " deviate add "
+                                         "{ units 'u'; } }"},
+         "b.yang:3:18: v:validate stands under deviation; put it into the"},
+        {{"leaf l { type string; }",
+          "import a { prefix a; } deviation /a:l { deviate add { " + use + " } }"},
+         "b.yang:2:55: v:validate stands under deviate; put it into the"},
+        {{"leaf-list l { type string; " + use + " }"},
+         "a.yang:2:28: v:validate stands under leaf-"},
+        {{"rpc r { input { leaf l { type string; " + use + " } } }"},
+         "a: l: a validation point can"},
+        {{"container c { config false; leaf l { type string; " + use + " } }"},
+         "a: l: a validation"},
+        {{"container c { leaf l { type string; } }", "container c;"},
+         "the modules a and b both have a node c in the same place"},
+        {{"container c { leaf l { type string; } }",
+          "import a { prefix a; } augment /a:c { leaf-list l { type string; } }"},
+         "the modules a and b both have a node l in the same place"},
+        {{"rpc c;", "container c;"}, ""},
+    };
+    for (const auto& [bodies, complaint] : rows) {
+        const std::string about = complaint_about_model(bodies);
+        EXPECT_EQ(about.substr(0, complaint.empty() ? about.size() : complaint.size()), complaint)
+            << about;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,221 @@
+// Which files are configurations, and what is said of those that are none.
+#include <gmock/gmock.h>
+
+#include "support.h"
+
+using testing::ElementsAre;
+using testing::StartsWith;
+
+namespace {
+
+/// The text of the leaf at `path`; "absent" without it.
+std::string value_at(const std::string& text, const char* path) {
+    const auto tree = test_model().tree(read(text));
+    const auto* const node = tree.find(path);
+    return node == nullptr ? "absent" : node->text;
+}
+
+TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
+    const std::string xml = "<system xmlns='DEVICE'><host-name>r1</host-name></system>";
+    const std::string json = R"("device:system": {"host-name": "r1"})";
+    const std::vector<std::string> rows = {
+        xml,
+        "\xef\xbb\xbf \r\n<?xml version='1.0' encoding='utf-8'?>\r\n<!-- a -->" + xml +
+            "<!-- b -->",
+        "<d:system xmlns:d='DEVICE'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > -->"
+        "</d:host-name></d:system>",
+        "<config xmlns='BASE'>" + xml + "</config>",
+        "<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
+        "</d:system></n:data><!-- behind -->",
+        "<rpc-reply xmlns='BASE' message-id='1'><data>" + xml + "</data></rpc-reply>",
+        "<rpc-reply xmlns='BASE'><data xmlns='NMDA'>" + xml + "</data></rpc-reply>",
+        "<port xmlns='DEVICE'><number>1</number><slot>a</slot><link><speed>1</speed></link></port>"
+        "<?xml version='1.0'?>" +
+            xml,
+        "<other xmlns='urn:other'><system/></other>" + xml,
+        "{" + json + "}",
+        "\xef\xbb\xbf{\r\n\t" + json + "\r\n}\r\n",
+        R"({"device:system": {"host-n\u0061me": "r\u0031"}})",
+        R"({"device:system": {"device:host-name": "r1", "@host-name": {"a:b": [1, {}]}}})",
+        R"({"ietf-restconf:data": {)" + json + "}}",
+        R"({"ietf-netconf:config": {)" + json + "}}",
+        R"({"other:list": [{"system": [[{}]]}], "other:leaf": 1.5e3, )" + json + "}",
+    };
+    for (const std::string& text : rows) {
+        EXPECT_EQ(value_at(named(text), "/system/host-name"), "r1") << text;
+    }
+}
+
+TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {" \n", "file: the file is empty"},
+        {"a:\n  b: 1\n", "file:1:1: YAML"},
+        {"\nhostname r1\n", "file:2:1: neither JSON nor XML"},
+        {"[1]", "file:1:1: a JSON array"},
+        {"{} {}", "file:1:4: bad JSON"},
+        {"{\n \"device:system\": {,}}", "file:2:20: bad JSON"},
+        {"{\"device:system\": {\"host-name\": \"\xff\"}}", "file:1:34: bad JSON"},
+        {"<html/>", "file:1:1: <html> is no configuration"},
+        {"<hello xmlns='BASE'/>", "file:1:1: <hello> is no configuration"},
+        {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>", "file:1:60: <rpc-error> is no config"},
+        {"<rpc-reply xmlns='BASE'></rpc-reply>", "file:1:60: <rpc-reply> holds no <data>"},
+        {"<rpc xmlns='BASE'><get-config/></rpc>", "file:1:54: <get-config> is no configuration"},
+        {R"({"ietf-restconf:errors": {}})", "file:1:2: \"ietf-restconf:errors\" is no config"},
+        {R"({"ietf-restconf:data": {}, "device:system": {}})", "file:1:28: "},
+        {"<data xmlns='BASE'/><system xmlns='DEVICE'/>",
+         "file:1:56: <system> stands beside <data>"},
+        {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "file:1:13: a document type"},
+        {"<?xml version='1.0' encoding='latin1'?><a/>", "file:1:1: its encoding is LATIN1"},
+        {"<system xmlns='DEVICE'>\n\t\xc3\xa4</system>", "file:2:2: text stands in system"},
+        {"<system xmlns='DEVICE'><mtu><a/></mtu></system>", "file:1:52: <a> stands in mtu"},
+        {"<system xmlns='DEVICE'>", "file:1:47: bad XML"},
+        {"<system xmlns='DEVICE'/>x", "file:1:48: bad XML"},
+        {"<a:system/>", "file:1:1: bad XML"},
+        {"<system/>", "file:1:1: <system> has no namespace"},
+        {R"({"system": {}})", "file:1:2: \"system\" names no module"},
+        {"<system xmlns='DEVICE'><mtu operation='delete'/></system>",
+         "file:1:47: <mtu> has the attribute \"operation\", which has no namespace; write nc:"},
+        {"<system xmlns='DEVICE'><mtu xmlns:n='BASE' n:operation='delete'/></system>",
+         "file:1:47: operation=\"delete\" makes this an edit"},
+        {R"({"device:system": {"@mtu": {"ietf-netconf:operation": "delete"}}})",
+         "file:1:20: a JSON file is merged as a whole"},
+        {R"({"device:system": {"mtu": 70, "m\u0074u": 71}})", "file:1:31: \"mtu\" is given twice"},
+        {R"({"a:b": {"c": [{"d": 1, "e": 2,
+            "d": 1}]}})",
+         "file:2:13: \"d\" is given twice"},
+    };
+    for (const auto& [text, complaint] : rows) {
+        EXPECT_THAT(complaint_about(named(text)), StartsWith(complaint)) << text;
+    }
+}
+
+TEST(Reading, TellsASlipOfThePenFromAnotherModule) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {R"({"device:system": {"host-nam": "a"}})",
+         "file:1:20: system has no node \"host-nam\"; did you mean \"host-name\"?"},
+        {"<sistem xmlns='DEVICE'/>",
+         "file:1:1: the configuration has no node \"sistem\" of device; did you mean \"system\"?"},
+        {R"({"device:x": {}})",
+         "file:1:2: the configuration has no node \"x\" of device; known there: system port; "},
+        {R"({"devise:system": {}})",
+         "file:1:2: the model has no module \"devise\"; did you mean \"device\"?"},
+        {R"({"device:system": {"uptime": 1}})", "file:1:20: \"uptime\" is state"},
+        {R"({"device:alarm": {}})", "file:1:2: \"alarm\" is a notification"},
+        {R"({"device:system": {"reboot": {}}})", "file:1:20: \"reboot\" is an operation"},
+    };
+    for (const auto& [text, complaint] : rows) {
+        EXPECT_THAT(complaint_about(named(text)), StartsWith(complaint)) << text;
+        EXPECT_EQ(complaint_about(named(text), {false, true}), "") << text;
+    }
+    for (const std::string text :
+         {R"({"other:backup": {"a": [{"device:system": {}}]}})",
+          "<backup xmlns='urn:other'><a><system xmlns='DEVICE'/></a></backup>",
+          R"({"device:x": {"optics:wavelength": 1}})"}) {
+        EXPECT_THAT(complaint_about(named(text), {false, true}),
+                    testing::HasSubstr("which the model does not describe: a check would miss it"))
+            << text;
+    }
+}
+
+TEST(Reading, CountsWhatItSkips) {
+    const std::string json = R"({"other:a": {"b": [1, 2], "c": {}}, "device:port": [
+        {"slot": "s", "number": 1, "more:x": [null], "x": 1, "link": {"speed": 1, "y": {"z": 1}}}]})";
+    const std::string xml = named(
+        "<a xmlns='urn:other'><b>1</b><b>2</b><c/></a><port xmlns='DEVICE'><slot>s</slot>\n"
+        "<number>1</number><x xmlns='urn:more'/><x>1</x><link><speed>1</speed>"
+        "<y><z/></y></link></port>");
+    const Skipped of_json = read(json, {false, true}).skipped;
+    const Skipped of_xml = read(xml, {false, true}).skipped;
+    EXPECT_EQ(of_json.nodes, 8U);
+    EXPECT_EQ(of_xml.nodes, 8U);
+    EXPECT_THAT(of_json.modules, ElementsAre("other", "more"));
+    EXPECT_THAT(of_xml.modules, ElementsAre("urn:other", "urn:more"));
+    for (const Skipped& skipped : {of_json, of_xml}) {
+        EXPECT_THAT(skipped.unknown, ElementsAre("file:2: /port/x", "file:2: /port/link/y"));
+    }
+}
+
+TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {R"("host-name": "")", "\"\" is no value of host-name; write a text of 1..8 characters"},
+        {R"("host-name": 5)", "host-name is written as a number; write a string in quotes"},
+        {R"("host-name": null)", "\"host-name\" is given as null"},
+        {R"("host-name": ["a"])", "\"host-name\" is given as an array; write a value"},
+        {R"("secret": "PASS")",
+         "the value of secret, which is not shown, is no value of secret; write a text that "
+         "matches "
+         "[a-z]*"},
+        {R"("code": "ab")", "\"ab\" is no value of code: Two capital letters, such as AB"},
+        {R"("mtu": 1501)", "\"1501\" is no value of mtu; write a number in 68..1500 | 9000"},
+        {R"("mtu": "1500")", "mtu is written as a string in quotes; write a number"},
+        {R"("offset": "1.501")",
+         "\"1.501\" is no value of offset; write a number with at most 2 "
+         "digits behind the point in -1.50..1.50"},
+        {R"("offset": 1.5)", "offset is written as a number; write a string in quotes"},
+        {R"("octets": 1)", "octets is written as a number; write a string in quotes"},
+        {R"("enabled": "yes")", "enabled is written as a string in quotes; write true or false"},
+        {R"("level": "mid")", "\"mid\" is no value of level; write one of low, high"},
+        {R"("kind": "device:copper")",
+         "\"device:copper\" is no value of kind; write an identity of"},
+        {R"("optical": null)", "\"optical\" is given as null"},
+        {R"("optical": [])", "\"optical\" is given as []; write [null]"},
+        {R"("limit": 10)", "limit is no value of it; write a number in 1..9, or one of none"},
+        {R"("limit": "5")", "limit is no value of it"},
+        {R"("server": "a")", "\"server\" is given as a value; write [...]"},
+        {R"("server": ["a", "a"])", "Duplicate instance of \"server\""},
+        {R"("ntp": "a", "manual": {})", "Data for both cases \"ntp\" and \"manual\" exist"},
+    };
+    for (const auto& [member, complaint] : rows) {
+        const std::string about = complaint_about("{\"device:system\": {" + member + "}}");
+        EXPECT_THAT(about, testing::HasSubstr(": " + complaint)) << member;
+        EXPECT_THAT(about, StartsWith("file:1:")) << member;
+    }
+    for (const std::string member :
+         {R"("mtu": 9000)", R"("offset": "-1.5")", R"("octets": "18446744073709551615")",
+          R"("limit": "none")", R"("limit": 9)", R"("optical": [null])",
+          R"("kind": "optics:laser")", R"("manual": {"zone": "a"})", R"("extra": {"a": [1]})",
+          R"("server": [])"}) {
+        EXPECT_EQ(complaint_about("{\"device:system\": {" + member + "}}"), "") << member;
+    }
+}
+
+TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
+    const std::string good = R"({"slot": "a", "number": 1, "link": {"speed": 1}},)";
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {good + "\n{\"number\": 1,\n \"slot\": \"a\", \"link\": {\"speed\": 1}}",
+         "file:3:2: Duplicate instance of \"port\""},
+        {good + "\n{\"slot\": \"b\",\n \"link\": {\"speed\": 1}}", "file:2:2: port has no number"},
+        {good + "\n{\"slot\": \"b\", \"number\": 1,\n \"link\": {}}",
+         "file:3:2: Mandatory node \"speed\""},
+        {good + "\n{\"slot\": \"b\", \"number\": 1}", "file:2:2: Mandatory node \"speed\""},
+        {good + "\n{\"slot\": \"b\",\n\"number\": 256}", "file:3:1: \"256\" is no value of number"},
+    };
+    for (const auto& [ports, complaint] : rows) {
+        EXPECT_THAT(complaint_about("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
+    }
+}
+
+TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {
+    const std::string kind = "<system xmlns='DEVICE' xmlns:x='OPTICS'><kind>KIND</kind></system>";
+    EXPECT_EQ(value_at(named(replaced(kind, "KIND", "x:laser")), "/system/kind"), "optics:laser");
+    EXPECT_EQ(value_at(named(replaced(kind, "KIND", " fibre\n")), "/system/kind"), "device:fibre");
+    EXPECT_THAT(complaint_about(named(replaced(kind, "KIND", "optics:laser"))),
+                testing::HasSubstr("\"optics:laser\" has a prefix that is bound to no module"));
+    const std::string peer =
+        "<e:system xmlns:e='DEVICE' xmlns:x='OPTICS'><e:peer>/e:port[e:slot=':x:'][e:number='1']"
+        "/x:wavelength</e:peer></e:system>";
+    EXPECT_EQ(value_at(named(peer), "/system/peer"),
+              "/device:port[slot=':x:'][number='1']/optics:wavelength");
+}
+
+TEST(Reading, CountsDefaultsAsThere) {
+    EXPECT_EQ(value_at("{}", "/system/mtu"), "1500");
+    EXPECT_EQ(value_at(named("<system xmlns='DEVICE'><mtu xmlns:w='urn:ietf:params:xml:ns:netconf:"
+                             "default:1.0' w:default='true'>1500</mtu></system>"),
+                       "/system/mtu"),
+              "1500");
+    EXPECT_EQ(value_at("{}", "/system/manual"), "absent");
+    EXPECT_EQ(value_at(R"({"device:system": {"manual": {}}})", "/system/manual"), "");
+}
+
+}  // namespace

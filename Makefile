@@ -6,7 +6,7 @@ JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
 .PHONY: help build test demo programs install uninstall package check-package check-abi abi lint format coverage \
-        check-deep check-cross rules-doc check-docs bench bench-instructions bench-report build-bench clean
+        check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
@@ -105,6 +105,10 @@ rules-doc: programs
 ## make check-docs          run every command in README and docs, and compare what it prints
 check-docs: build
 	scripts/docs-test.sh $(BUILD)
+
+## make check-formats       have every report format read by somebody else's reader
+check-formats: build deps-formats
+	scripts/check-formats.sh $(BUILD)
 
 ## make clean               remove every build folder
 clean:

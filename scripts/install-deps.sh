@@ -11,6 +11,7 @@ declare -A groups=(
   [deep]="clang libclang-rt-14-dev valgrind gcovr"
   [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"
   [bench]="libbenchmark-dev gnuplot-nox valgrind"
+  [formats]="python3-jsonschema python3-junitparser npm"
   [package]="dpkg-dev file"
   [check-package]="debootstrap lintian"
   [abi]="abigail-tools"

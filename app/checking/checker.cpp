@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "checking/causes.h"
+#include "checking/masked_text.h"
 #include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
 #include "files/key_file.h"
@@ -22,10 +24,26 @@ void require_known(const std::set<std::string>& wanted, const std::vector<std::s
     }
 }
 
+void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
+                   std::vector<ValidationUse>& rules) {
+    const auto& uses = model.uses(node);
+    rules.insert(rules.end(), uses.begin(), uses.end());
+    for (const auto& child : node.children) {
+        collect_rules(model, child, rules);
+    }
+}
+
+std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
+    std::vector<ValidationUse> rules;
+    collect_rules(model, *model.schema(), rules);
+    return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
+}
+
 }  // namespace
 
 Checker::Checker(const CheckerOptions& options)
     : model_(options.yang_dir),
+      rules_(rules_of(model_)),
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
@@ -39,10 +57,12 @@ Checker::Checker(const CheckerOptions& options)
 
 Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     if (!file) {
-        return {{}, DataTree(model_.schema())};
+        return {{}, nullptr, DataTree(model_.schema())};
     }
     const Document document = model_.parse(std::move(*file), reading_);
-    return {document.name(), model_.tree(document)};
+    return {document.name(),
+            std::make_shared<const std::string>(document.sources().front()->file.bytes),
+            model_.tree(document)};
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -62,6 +82,7 @@ Report Checker::check(ConfigurationFile candidate, const Running& running) const
     report.candidate = candidate.name;
     report.running = running.name;
     report.selectors = selectors();
+    report.rules = rules_;
     const Document document = model_.parse(std::move(candidate), reading_);
     if (document.is_edit) {
         throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
@@ -78,6 +99,17 @@ Report Checker::check(ConfigurationFile candidate, const Running& running) const
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
     walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
+    find_causes(transaction.candidate, report);
+    if (!report.findings.empty()) {
+        const auto add_source = [&](const std::string& name, const std::string& text) {
+            report.sources.push_back(
+                {name, std::make_shared<const std::string>(masked_text(text, *model_.schema()))});
+        };
+        add_source(document.name(), document.sources().front()->file.bytes);
+        if (running.text != nullptr) {
+            add_source(running.name, *running.text);
+        }
+    }
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;
 }

@@ -22,7 +22,8 @@ struct CheckerOptions {
 
 /// A running configuration, parsed once for all candidates.
 struct Running {
-    std::string name;  ///< empty for an empty one
+    std::string name;                         ///< empty for an empty one
+    std::shared_ptr<const std::string> text;  ///< null for an empty one
     local_platform::DataTree tree;
 };
 
@@ -42,6 +43,7 @@ class Checker {
 
   private:
     YangModel model_;
+    std::shared_ptr<const std::vector<ValidationUse>> rules_;
     local_platform::Host host_;
     std::optional<local_platform::CryptoKey> key_;
     std::set<std::string> selectors_;

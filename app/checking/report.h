@@ -3,12 +3,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "configuration/difference.h"
 #include "configuration/skipped.h"
+#include "configuration/yang_schema.h"
 #include "errors/location.h"
 
 enum class Severity { error, warning };
@@ -32,6 +34,13 @@ struct Finding {
     std::string note;   ///< why the message may not be the whole truth; empty without a reason
     std::string help;   ///< what to do, from the model
     Location location;  ///< of the node in the candidate, or in the edit where that holds it
+    std::string cause = {};  ///< what it has in common with others; empty without a reason
+};
+
+/// A file's text for those who show parts of it, what is secret in it masked.
+struct SourceFile {
+    std::string name;
+    std::shared_ptr<const std::string> text;
 };
 
 /// A VRRP instance by its keys.
@@ -52,6 +61,7 @@ struct Report {
     std::string candidate;               ///< the file's name
     std::string running;                 ///< the running configuration's; empty for an empty one
     std::vector<std::string> selectors;  ///< of the rules that were run, in the model's order
+    std::shared_ptr<const std::vector<ValidationUse>> rules;  ///< what the model says of them
     std::size_t requests = 0;
     std::vector<Finding> findings;
     std::vector<Omitted> omitted;  ///< those beyond what a report holds of a rule, each rule once
@@ -61,6 +71,7 @@ struct Report {
     Skipped skipped;
     std::vector<VrrpInstance> instances;  ///< of the candidate, in its order
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
+    std::vector<SourceFile> sources;      ///< that findings are in; none without findings
     std::optional<bool> committed;        ///< nothing for a check
     double seconds = 0;                   ///< how long the check took
 

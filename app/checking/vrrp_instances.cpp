@@ -4,23 +4,9 @@
 #include <set>
 #include <tuple>
 
+#include "checking/tree_walk.h"
+
 using local_platform::Node;
-
-namespace {
-
-/// The child of `node`, which may be null; null when it is absent, or in no model.
-const Node* child(const Node* node, std::string_view name) {
-    const int index = node == nullptr ? -1 : node->schema->child_index(name);
-    return index < 0 ? nullptr : node->children[static_cast<std::size_t>(index)].get();
-}
-
-const std::vector<std::unique_ptr<Node>>& entries(const Node* node, std::string_view list) {
-    static const std::vector<std::unique_ptr<Node>> kNone;
-    const Node* const found = child(node, list);
-    return found == nullptr ? kNone : found->children;
-}
-
-}  // namespace
 
 std::vector<VrrpInstance> vrrp_instances(const local_platform::DataTree& configuration) {
     std::vector<VrrpInstance> instances;

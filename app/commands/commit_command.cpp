@@ -34,7 +34,7 @@ std::string reason_against(const Report& report, bool is_shown, LockedFile& runn
         return "confirm the warnings with --accept-warnings";
     }
     if (!is_shown) {
-        std::cerr << format_text({report}, true, false);
+        std::cerr << format_text({report}, {true});
     }
     const std::size_t count = report.count(Severity::warning);
     running.unlock();

@@ -40,7 +40,7 @@ void add_max_size(CLI::App& command, std::size_t& max_size) {
 void add_check_options(CLI::App& command, CheckOptions& options) {
     options.checker.plugin_file = default_plugin_file();
     command.add_option("--format", options.report.format, "How to print the findings")
-        ->check(CLI::IsMember({"text", "json", "junit"}))
+        ->check(CLI::IsMember(report_formats()))
         ->capture_default_str();
     command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
         ->type_name("FILE");

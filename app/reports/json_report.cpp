@@ -46,6 +46,9 @@ Json to_json(const Finding& finding) {
                  {"help", text_or_null(finding.help)},
                  {"location", to_json(finding.location)},
                  {"values", values}};
+    if (!finding.cause.empty()) {
+        json["cause"] = printable(finding.cause);
+    }
     if (!finding.note.empty()) {
         json["note"] = printable(finding.note);
     }
@@ -93,7 +96,7 @@ Json to_json(const Report& report) {
 
 }  // namespace
 
-std::string format_json(const std::vector<Report>& reports) {
+std::string format_json(const std::vector<Report>& reports, const ReportOptions&) {
     Json all = Json::array();
     std::size_t errors = 0;
     std::size_t warnings = 0;

@@ -66,7 +66,9 @@ void add_rule(pugi::xml_node suite, const Report& report, const std::string& sel
     if (count == 0) {
         return;
     }
-    std::string text = "\n" + format_text({of_rule}, true, false);
+    TextStyle quiet;
+    quiet.quiet = true;
+    std::string text = "\n" + format_text({of_rule}, quiet);
     for (const Omitted& rest : of_rule.omitted) {
         text += omitted_text(rest) + "\n";
     }
@@ -117,14 +119,14 @@ Counts add_suite(pugi::xml_node suites, const Report& report, bool accept_warnin
 
 }  // namespace
 
-std::string format_junit(const std::vector<Report>& reports, bool accept_warnings) {
+std::string format_junit(const std::vector<Report>& reports, const ReportOptions& options) {
     pugi::xml_document document;
     pugi::xml_node suites = document.append_child("testsuites");
     suites.append_attribute("name") = "vrrp-valid";
     Counts all;
     double seconds = 0;
     for (const Report& report : reports) {
-        const Counts counts = add_suite(suites, report, accept_warnings);
+        const Counts counts = add_suite(suites, report, options.accept_warnings);
         all.tests += counts.tests;
         all.failures += counts.failures;
         all.errors += counts.errors;

@@ -1,16 +1,42 @@
 #include "reports/report_format.h"
 
+#include <unistd.h>
+
+#include <utility>
+
 #include "terminal/output.h"
+
+namespace {
+
+std::string format_for_reader(const std::vector<Report>& reports, const ReportOptions& options) {
+    return format_text(reports, {options.quiet, wants_colour(), isatty(STDOUT_FILENO) == 1});
+}
+
+using Format = std::string (*)(const std::vector<Report>&, const ReportOptions&);
+
+constexpr std::pair<const char*, Format> kFormats[] = {
+    {"text", format_for_reader}, {"json", format_json},     {"junit", format_junit},
+    {"github", format_github},   {"gitlab", format_gitlab}, {"sarif", format_sarif},
+};
+
+}  // namespace
+
+std::vector<std::string> report_formats() {
+    std::vector<std::string> names;
+    for (const auto& [name, format] : kFormats) {
+        names.emplace_back(name);
+    }
+    return names;
+}
 
 std::string format_reports(const std::vector<Report>& reports, const ReportOptions& options) {
     if (options.silent) {
         return {};
     }
-    if (options.format == "json") {
-        return format_json(reports);
+    for (const auto& [name, format] : kFormats) {
+        if (options.format == name) {
+            return format(reports, options);
+        }
     }
-    if (options.format == "junit") {
-        return format_junit(reports, options.accept_warnings);
-    }
-    return format_text(reports, options.quiet, wants_colour());
+    return {};
 }

@@ -8,22 +8,38 @@
 #include "checking/report.h"
 
 struct ReportOptions {
-    std::string format = "text";   ///< or "json" or "junit"
+    std::string format = "text";   ///< or another of report_formats()
     bool accept_warnings = false;  ///< a warning is no failure
-    bool quiet = false;            ///< findings only, in the formats for readers
+    bool quiet = false;            ///< findings only, in text
     bool silent = false;           ///< nothing
 };
+
+std::vector<std::string> report_formats();
 
 /// The reports in the wanted format.
 std::string format_reports(const std::vector<Report>& reports, const ReportOptions& options);
 
-/// For a reader: each finding, and unless `quiet` what was checked: a few lines for each candidate,
-/// one for all of several. With escape sequences when `colour`.
-std::string format_text(const std::vector<Report>& reports, bool quiet, bool colour);
+struct TextStyle {
+    bool quiet = false;         ///< findings only
+    bool colour = false;        ///< with escape sequences
+    bool source_lines = false;  ///< with the line that a finding is in
+};
+
+/// For a reader: each finding as compilers write theirs, those with one cause together; what was
+/// checked in a few lines for each candidate; one line for all of several.
+std::string format_text(const std::vector<Report>& reports, const TextStyle& style);
 
 /// One JSON object, as docs/report.schema.json describes it.
-std::string format_json(const std::vector<Report>& reports);
+std::string format_json(const std::vector<Report>& reports, const ReportOptions& options);
 
 /// JUnit XML: a suite for each candidate, in it a test for each rule, always under the same name.
-/// Warnings are failures unless accepted.
-std::string format_junit(const std::vector<Report>& reports, bool accept_warnings);
+std::string format_junit(const std::vector<Report>& reports, const ReportOptions& options);
+
+/// Workflow commands of GitHub: an annotation for each finding, and one for the result.
+std::string format_github(const std::vector<Report>& reports, const ReportOptions& options);
+
+/// A code quality report of GitLab: an array of issues.
+std::string format_gitlab(const std::vector<Report>& reports, const ReportOptions& options);
+
+/// SARIF 2.1.0, with the rules as the model describes them.
+std::string format_sarif(const std::vector<Report>& reports, const ReportOptions& options);

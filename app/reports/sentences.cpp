@@ -19,12 +19,6 @@ std::string counts(std::size_t errors, std::size_t warnings, std::size_t checks)
            counted(checks, "check");
 }
 
-std::string value_line(const ReadValue& value) {
-    const std::string line = value.datastore + std::string(": ") + value.leaf + " " + value.value;
-    const std::string place = place_text(value.location);
-    return printable(line) + (place.empty() ? "" : " (" + place + ")");
-}
-
 }  // namespace
 
 std::string severity_word(Severity severity) {
@@ -44,10 +38,15 @@ std::string place_text(const Location& location) {
     return text;
 }
 
+std::string value_text(const ReadValue& value) {
+    return printable(value.datastore + std::string(": ") + value.leaf + " " + value.value);
+}
+
 std::vector<std::string> finding_lines(const Finding& finding) {
-    std::vector<std::string> lines = {printable(finding.message), "at " + printable(finding.place)};
+    std::vector<std::string> lines = {"at " + printable(finding.place)};
     for (const ReadValue& value : finding.values) {
-        lines.push_back(value_line(value));
+        const std::string place = place_text(value.location);
+        lines.push_back(value_text(value) + (place.empty() ? "" : " (" + place + ")"));
     }
     if (!finding.note.empty()) {
         lines.push_back("note: " + printable(finding.note));

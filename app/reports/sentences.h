@@ -15,7 +15,10 @@ std::string counted(std::size_t count, const std::string& noun);
 /// "candidate.json:45:13", or less where the line is not known.
 std::string place_text(const Location& location);
 
-/// The finding without its place and severity, one line each: the message, the node, what was
+/// A leaf that was compared, with its datastore and value.
+std::string value_text(const ReadValue& value);
+
+/// What there is to say of the finding under its message, one line each: the node, what was
 /// compared, and what to do.
 std::vector<std::string> finding_lines(const Finding& finding);
 

@@ -1,45 +1,94 @@
+#include <algorithm>
+
+#include "reports/blocks.h"
 #include "reports/difference_report.h"
 #include "reports/report_format.h"
 #include "reports/sentences.h"
+#include "reports/source_lines.h"
 #include "terminal/output.h"
 
 namespace {
 
+constexpr const char* kBold = "\033[1m";
 constexpr const char* kRed = "\033[1;31m";
 constexpr const char* kYellow = "\033[1;33m";
 constexpr const char* kReset = "\033[0m";
 
-std::string severity_text(Severity severity, bool colour) {
-    const std::string word = severity_word(severity) + ":";
-    const char* const start = severity == Severity::error ? kRed : kYellow;
-    return colour ? start + word + kReset : word;
-}
+class TextReport {
+  public:
+    TextReport(const Report& report, const TextStyle& style)
+        : report_(report), style_(style), lines_(report.sources) {}
 
-std::string format_finding(const Report& report, const Finding& finding, bool colour) {
-    const std::string place = place_text(finding.location);
-    std::string text = (place.empty() ? printable(report.candidate) : place) + ": " +
-                       severity_text(finding.severity, colour) + " ";
-    std::string indent;
-    for (const std::string& line : finding_lines(finding)) {
-        text += indent + line + "\n";
-        indent = "    ";
+    std::string text() const {
+        std::string text;
+        for (const Block& block : blocks_of(report_)) {
+            if (!block.cause.empty()) {
+                text += place_of(*block.findings.front()) + coloured("note:", kBold) + " " +
+                        printable(block.cause) + ": " + counted(block.findings.size(), "finding") +
+                        "\n";
+            }
+            for (const Finding* const finding : block.findings) {
+                text += finding_text(*finding);
+            }
+        }
+        return text;
     }
-    return text;
-}
+
+  private:
+    std::string coloured(const std::string& text, const char* start) const {
+        return style_.colour ? start + text + kReset : text;
+    }
+
+    std::string place_of(const Finding& finding) const {
+        const std::string place = place_text(finding.location);
+        return (place.empty() ? printable(report_.candidate) : place) + ": ";
+    }
+
+    std::string finding_text(const Finding& finding) const {
+        const char* const colour = finding.severity == Severity::error ? kRed : kYellow;
+        std::string text = place_of(finding) +
+                           coloured(severity_word(finding.severity) + ":", colour) + " " +
+                           printable(finding.message) + "\n";
+        if (style_.source_lines) {
+            text += source_text(finding.location, colour);
+        }
+        for (const std::string& line : finding_lines(finding)) {
+            text += "    " + line + "\n";
+        }
+        return text;
+    }
+
+    /// The line at `location` under its number, with a mark under the place.
+    std::string source_text(const Location& location, const char* colour) const {
+        const auto excerpt = lines_.excerpt(location);
+        if (!excerpt) {
+            return {};
+        }
+        const std::string number = std::to_string(location.line);
+        const std::string margin(std::max<std::size_t>(number.size(), 5) - number.size(), ' ');
+        const std::size_t size = std::max<std::size_t>(count_characters(excerpt->marked), 1);
+        return margin + number + " | " + excerpt->before + excerpt->marked + excerpt->after + "\n" +
+               std::string(margin.size() + number.size(), ' ') + " | " +
+               std::string(count_characters(excerpt->before), ' ') +
+               coloured("^" + std::string(size - 1, '~'), colour) + "\n";
+    }
+
+    const Report& report_;
+    TextStyle style_;
+    SourceLines lines_;
+};
 
 }  // namespace
 
-std::string format_text(const std::vector<Report>& reports, bool quiet, bool colour) {
+std::string format_text(const std::vector<Report>& reports, const TextStyle& style) {
     std::string text;
     for (const Report& report : reports) {
         if (report.changes) {
             text += report.changes->empty() ? "no changes\n"
-                                            : format_difference_text(*report.changes, colour);
+                                            : format_difference_text(*report.changes, style.colour);
         }
-        for (const Finding& finding : report.findings) {
-            text += format_finding(report, finding, colour);
-        }
-        if (quiet) {
+        text += TextReport(report, style).text();
+        if (style.quiet) {
             continue;
         }
         const std::string name = printable(report.candidate) + ": ";
@@ -48,5 +97,5 @@ std::string format_text(const std::vector<Report>& reports, bool quiet, bool col
             text += name + remark + "\n";
         }
     }
-    return quiet || reports.size() < 2 ? text : text + total_text(reports) + "\n";
+    return style.quiet || reports.size() < 2 ? text : text + total_text(reports) + "\n";
 }

@@ -3,28 +3,28 @@
 #include <algorithm>
 
 #include "crypto.h"
-#include "path_argument.h"
-#include "typed_read.h"
+#include "path_read.h"
 
 namespace local_platform {
 namespace {
 
-/// The list at `path`: its error, or its node, null when it is absent.
-Lookup look_up_list(const Endpoint* endpoint, std::string_view path) {
-    Lookup found = look_up_in(endpoint, path);
-    if (found.error == nullptr && !found.names_list) {
-        found.error = "no list";
-    }
-    return found;
+using Values = decltype(confd_value_t::val);
+
+template <typename Read>
+int serve_maapi(const char* operation, int sock, int thandle, const PathArgument& path, Read read) {
+    return serve_read(operation, sock, find_maapi(sock, thandle), path, read);
 }
 
-int init_cursor(const Endpoint* endpoint, std::string_view path, maapi_cursor& cursor) {
-    const Lookup found = look_up_list(endpoint, path);
-    if (found.error != nullptr) {
-        return fail(found.error, path);
-    }
-    cursor.list = found.node;
-    return CONFD_OK;
+/// Hands `read` the list, null when it is absent.
+template <typename Read>
+auto read_list(Read read) {
+    return [=](const Lookup& found) -> ReadResult {
+        return found.names_list ? ReadResult{read(found.node)} : ReadResult{CONFD_ERR, "no list"};
+    };
+}
+
+int count_entries(const Node* list) {
+    return list == nullptr ? 0 : static_cast<int>(list->children.size());
 }
 
 /// Makes it one over no entry. The keys behind the count are nobody's, so they stay as they are.
@@ -32,14 +32,6 @@ void close_cursor(maapi_cursor& cursor) {
     cursor.n = 0;
     cursor.list = nullptr;
     cursor.next = 0;
-}
-
-int count_entries(const Endpoint* endpoint, std::string_view path) {
-    const Lookup found = look_up_list(endpoint, path);
-    if (found.error != nullptr) {
-        return fail(found.error, path);
-    }
-    return found.node == nullptr ? 0 : static_cast<int>(found.node->children.size());
 }
 
 int next_entry(maapi_cursor& cursor) {
@@ -56,98 +48,64 @@ int next_entry(maapi_cursor& cursor) {
 }  // namespace
 }  // namespace local_platform
 
-using local_platform::close_cursor;
-using local_platform::find_maapi;
-using local_platform::PathArgument;
-using local_platform::serve;
+using namespace local_platform;
 
 int maapi_exists(int sock, int thandle, const char* fmt, ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
-    return serve({"maapi_exists", sock, path.text()},
-                 [&] { return local_platform::exists(find_maapi(sock, thandle), path.text()); });
+    TAKE_PATH(path, fmt);
+    return serve_maapi(__func__, sock, thandle, path, read_existence);
 }
 
 int maapi_num_instances(int sock, int thandle, const char* fmt, ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
-    return serve({"maapi_num_instances", sock, path.text()}, [&] {
-        return local_platform::count_entries(find_maapi(sock, thandle), path.text());
-    });
+    TAKE_PATH(path, fmt);
+    return serve_maapi(__func__, sock, thandle, path, read_list(count_entries));
 }
 
 int maapi_get_int32_elem(int sock, int thandle, int32_t* rval, const char* fmt, ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
-    return serve({"maapi_get_int32_elem", sock, path.text()}, [&] {
-        return local_platform::read_int32(find_maapi(sock, thandle), path.text(), rval);
-    });
+    TAKE_PATH(path, fmt);
+    return serve_maapi(__func__, sock, thandle, path, read_value(C_INT32, &Values::i32, rval));
 }
 
 int maapi_get_bool_elem(int sock, int thandle, int* rval, const char* fmt, ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
-    return serve({"maapi_get_bool_elem", sock, path.text()}, [&] {
-        return local_platform::read_bool(find_maapi(sock, thandle), path.text(), rval);
-    });
+    TAKE_PATH(path, fmt);
+    return serve_maapi(__func__, sock, thandle, path, read_value(C_BOOL, &Values::boolean, rval));
 }
 
 int maapi_get_ipv4_and_plen_elem(int sock, int thandle, confd_ipv4_prefix* rval, const char* fmt,
                                  ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
-    return serve({"maapi_get_ipv4_and_plen_elem", sock, path.text()}, [&] {
-        return local_platform::read_ipv4_prefix(find_maapi(sock, thandle), path.text(), rval);
-    });
+    TAKE_PATH(path, fmt);
+    return serve_maapi(__func__, sock, thandle, path,
+                       read_value(C_IPV4_AND_PLEN, &Values::ipv4prefix, rval));
 }
 
 int maapi_get_ipv6_and_plen_elem(int sock, int thandle, confd_ipv6_prefix* rval, const char* fmt,
                                  ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
-    return serve({"maapi_get_ipv6_and_plen_elem", sock, path.text()}, [&] {
-        return local_platform::read_ipv6_prefix(find_maapi(sock, thandle), path.text(), rval);
-    });
+    TAKE_PATH(path, fmt);
+    return serve_maapi(__func__, sock, thandle, path,
+                       read_value(C_IPV6_AND_PLEN, &Values::ipv6prefix, rval));
 }
 
 int maapi_init_cursor(int sock, int thandle, maapi_cursor* cursor, const char* fmt, ...) {
-    va_list arguments;
-    va_start(arguments, fmt);
-    const PathArgument path(fmt, arguments);
-    va_end(arguments);
+    TAKE_PATH(path, fmt);
     close_cursor(*cursor);
     cursor->socket = sock;
-    return serve({"maapi_init_cursor", sock, path.text()}, [&] {
-        return local_platform::init_cursor(find_maapi(sock, thandle), path.text(), *cursor);
-    });
+    return serve_maapi(__func__, sock, thandle, path, read_list([=](const Node* list) {
+                           cursor->list = list;
+                           return CONFD_OK;
+                       }));
 }
 
 int maapi_get_next(maapi_cursor* cursor) {
     cursor->n = 0;
-    return serve({"maapi_get_next", cursor->socket, {}},
-                 [&] { return local_platform::next_entry(*cursor); });
+    return serve({__func__, cursor->socket, {}}, [&] { return next_entry(*cursor); });
 }
 
 void maapi_destroy_cursor(maapi_cursor* cursor) {
-    serve({"maapi_destroy_cursor", cursor->socket, {}}, [&] {
+    serve({__func__, cursor->socket, {}}, [&] {
         close_cursor(*cursor);
         return CONFD_OK;
     });
 }
 
 int maapi_install_crypto_keys(int sock) {
-    return serve({"maapi_install_crypto_keys", sock, {}},
-                 [&] { return local_platform::install_key_of(sock); });
+    return serve({__func__, sock, {}}, [&] { return install_key_of(sock); });
 }

@@ -5,13 +5,21 @@
 #include <string>
 #include <string_view>
 
+#include "format_text.h"
+
 namespace local_platform {
 
 /// The formatted path. A plain "%s" is taken as it stands, without a copy, so the argument must
 /// outlive the object.
 class PathArgument {
   public:
-    PathArgument(const char* format, va_list arguments);
+    PathArgument(const char* format, va_list arguments) {
+        const bool is_plain = format[0] == '%' && format[1] == 's' && format[2] == '\0';
+        if (!is_plain) {
+            formatted_ = format_text(format, arguments);
+        }
+        text_ = is_plain ? std::string_view(va_arg(arguments, const char*)) : formatted_;
+    }
     PathArgument(const PathArgument&) = delete;
     PathArgument& operator=(const PathArgument&) = delete;
 
@@ -22,7 +30,12 @@ class PathArgument {
     std::string_view text_;
 };
 
-/// `format` with its arguments, at any length.
-std::string format_text(const char* format, va_list arguments);
-
 }  // namespace local_platform
+
+/// Declares `path`, the path that a variadic operation was given behind its parameter `fmt`. A
+/// macro, since only the operation itself can take its arguments.
+#define TAKE_PATH(path, fmt)                                        \
+    va_list path##_arguments;                                       \
+    va_start(path##_arguments, fmt);                                \
+    const local_platform::PathArgument path(fmt, path##_arguments); \
+    va_end(path##_arguments)

@@ -1,5 +1,5 @@
+#include "format_text.h"
 #include "hook.h"
-#include "path_argument.h"
 
 void confd_trans_seterr(confd_trans_ctx* tctx, const char* fmt, ...) {
     va_list arguments;

@@ -25,12 +25,8 @@ const Report kWarned = checked("warned", {bare_warning()});
 const Report kClean = checked("clean", {});
 const Report kBroken = not_checked("broken");
 
-const char* const kFormats[] = {"text", "json", "junit"};
-
 std::string formatted(const std::vector<Report>& reports, const std::string& format) {
-    ReportOptions options;
-    options.format = format;
-    return format_reports(reports, options);
+    return format_reports(reports, {format});
 }
 
 /// What the schema in docs/ has against `text`; nothing when it is as described.
@@ -85,18 +81,37 @@ TEST(Reports, TellTheOperatorWhereWhyAndWhatToDo) {
         "    see: vrrp-valid explain vrrp_version_validation\n";
     const std::string result =
         "candidate.json: 1 error, 1 warning in 3 checks against an empty running configuration\n";
-    EXPECT_EQ(format_text({kBoth}, false, false), finding + warning + result);
-    EXPECT_EQ(format_text({kBoth, kBroken}, true, false), finding + warning) << "quiet";
-    EXPECT_THAT(format_text({kBoth, kBroken, kWarned}, false, false),
+    EXPECT_EQ(format_text({kBoth}, {}), finding + warning + result);
+    EXPECT_EQ(format_text({kBoth, kBroken}, {true}), finding + warning) << "quiet";
+    EXPECT_THAT(format_text({kBoth, kBroken, kWarned}, {}),
                 EndsWith("3 candidates: 1 error, 2 warnings in 6 checks, 1 not checked\n"));
-    EXPECT_EQ(format_text({kBroken}, false, false), "broken: could not be checked\n");
+    EXPECT_EQ(format_text({kBroken}, {}), "broken: could not be checked\n");
+}
+
+TEST(Reports, ShowTheOperatorTheLineAndWhatFindingsHaveInCommon) {
+    Report report = checked("candidate.json", {changed_address(), bare_warning(), bare_warning()});
+    report.sources = {
+        {"candidate.json", std::make_shared<std::string>("1\n2\n3\n4\n5\n\t\tä\"id\": 5")}};
+    report.findings[0].location.column = 4;
+    report.findings[0].cause = report.findings[2].cause = "layer-3 interface x is not there";
+    const std::string text = format_text({report}, {true, true, true});
+    EXPECT_EQ(
+        text.find("candidate.json:6:4: \033[1mnote:\033[0m layer-3 interface x is not there: "
+                  "2 findings\ncandidate.json:6:4: \033[1;31merror:\033[0m IPv4 address cannot"),
+        0U)
+        << text;
+    EXPECT_THAT(text,
+                HasSubstr("\n    6 |   ä\"id\": 5\n      |    \033[1;31m^~~~\033[0m\n    at "));
+    const std::string warning = "\033[1;33mwarning:\033[0m ";
+    EXPECT_THAT(text, HasSubstr("update_validation\ncandidate.json: " + warning))
+        << "what has its cause in common comes together";
 }
 
 TEST(Reports, SayWhatACleanResultDoesNotMean) {
     Report report = checked("candidate", {});
     report.removed_instances = 2;
     report.skipped = {7, {"a", "b"}, {"candidate:3: /config/vlna"}};
-    EXPECT_THAT(format_text({report}, false, false),
+    EXPECT_THAT(format_text({report}, {}),
                 EndsWith("candidate: removes 2 VRRP instances\n"
                          "candidate: skipped 7 nodes that no module describes: a, b\n"
                          "candidate: skipped, since its module does not have it: "
@@ -143,9 +158,9 @@ TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     committed.changes = {{ChangeKind::changed, "/a/b", "a", "b", "1", "2", {}}};
     for (const auto& reports : std::vector<std::vector<Report>>{
              {}, {kClean}, {kBroken}, {kBoth, kBroken, kWarned, committed}}) {
-        EXPECT_EQ(against_schema(format_json(reports)), "");
+        EXPECT_EQ(against_schema(formatted(reports, "json")), "");
     }
-    json all = json::parse(format_json({kBoth, kBroken, kWarned, committed}));
+    json all = json::parse(formatted({kBoth, kBroken, kWarned, committed}, "json"));
     EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 4, "errors": 1, "warnings": 2,
         "not_judged": 1})"));
     const json& broken = all["reports"][1];
@@ -182,8 +197,8 @@ TEST(Reports, HaveTheSameTestsInJUnitWhateverIsFound) {
     const auto twice = checked("candidate.json", {changed_address(), changed_address()});
     for (const bool accept_warnings : {false, true}) {
         pugi::xml_document document;
-        ASSERT_TRUE(
-            document.load_string(format_junit({kBoth, kBroken, twice}, accept_warnings).c_str()));
+        ASSERT_TRUE(document.load_string(
+            format_reports({kBoth, kBroken, twice}, {"junit", accept_warnings}).c_str()));
         const pugi::xml_node suites = document.child("testsuites");
         EXPECT_EQ(suites.attribute("tests").as_int(), 12);
         EXPECT_EQ(suites.attribute("failures").as_int(), accept_warnings ? 2 : 3);
@@ -234,7 +249,7 @@ Report hostile(bool is_checked) {
 
 TEST(Reports, HoldWhateverTextsTheyAreGiven) {
     for (const bool is_checked : {true, false}) {
-        for (const std::string format : kFormats) {
+        for (const std::string& format : report_formats()) {
             SCOPED_TRACE(format);
             const std::string shown = formatted({hostile(is_checked)}, format);
             EXPECT_NE(shown, "");
@@ -247,6 +262,9 @@ TEST(Reports, HoldWhateverTextsTheyAreGiven) {
                 const auto lines = std::count(shown.begin(), shown.end(), '\n');
                 EXPECT_EQ(lines, is_checked ? 10 : 1) << shown;
             }
+            if (format == "github") {
+                EXPECT_EQ(std::count(shown.begin(), shown.end(), '\n'), 2) << shown;
+            }
         }
         EXPECT_EQ(against_schema(formatted({hostile(is_checked)}, "json")), "");
         pugi::xml_document document;
@@ -255,11 +273,8 @@ TEST(Reports, HoldWhateverTextsTheyAreGiven) {
 }
 
 TEST(Reports, AreSilentWhenTold) {
-    for (const std::string format : kFormats) {
-        ReportOptions options;
-        options.format = format;
-        options.silent = true;
-        EXPECT_EQ(format_reports({kBoth, kBroken}, options), "");
+    for (const std::string& format : report_formats()) {
+        EXPECT_EQ(format_reports({kBoth, kBroken}, {format, false, false, true}), "");
     }
 }
 

@@ -1,18 +1,8 @@
-#include "path_argument.h"
+#include "format_text.h"
 
 #include <cstdio>
-#include <cstring>
 
 namespace local_platform {
-
-PathArgument::PathArgument(const char* format, va_list arguments) {
-    if (std::strcmp(format, "%s") == 0) {
-        text_ = va_arg(arguments, const char*);
-        return;
-    }
-    formatted_ = format_text(format, arguments);
-    text_ = formatted_;
-}
 
 std::string format_text(const char* format, va_list arguments) {
     va_list measured;

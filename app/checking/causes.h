@@ -1,0 +1,9 @@
+/// Why several rules fail at once.
+#pragma once
+
+#include "checking/report.h"
+#include "data_tree.h"
+
+/// Fills the cause of every finding that names a layer-3 interface which `candidate` does not hold,
+/// with the name nearest to it.
+void find_causes(const local_platform::DataTree& candidate, Report& report);

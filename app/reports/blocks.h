@@ -1,0 +1,15 @@
+/// Findings that have their cause in common, together.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "checking/report.h"
+
+struct Block {
+    std::string cause;  ///< empty for a finding by itself
+    std::vector<const Finding*> findings;
+};
+
+/// The findings of `report`, in the order in which each block's first one was found.
+std::vector<Block> blocks_of(const Report& report);

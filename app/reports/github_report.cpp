@@ -1,0 +1,77 @@
+#include "reports/report_format.h"
+#include "reports/sentences.h"
+#include "terminal/output.h"
+
+namespace {
+
+/// `text` as a command's message, or when `is_property` as the value of one of its properties.
+std::string escaped(const std::string& text, bool is_property) {
+    std::string result;
+    for (const char c : text) {
+        switch (c) {
+            case '%':
+                result += "%25";
+                break;
+            case '\n':
+                result += "%0A";
+                break;
+            case ':':
+                result += is_property ? "%3A" : ":";
+                break;
+            case ',':
+                result += is_property ? "%2C" : ",";
+                break;
+            default:
+                result += c;
+        }
+    }
+    return result;
+}
+
+std::string command(const std::string& word, const std::string& file, const Location& location,
+                    const std::string& title, const std::string& message) {
+    std::string text = "::" + word + " file=" +
+                       escaped(printable(location.is_known() ? location.file : file), true);
+    if (location.is_known()) {
+        text += ",line=" + std::to_string(location.line);
+        text += location.column > 0 ? ",col=" + std::to_string(location.column) : "";
+    }
+    return text + ",title=" + escaped(printable(title), true) + "::" + escaped(message, false) +
+           "\n";
+}
+
+std::string message_of(const Finding& finding) {
+    std::string message = printable(finding.message);
+    if (!finding.cause.empty()) {
+        message += "\ncause: " + printable(finding.cause);
+    }
+    for (const std::string& line : finding_lines(finding)) {
+        message += "\n" + line;
+    }
+    return message;
+}
+
+}  // namespace
+
+std::string format_github(const std::vector<Report>& reports, const ReportOptions& options) {
+    std::string text;
+    for (const Report& report : reports) {
+        if (!report.failure.empty()) {
+            text += command("error", report.candidate, report.failure_at, "could not be checked",
+                            printable(report.failure));
+        }
+        for (const Finding& finding : report.findings) {
+            const bool is_accepted =
+                finding.severity == Severity::warning && options.accept_warnings;
+            text +=
+                command(is_accepted ? "notice" : severity_word(finding.severity), report.candidate,
+                        finding.location, finding.selector, message_of(finding));
+        }
+        std::string result = result_text(report);
+        for (const std::string& remark : remarks(report)) {
+            result += "\n" + remark;
+        }
+        text += command("notice", report.candidate, {}, "vrrp-valid", result);
+    }
+    return text;
+}

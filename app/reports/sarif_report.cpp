@@ -1,0 +1,172 @@
+#include <algorithm>
+#include <map>
+
+#include "reports/fingerprint.h"
+#include "reports/json.h"
+#include "reports/report_format.h"
+#include "reports/sentences.h"
+#include "reports/source_lines.h"
+#include "terminal/output.h"
+
+namespace {
+
+constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
+
+/// `file` as a relative or absolute URI reference.
+std::string uri_of(const std::string& file) {
+    constexpr std::string_view kDigits = "0123456789ABCDEF";
+    constexpr std::string_view kUnreserved =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+    const std::string path = repository_path(file);
+    std::string uri = path[0] == '/' ? "file://" : "";
+    for (const char c : path) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (kUnreserved.find(c) != std::string_view::npos) {
+            uri += c;
+        } else {
+            uri.append("%").append(1, kDigits[byte >> 4U]).append(1, kDigits[byte & 0xfU]);
+        }
+    }
+    return uri;
+}
+
+/// The name at `location`; without a location the beginning of the file, since tools need a place.
+Json region_of(const SourceLines& lines, const Location& location) {
+    if (!location.is_known() || location.column == 0) {
+        return {{"startLine", std::max<std::size_t>(location.line, 1)}};
+    }
+    Json region = {{"startLine", location.line}, {"startColumn", location.column}};
+    const auto excerpt = lines.excerpt(location);
+    if (excerpt) {
+        region["endLine"] = location.line;
+        region["endColumn"] = location.column + count_characters(excerpt->marked);
+    }
+    return region;
+}
+
+Json physical_location(const std::string& file, const SourceLines& lines,
+                       const Location& location) {
+    const std::string& name = location.is_known() ? location.file : file;
+    return {{"artifactLocation", {{"uri", uri_of(name)}}}, {"region", region_of(lines, location)}};
+}
+
+Json to_rule(const ValidationUse& use) {
+    std::string text = use.demand;
+    std::string markdown = use.demand + "\n";
+    bool is_warning = true;
+    for (const RuleMessage& message : use.messages) {
+        is_warning = is_warning && message.is_warning;
+        text += "\n\n" + message.text + "\n" + message.remedy;
+        markdown += "\n- `" + message.text + "`: " + message.remedy;
+    }
+    return {{"id", use.selector},
+            {"shortDescription", {{"text", use.demand.substr(0, use.demand.find(". ")) + "."}}},
+            {"fullDescription", {{"text", use.demand}}},
+            {"help", {{"text", text}, {"markdown", markdown}}},
+            {"defaultConfiguration", {{"level", is_warning ? "warning" : "error"}}}};
+}
+
+/// The rules of all reports, each once, and where each stands among them.
+struct Rules {
+    Json json = Json::array();
+    std::map<std::string, std::size_t> index;
+
+    void add(const Report& report) {
+        if (report.rules == nullptr) {
+            return;
+        }
+        for (const ValidationUse& use : *report.rules) {
+            if (index.emplace(use.selector, json.size()).second) {
+                json.push_back(to_rule(use));
+            }
+        }
+    }
+};
+
+std::string message_of(const Finding& finding) {
+    std::string message = printable(finding.message);
+    for (const auto& [word, text] :
+         {std::pair("Cause: ", &finding.cause), std::pair("Note: ", &finding.note),
+          std::pair("Help: ", &finding.help)}) {
+        if (!text->empty()) {
+            message += "\n" + (word + printable(*text));
+        }
+    }
+    return message;
+}
+
+Json to_result(const Report& report, const Finding& finding, const SourceLines& lines,
+               const Rules& rules) {
+    Json json = {{"ruleId", printable(finding.selector)}};
+    const auto rule = rules.index.find(finding.selector);
+    if (rule != rules.index.end()) {
+        json["ruleIndex"] = rule->second;
+    }
+    json["level"] = severity_word(finding.severity);
+    json["message"] = {{"text", message_of(finding)}};
+    json["locations"] = {
+        {{"physicalLocation", physical_location(report.candidate, lines, finding.location)},
+         {"logicalLocations",
+          {{{"fullyQualifiedName", printable(finding.path)},
+            {"decoratedName", printable(finding.place)}}}}}};
+    Json related = Json::array();
+    for (const ReadValue& value : finding.values) {
+        if (value.location.is_known()) {
+            related.push_back({{"id", related.size() + 1},
+                               {"physicalLocation", physical_location({}, lines, value.location)},
+                               {"message", {{"text", value_text(value)}}}});
+        }
+    }
+    if (!related.empty()) {
+        json["relatedLocations"] = related;
+    }
+    json["partialFingerprints"] = {{"finding/v1", fingerprint(report, finding)}};
+    return json;
+}
+
+Json to_notification(const Report& report, const char* level, const std::string& text) {
+    return {{"level", level},
+            {"message", {{"text", text}}},
+            {"locations",
+             {{{"physicalLocation",
+                physical_location(report.candidate, SourceLines({}), report.failure_at)}}}}};
+}
+
+}  // namespace
+
+std::string format_sarif(const std::vector<Report>& reports, const ReportOptions& options) {
+    Rules rules;
+    Json results = Json::array();
+    Json notifications = Json::array();
+    for (const Report& report : reports) {
+        rules.add(report);
+        const SourceLines lines(report.sources);
+        if (!report.failure.empty()) {
+            notifications.push_back(to_notification(report, "error", printable(report.failure)));
+        }
+        for (const std::string& remark : remarks(report)) {
+            notifications.push_back(to_notification(report, "note", remark));
+        }
+        for (const Finding& finding : report.findings) {
+            Json result = to_result(report, finding, lines, rules);
+            if (finding.severity == Severity::warning && options.accept_warnings) {
+                result["suppressions"] = {
+                    {{"kind", "external"}, {"justification", "accepted with --accept-warnings"}}};
+            }
+            results.push_back(result);
+        }
+    }
+    const Json run = {{"tool",
+                       {{"driver",
+                         {{"name", "vrrp-valid"},
+                          {"version", VRRP_VALID_VERSION},
+                          {"semanticVersion", VRRP_VALID_VERSION},
+                          {"rules", rules.json}}}}},
+                      {"columnKind", "unicodeCodePoints"},
+                      {"invocations",
+                       {{{"executionSuccessful", count_unchecked(reports) == 0},
+                         {"toolExecutionNotifications", notifications}}}},
+                      {"results", results}};
+    const Json json = {{"$schema", kSchema}, {"version", "2.1.0"}, {"runs", {run}}};
+    return json.dump(2) + "\n";
+}

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "checking/locations.h"
 #include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
 #include "files/key_file.h"
@@ -39,10 +40,24 @@ Checker::Checker(const CheckerOptions& options)
 
 Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     if (!file) {
-        return {{}, DataTree(model_.schema())};
+        return {{}, DataTree(model_.schema()), std::nullopt};
     }
-    const Document document = model_.parse(std::move(*file), reading_);
-    return {document.name(), model_.tree(document)};
+    Document document = model_.parse(std::move(*file), reading_);
+    DataTree tree = model_.tree(document);
+    return {document.name(), std::move(tree), std::move(document)};
+}
+
+Configuration Checker::read_candidate(ConfigurationFile file) const {
+    Document document = model_.parse(std::move(file), reading_);
+    if (document.is_edit) {
+        throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
+    }
+    DataTree tree = model_.tree(document);
+    return {std::move(document), std::move(tree)};
+}
+
+Report Checker::check(ConfigurationFile candidate, const Running& running) const {
+    return check(read_candidate(std::move(candidate)), running);
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -55,19 +70,15 @@ std::vector<std::string> Checker::selectors() const {
     return selectors;
 }
 
-Report Checker::check(ConfigurationFile candidate, const Running& running) const {
+Report Checker::check(const Configuration& candidate, const Running& running) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     Report report;
-    report.candidate = candidate.name;
+    report.candidate = candidate.document.name();
     report.running = running.name;
     report.selectors = selectors();
-    const Document document = model_.parse(std::move(candidate), reading_);
-    if (document.is_edit) {
-        throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
-    }
-    report.skipped = document.skipped;
-    const Transaction transaction{model_.tree(document), running.tree, key_};
+    report.skipped = candidate.document.skipped;
+    const Transaction transaction{candidate.tree, running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
         progress.show(so_far.candidate, so_far.requests);
@@ -78,6 +89,7 @@ Report Checker::check(ConfigurationFile candidate, const Running& running) const
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
     walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
+    locate(report, candidate.document, running.document ? &*running.document : nullptr);
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "checking/causes.h"
+#include "checking/locations.h"
 #include "checking/masked_text.h"
 #include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
@@ -39,6 +40,19 @@ std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& mode
     return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
 }
 
+/// Adds what the files of `document` hold, those that are not there yet.
+void add_sources(const Document& document, const local_platform::SchemaNode& schema,
+                 Report& report) {
+    for (const auto& source : document.sources()) {
+        const std::string& name = source->file.name;
+        const auto is_there = [&](const SourceFile& other) { return other.name == name; };
+        if (std::none_of(report.sources.begin(), report.sources.end(), is_there)) {
+            report.sources.push_back({name, std::make_shared<const std::string>(
+                                                masked_text(source->file.bytes, schema))});
+        }
+    }
+}
+
 }  // namespace
 
 Checker::Checker(const CheckerOptions& options)
@@ -57,12 +71,24 @@ Checker::Checker(const CheckerOptions& options)
 
 Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     if (!file) {
-        return {{}, nullptr, DataTree(model_.schema())};
+        return {{}, DataTree(model_.schema()), std::nullopt};
     }
-    const Document document = model_.parse(std::move(*file), reading_);
-    return {document.name(),
-            std::make_shared<const std::string>(document.sources().front()->file.bytes),
-            model_.tree(document)};
+    Document document = model_.parse(std::move(*file), reading_);
+    DataTree tree = model_.tree(document);
+    return {document.name(), std::move(tree), std::move(document)};
+}
+
+Configuration Checker::read_candidate(ConfigurationFile file) const {
+    Document document = model_.parse(std::move(file), reading_);
+    if (document.is_edit) {
+        throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
+    }
+    DataTree tree = model_.tree(document);
+    return {std::move(document), std::move(tree)};
+}
+
+Report Checker::check(ConfigurationFile candidate, const Running& running) const {
+    return check(read_candidate(std::move(candidate)), running);
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -75,20 +101,16 @@ std::vector<std::string> Checker::selectors() const {
     return selectors;
 }
 
-Report Checker::check(ConfigurationFile candidate, const Running& running) const {
+Report Checker::check(const Configuration& candidate, const Running& running) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     Report report;
-    report.candidate = candidate.name;
+    report.candidate = candidate.document.name();
     report.running = running.name;
     report.selectors = selectors();
     report.rules = rules_;
-    const Document document = model_.parse(std::move(candidate), reading_);
-    if (document.is_edit) {
-        throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
-    }
-    report.skipped = document.skipped;
-    const Transaction transaction{model_.tree(document), running.tree, key_};
+    report.skipped = candidate.document.skipped;
+    const Transaction transaction{candidate.tree, running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
         progress.show(so_far.candidate, so_far.requests);
@@ -101,13 +123,11 @@ Report Checker::check(ConfigurationFile candidate, const Running& running) const
     walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
     find_causes(transaction.candidate, report);
     if (!report.findings.empty()) {
-        const auto add_source = [&](const std::string& name, const std::string& text) {
-            report.sources.push_back(
-                {name, std::make_shared<const std::string>(masked_text(text, *model_.schema()))});
-        };
-        add_source(document.name(), document.sources().front()->file.bytes);
-        if (running.text != nullptr) {
-            add_source(running.name, *running.text);
+        const Document* const committed = running.document ? &*running.document : nullptr;
+        locate(report, candidate.document, committed);
+        add_sources(candidate.document, *model_.schema(), report);
+        if (committed != nullptr) {
+            add_sources(*committed, *model_.schema(), report);
         }
     }
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "checking/rule_walk.h"
-#include "configuration/configuration_file.h"
+#include "configuration/configuration.h"
 
 /// What to check with.
 struct CheckerOptions {
@@ -22,9 +22,9 @@ struct CheckerOptions {
 
 /// A running configuration, parsed once for all candidates.
 struct Running {
-    std::string name;                         ///< empty for an empty one
-    std::shared_ptr<const std::string> text;  ///< null for an empty one
+    std::string name;  ///< empty for an empty one
     local_platform::DataTree tree;
+    std::optional<Document> document;  ///< nothing for an empty one
 };
 
 class Checker {
@@ -38,7 +38,11 @@ class Checker {
     /// The rules that it runs, in the model's order.
     std::vector<std::string> selectors() const;
 
+    /// The configuration in `file`. Throws CannotCheck.
+    Configuration read_candidate(ConfigurationFile file) const;
+
     /// Checks `candidate` against `running`. Throws CannotCheck.
+    Report check(const Configuration& candidate, const Running& running) const;
     Report check(ConfigurationFile candidate, const Running& running) const;
 
   private:

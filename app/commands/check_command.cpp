@@ -1,5 +1,3 @@
-#include <cstdlib>
-#include <cstring>
 #include <iostream>
 
 #include "commands/commands.h"
@@ -11,36 +9,15 @@
 
 namespace {
 
-/// Where `reason` says that it is, when it begins as "FILE:LINE:COLUMN: " does, for the file
-/// `file`.
-Location place_of(const std::string& reason, const std::string& file) {
-    Location location{file, 0, 0};
-    if (reason.compare(0, file.size() + 1, file + ":") != 0) {
-        return {};
-    }
-    const char* rest = reason.c_str() + file.size() + 1;
-    for (std::size_t* const number : {&location.line, &location.column}) {
-        const std::size_t digits = std::strspn(rest, "0123456789");
-        if (digits == 0 || rest[digits] != ':') {
-            break;
-        }
-        *number = std::strtoul(rest, nullptr, 10);
-        rest += digits + 1;
-    }
-    return location;
-}
-
 /// The report on a candidate that could not be checked.
 Report unchecked_report(const CheckOptions& options, const std::string& candidate,
-                        const std::string& reason) {
+                        const std::exception& error) {
     Report report;
     report.candidate = candidate == "-" ? "standard input" : candidate;
     report.running = options.running == "-" ? "standard input" : options.running;
-    report.failure = reason;
-    report.failure_at = place_of(reason, report.candidate);
-    if (!report.failure_at.is_known()) {
-        report.failure_at = place_of(reason, report.running);
-    }
+    report.failure = error.what();
+    const auto* const with_place = dynamic_cast<const CannotCheck*>(&error);
+    report.failure_at = with_place == nullptr ? Location() : with_place->at;
     return report;
 }
 
@@ -51,7 +28,7 @@ Report check_one(const Checker& checker, const CheckOptions& options, const std:
         return checker.check(read_configuration_file(candidate, options.max_size), running);
     } catch (const std::exception& error) {
         std::cerr << complaint(error.what());
-        Report report = unchecked_report(options, candidate, error.what());
+        Report report = unchecked_report(options, candidate, error);
         report.selectors = checker.selectors();
         return report;
     }
@@ -76,7 +53,7 @@ std::vector<Report> check_all(const CheckOptions& options) {
         std::cerr << complaint(error.what());
         reports.clear();
         for (const std::string& candidate : options.candidates) {
-            reports.push_back(unchecked_report(options, candidate, error.what()));
+            reports.push_back(unchecked_report(options, candidate, error));
         }
     }
     return reports;

@@ -126,16 +126,16 @@ local_platform::BoundedText empty_text(char* buf, int bufsiz) {
 using local_platform::serve;
 
 int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {
-    auto out = empty_text(buf, bufsiz);
     return serve({"confd_pp_value", -1, {}}, [&] {
+        auto out = empty_text(buf, bufsiz);
         local_platform::append_value(out, *v);
         return out.finish();
     });
 }
 
 int confd_pp_kpath(char* buf, int bufsiz, const confd_hkeypath_t* kp) {
-    auto out = empty_text(buf, bufsiz);
     return serve({"confd_pp_kpath", -1, {}}, [&] {
+        auto out = empty_text(buf, bufsiz);
         if (!local_platform::is_printable(*kp)) {
             return local_platform::fail("a keypath without elements, or with too many");
         }

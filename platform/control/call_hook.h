@@ -19,8 +19,8 @@ struct Call {
     bool flag = false;          ///< QelConfdCdbSessionBase's third argument
 };
 
-/// What an operation answers instead of doing its work; it writes nothing to its out-values, but a
-/// cursor is left at no entry and a print buffer with an empty text.
+/// What an operation answers instead of doing its work; it writes nothing to its out-values and
+/// buffers, so that a caller who reads them sees what it put there; a cursor is left at no entry.
 struct Answer {
     int result = CONFD_OK;       ///< for an operation that returns a pointer, CONFD_OK or null
     const char* text = nullptr;  ///< confd_lasterr()'s answer

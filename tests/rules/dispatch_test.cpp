@@ -53,7 +53,8 @@ TEST(Validate, RunsTheRuleWhoseNameTheSelectorBeginsWith) {
 }
 
 TEST(Entries, NameTheValidationPointInTheRoomThereIs) {
-    for (const auto& [size, expected] : {std::pair(16, std::string("vrrp_validation\0#", 17)),
+    for (const auto& [size, expected] : {std::pair(17, std::string("vrrp_validation\0#", 17)),
+                                         std::pair(16, std::string("vrrp_validation\0#", 17)),
                                          std::pair(10, std::string("vrrp_vali\0#######", 17)),
                                          std::pair(0, std::string(17, '#'))}) {
         std::string buffer(17, '#');

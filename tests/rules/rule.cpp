@@ -1,7 +1,6 @@
 #include "rule.h"
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 
 #include "keypath.h"
@@ -19,9 +18,8 @@ CryptoKey host_key() {
 DataTree datastore(const std::vector<Setting>& settings) {
     static const auto kModel = std::make_shared<const local_platform::SchemaNode>(vrrp_model());
     std::vector<std::pair<std::string, std::string>> nodes;
-    for (const Setting& setting : settings) {
-        nodes.emplace_back(setting.path, setting.value);
-    }
+    std::transform(settings.begin(), settings.end(), std::back_inserter(nodes),
+                   [](const Setting& setting) { return std::pair(setting.path, setting.value); });
     return tree_of(kModel, nodes);
 }
 
@@ -35,13 +33,16 @@ DataTree candidate_of(const Case& one) {
 }
 
 bool opens(const std::string& call) {
-    return call == kOpenSession.made[1].text || call.rfind("maapi_init_cursor", 0) == 0;
+    return call.rfind("QelConfdCdbSessionBase flag", 0) == 0 ||
+           call.rfind("maapi_init_cursor", 0) == 0;
 }
 
-/// What a rule leaves uninitialised is then neither zero nor what an earlier call left there.
+/// A buffer that a rule leaves uninitialised holds "xxx" then, and not what an earlier call left.
 [[gnu::noinline]] void litter_stack() {
     char litter[1 << 15];
-    std::memset(litter, 'x', sizeof litter);
+    for (std::size_t i = 0; i < sizeof litter; ++i) {
+        litter[i] = i % 4 == 3 ? '\0' : 'x';
+    }
     asm volatile("" : : "r"(litter) : "memory");
 }
 
@@ -176,6 +177,8 @@ Outcome Delivery::run(const local_platform::CallHook& hook, std::size_t failing)
         if (operation == "maapi_get_next" || operation == "confd_pp_value" ||
             operation == "maapi_destroy_cursor") {
             path = list;
+        } else if (operation == "QelConfdCdbSessionBase") {
+            path = call.flag ? "flag true" : "flag false";
         }
         const bool has_path = !path.empty() || operation.find("_exists") != std::string::npos;
         outcome.calls.push_back(operation + (has_path ? " " : "") + path);

@@ -135,7 +135,7 @@ inline const std::string kIpv6Instance = instance("l3-vlan10", "ipv6", 5);
 
 inline const Calls kOpenSession = {
     Calls("qelconfd_instance_get").fails_unseen(ok()),
-    Calls("QelConfdCdbSessionBase").fails_unseen(ok()),
+    Calls("QelConfdCdbSessionBase flag true").fails_unseen(ok()),
 };
 inline const Calls kSocket = "QelConfdCdbSessionBase::Socket";
 inline const Calls kCloseSession = "~QelConfdCdbSessionBase";

@@ -24,6 +24,9 @@ const AddRule kRule(
         password("8 bytes in 4 characters", stored("äöüß"), ok()),
         password("10 bytes in 5 characters", stored("äöüßé"), kLength),
         password("bytes behind a NUL", stored(std::string("ab\0\000345678", 10)), ok()),
+        password("stored with bytes behind a NUL", stored("a") + std::string("\0b", 2), ok()),
+        password("decrypted to nothing", stored("a"), PlatformAnswers{{"confd_decrypt", 0}},
+                 kLength),
         password("6104 bytes", stored(std::string(6104, 'k')), kLength),
         // Written down once: what operators have stored opens in every later release.
         password("stored by an earlier release",

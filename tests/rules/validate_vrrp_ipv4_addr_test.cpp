@@ -34,7 +34,7 @@ const AddRule kAddressRule(
         Case("primary address", primary("192.0.2.1/24"), virtual_address("192.0.2.1"), ok()),
         Case("network", primary("192.0.2.77/24"), virtual_address("192.0.2.0"), kNetwork),
         Case("broadcast", primary("192.0.2.1/24"), virtual_address("192.0.2.255"), kBroadcast),
-        Case("within 16 bits", primary("10.1.2.3/16"), virtual_address("10.1.200.1"), ok()),
+        Case("within 16 bits", primary("10.1.2.3/16"), virtual_address("10.1.200.255"), ok()),
         Case("broadcast of the next 16 bits", primary("10.1.2.3/16"),
              virtual_address("10.2.255.255"), outside("10.1.2.3/16")),
         Case("31 bits", primary("192.0.2.4/31"), virtual_address("192.0.2.5"), ok()),

@@ -24,10 +24,6 @@ const AddRule kRule(
         looks_at("key that ends in a dash", "l3-", ""),
         looks_at("key with a NUL", std::string("l3-a\0b", 6), "a"),
         looks_at("key of 300 characters", "l3-" + std::string(300, 'k'), std::string(300, 'k')),
-        Case("key with conversions", Request{instance("l3-%s%n%d", "ipv4", 5)},
-             PlatformAnswers{{"maapi_exists", 1}},
-             error("VRF must not be configured on interface l3 %s%n%d with VRRP enabled."),
-             Calls{"maapi_exists /config/interface/l3{%s%n%d}/vrf", kSetError}),
     });
 
 }  // namespace

@@ -33,13 +33,13 @@ void collect_rules(const YangModel& model, const local_platform::SchemaNode& nod
     }
 }
 
+}  // namespace
+
 std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
     std::vector<ValidationUse> rules;
     collect_rules(model, *model.schema(), rules);
     return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
 }
-
-}  // namespace
 
 Checker::Checker(const CheckerOptions& options)
     : model_(options.yang_dir),
@@ -71,7 +71,8 @@ std::vector<std::string> Checker::selectors() const {
     return selectors;
 }
 
-Report Checker::check(const ConfigurationFile& candidate, const Running& running) const {
+Report Checker::check(const ConfigurationFile& candidate, const Running& running,
+                      const CheckEffort& effort) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     Report report;
@@ -82,14 +83,21 @@ Report Checker::check(const ConfigurationFile& candidate, const Running& running
     const Transaction transaction{model_.read(candidate), running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
-        progress.show(so_far.candidate, so_far.requests);
+        progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) + " checks done");
     };
     if (difference_) {
         report.changes = difference(transaction.running, transaction.candidate);
     }
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
-    walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
+    RuleWalk walk{model_, host_, selectors_, nullptr, max_findings_, threads_, effort.stop};
+    if (effort.shows_progress) {
+        walk.on_progress = show;
+    }
+    if (effort.threads > 0) {
+        walk.threads = effort.threads;
+    }
+    walk_candidate(walk, transaction, report);
     find_causes(transaction.candidate, report);
     if (!report.findings.empty()) {
         const auto add_source = [&](const std::string& name, const std::string& text) {

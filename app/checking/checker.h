@@ -26,6 +26,16 @@ struct Running {
     local_platform::DataTree tree;
 };
 
+/// What the model says of its rules, in its order.
+std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model);
+
+/// How to go about the check of one candidate.
+struct CheckEffort {
+    std::size_t threads = 0;                  ///< at most; 0 for as many as the checker may use
+    bool shows_progress = true;               ///< on a terminal
+    const std::atomic<bool>* stop = nullptr;  ///< see RuleWalk
+};
+
 class Checker {
   public:
     /// Throws CannotCheck or PlatformError when something cannot be loaded.
@@ -37,8 +47,10 @@ class Checker {
     /// The rules that it runs, in the model's order.
     std::vector<std::string> selectors() const;
 
-    /// Checks `candidate` against `running`. Throws CannotCheck.
-    Report check(const ConfigurationFile& candidate, const Running& running) const;
+    /// Checks `candidate` against `running`, on any thread. Throws CannotCheck, and Interrupted
+    /// when it was stopped.
+    Report check(const ConfigurationFile& candidate, const Running& running,
+                 const CheckEffort& effort = {}) const;
 
   private:
     YangModel model_;

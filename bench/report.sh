@@ -8,6 +8,7 @@ cd "$(dirname "$0")/.."
 
 bench/run.sh "$build"
 bench/instructions.sh "$build"
+bench/fleet.sh "$build"
 gnuplot -e "data='$results/growth.dat'; plot_file='docs/growth.svg'" bench/growth.gp
 printf '%s, %s cores (%s), %s, GCC %s.\n' "$(date +%F)" "$(nproc)" \
         "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1)" \
@@ -15,7 +16,7 @@ printf '%s, %s cores (%s), %s, GCC %s.\n' "$(date +%F)" "$(nproc)" \
     >"$results/machine.md"
 
 # Puts each file between the two marks that bear its name.
-for name in machine tables instructions; do
+for name in machine tables instructions fleet; do
     awk -v name="$name" -v file="$results/$name.md" '
         $0 == "<!-- end of " name " -->" { is_old = 0 }
         !is_old { print }

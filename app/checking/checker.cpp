@@ -34,12 +34,6 @@ void collect_rules(const YangModel& model, const local_platform::SchemaNode& nod
     }
 }
 
-std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
-    std::vector<ValidationUse> rules;
-    collect_rules(model, *model.schema(), rules);
-    return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
-}
-
 /// Adds what the files of `document` hold, those that are not there yet.
 void add_sources(const Document& document, const local_platform::SchemaNode& schema,
                  Report& report) {
@@ -54,6 +48,12 @@ void add_sources(const Document& document, const local_platform::SchemaNode& sch
 }
 
 }  // namespace
+
+std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
+    std::vector<ValidationUse> rules;
+    collect_rules(model, *model.schema(), rules);
+    return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
+}
 
 Checker::Checker(const CheckerOptions& options)
     : model_(options.yang_dir),
@@ -87,8 +87,9 @@ Configuration Checker::read_candidate(ConfigurationFile file) const {
     return {std::move(document), std::move(tree)};
 }
 
-Report Checker::check(ConfigurationFile candidate, const Running& running) const {
-    return check(read_candidate(std::move(candidate)), running);
+Report Checker::check(ConfigurationFile candidate, const Running& running,
+                      const CheckEffort& effort) const {
+    return check(read_candidate(std::move(candidate)), running, effort);
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -101,7 +102,8 @@ std::vector<std::string> Checker::selectors() const {
     return selectors;
 }
 
-Report Checker::check(const Configuration& candidate, const Running& running) const {
+Report Checker::check(const Configuration& candidate, const Running& running,
+                      const CheckEffort& effort) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     Report report;
@@ -113,14 +115,21 @@ Report Checker::check(const Configuration& candidate, const Running& running) co
     const Transaction transaction{candidate.tree, running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
-        progress.show(so_far.candidate, so_far.requests);
+        progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) + " checks done");
     };
     if (difference_) {
         report.changes = difference(transaction.running, transaction.candidate);
     }
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
-    walk_candidate({model_, host_, selectors_, show, max_findings_, threads_}, transaction, report);
+    RuleWalk walk{model_, host_, selectors_, nullptr, max_findings_, threads_, effort.stop};
+    if (effort.shows_progress) {
+        walk.on_progress = show;
+    }
+    if (effort.threads > 0) {
+        walk.threads = effort.threads;
+    }
+    walk_candidate(walk, transaction, report);
     find_causes(transaction.candidate, report);
     if (!report.findings.empty()) {
         const Document* const committed = running.document ? &*running.document : nullptr;

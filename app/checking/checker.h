@@ -27,6 +27,16 @@ struct Running {
     std::optional<Document> document;  ///< nothing for an empty one
 };
 
+/// What the model says of its rules, in its order.
+std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model);
+
+/// How to go about the check of one candidate.
+struct CheckEffort {
+    std::size_t threads = 0;                  ///< at most; 0 for as many as the checker may use
+    bool shows_progress = true;               ///< on a terminal
+    const std::atomic<bool>* stop = nullptr;  ///< see RuleWalk
+};
+
 class Checker {
   public:
     /// Throws CannotCheck or PlatformError when something cannot be loaded.
@@ -41,9 +51,12 @@ class Checker {
     /// The configuration in `file`. Throws CannotCheck.
     Configuration read_candidate(ConfigurationFile file) const;
 
-    /// Checks `candidate` against `running`. Throws CannotCheck.
-    Report check(const Configuration& candidate, const Running& running) const;
-    Report check(ConfigurationFile candidate, const Running& running) const;
+    /// Checks `candidate` against `running`, on any thread. Throws CannotCheck, and Interrupted
+    /// when it was stopped.
+    Report check(const Configuration& candidate, const Running& running,
+                 const CheckEffort& effort = {}) const;
+    Report check(ConfigurationFile candidate, const Running& running,
+                 const CheckEffort& effort = {}) const;
 
   private:
     YangModel model_;

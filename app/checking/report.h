@@ -31,9 +31,9 @@ struct Finding {
     std::string place;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
     std::string message;
     std::vector<ReadValue> values;
-    std::string note;   ///< why the message may not be the whole truth; empty without a reason
-    std::string help;   ///< what to do, from the model
-    Location location;  ///< of the node in the candidate, or in the edit where that holds it
+    std::string note;        ///< why the message may not be the whole truth; empty without a reason
+    std::string help;        ///< what to do, from the model
+    Location location;       ///< of the node in the candidate, or in the edit where that holds it
     std::string cause = {};  ///< what it has in common with others; empty without a reason
 };
 

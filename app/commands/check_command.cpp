@@ -1,83 +1,145 @@
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <iostream>
 
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
 #include "errors/cannot_check.h"
+#include "fleet/fleet.h"
+#include "reports/report_stream.h"
 #include "reports/sentences.h"
+#include "terminal/interrupt.h"
 #include "terminal/output.h"
+#include "terminal/progress.h"
 
 namespace {
 
-/// The report on a candidate that could not be checked.
-Report unchecked_report(const CheckOptions& options, const std::string& candidate,
-                        const std::exception& error) {
-    Report report;
-    report.candidate = candidate == "-" ? "standard input" : candidate;
-    report.running = options.running == "-" ? "standard input" : options.running;
-    report.failure = error.what();
-    const auto* const with_place = dynamic_cast<const CannotCheck*>(&error);
-    report.failure_at = with_place == nullptr ? Location() : with_place->at;
-    return report;
-}
+struct FleetOptions : CheckOptions {
+    std::string files_from;
+    bool allow_missing_running = false;
+};
 
-/// What is wrong with one candidate must not keep the others from being checked.
-Report check_one(const Checker& checker, const CheckOptions& options, const std::string& candidate,
-                 const Running& running) {
-    try {
-        return checker.check(read_configuration_file(candidate, options.max_size), running);
-    } catch (const std::exception& error) {
-        std::cerr << complaint(error.what());
-        Report report = unchecked_report(options, candidate, error);
-        report.selectors = checker.selectors();
-        return report;
-    }
-}
+/// The run that the operator sees: its reports as they come, and how far it is.
+class Run {
+  public:
+    explicit Run(const FleetOptions& options)
+        : stream_(options.report, [this](const std::string& text) {
+              progress_.clear();
+              print(text);
+          }) {}
 
-/// A report for every candidate, whatever cannot be loaded: a reader of the report must never take
-/// silence for a clean check.
-std::vector<Report> check_all(const CheckOptions& options) {
-    std::vector<Report> reports;
-    try {
-        require_one_standard_input(options);
-        const Checker checker(options.checker);
-        std::optional<ConfigurationFile> running_file;
-        if (!options.running.empty()) {
-            running_file = read_configuration_file(options.running, options.max_size);
+    /// Reports the next of `count` candidates.
+    void add(Report report, std::size_t count) {
+        if (!report.failure.empty()) {
+            progress_.clear();
+            std::cerr << complaint(report.failure);
         }
-        const Running running = checker.read_running(running_file);
-        for (const std::string& candidate : options.candidates) {
-            reports.push_back(check_one(checker, options, candidate, running));
-        }
-    } catch (const std::exception& error) {
-        std::cerr << complaint(error.what());
-        reports.clear();
-        for (const std::string& candidate : options.candidates) {
-            reports.push_back(unchecked_report(options, candidate, error));
+        stream_.add(std::move(report));
+        if (count > 1) {
+            progress_.show(state(count));
         }
     }
-    return reports;
+
+    /// Reports that no candidate could be checked.
+    void give_up(const std::vector<Pair>& pairs, const std::exception& error) {
+        std::cerr << complaint(error.what());
+        for (const Pair& pair : pairs) {
+            stream_.add(unchecked_report(pair, error));
+        }
+    }
+
+    const Totals& finish(std::size_t unreached) {
+        stream_.finish(unreached);
+        progress_.clear();
+        return stream_.totals();
+    }
+
+  private:
+    std::string state(std::size_t count) const {
+        using Seconds = std::chrono::duration<double>;
+        const Totals& totals = stream_.totals();
+        const double taken = Seconds(std::chrono::steady_clock::now() - start_).count();
+        const double left = taken / static_cast<double>(totals.candidates) *
+                            static_cast<double>(count - totals.candidates);
+        return std::to_string(totals.candidates) + " of " + counted(count, "candidate") + ", " +
+               counted(totals.errors + totals.warnings, "finding") + ", " +
+               std::to_string(static_cast<long>(left) + 1) + " s left";
+    }
+
+    Progress progress_;
+    ReportStream stream_;
+    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+};
+
+/// What the operator named, for as long as nothing is known of what that is.
+std::vector<Pair> named_pairs(const FleetOptions& options) {
+    std::vector<Pair> pairs;
+    for (const std::string& candidate : options.candidates) {
+        pairs.push_back({candidate, options.running, {}});
+    }
+    return pairs;
 }
 
 /// Checks every candidate; the worst outcome is the exit code.
-int run_check(const CheckOptions& options) {
-    const std::vector<Report> reports = check_all(options);
-    print(format_reports(reports, options.report));
-    const std::size_t unchecked = count_unchecked(reports);
-    if (options.report.quiet && unchecked > 0) {
-        std::cerr << complaint(std::to_string(unchecked) + " of " +
-                               counted(reports.size(), "candidate") + " not checked");
+int run_check(const FleetOptions& options) {
+    if (options.candidates.empty() && options.files_from.empty()) {
+        throw CannotCheck(
+            "no candidate was named: give CANDIDATE or --files-from; run vrrp-valid check --help");
     }
-    return exit_code(reports, options.report.accept_warnings);
+    const Interrupt interrupt;
+    Run run(options);
+    std::vector<Pair> pairs = named_pairs(options);
+    std::optional<Checker> checker;
+    std::size_t taken = 0;
+    bool is_begun = false;
+    try {
+        std::vector<std::string> files = options.candidates;
+        files.insert(files.end(), {options.running, options.files_from});
+        require_one_standard_input(files);
+        pairs = pair_files({options.candidates, options.running, options.files_from,
+                            options.allow_missing_running});
+        checker.emplace(options.checker);
+        taken = check_fleet(
+            {*checker, pairs, options.checker.threads, options.max_size, interrupt.is_noted()},
+            [&](Report report) {
+                is_begun = true;
+                run.add(std::move(report), pairs.size());
+            });
+    } catch (const std::exception& error) {
+        if (is_begun) {
+            throw;
+        }
+        run.give_up(pairs, error);
+        taken = pairs.size();
+    }
+    const Totals& totals = run.finish(pairs.size() - taken);
+    if (options.report.quiet && totals.unchecked > 0) {
+        std::cerr << complaint(std::to_string(totals.unchecked) + " of " +
+                               counted(totals.candidates, "candidate") + " not checked");
+    }
+    if (taken < pairs.size()) {
+        std::cerr << complaint("interrupted: " + std::to_string(pairs.size() - taken) + " of " +
+                               counted(pairs.size(), "candidate") + " not checked");
+        interrupt.pass_on();
+    }
+    return exit_code(totals, options.report.accept_warnings);
+}
+
+bool is_folder(const std::string& name) {
+    std::error_code error;
+    return std::filesystem::is_directory(name, error);
 }
 
 }  // namespace
 
 Subcommand add_check_command(CLI::App& app) {
-    const auto options = std::make_shared<CheckOptions>();
+    const auto options = std::make_shared<FleetOptions>();
     CLI::App* const command = add_subcommand(app, "check", "Check configurations",
                                              "--running running.json candidate.json");
-    add_running(*command, options->running, "The running configuration; empty without it");
+    add_running(*command, options->running,
+                "The running configuration, or a folder of them; empty without it");
     add_check_options(*command, *options);
     command
         ->add_option("--rule", options->checker.selectors, "Run this rule only; can be given again")
@@ -85,6 +147,18 @@ Subcommand add_check_command(CLI::App& app) {
         ->allow_extra_args(false);
     command->add_flag("--diff", options->checker.difference,
                       "Print first what the candidate changes");
-    add_candidates(*command, options->candidates);
-    return {command, [options] { return run_check(*options); }};
+    command
+        ->add_option("--files-from", options->files_from,
+                     "A file with more candidates, one a line, and behind a tab the running "
+                     "configuration of each")
+        ->type_name("FILE");
+    command->add_flag("--allow-missing-running", options->allow_missing_running,
+                      "Check a candidate without a running configuration against an empty one");
+    add_candidates(*command, options->candidates)->required(false);
+    return {command, [options] {
+                options->report.counts_clean =
+                    !options->files_from.empty() ||
+                    std::any_of(options->candidates.begin(), options->candidates.end(), is_folder);
+                return run_check(*options);
+            }};
 }

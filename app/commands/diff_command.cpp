@@ -9,7 +9,7 @@ namespace {
 
 /// Prints what the one candidate changes in the running configuration.
 int run_diff(const CheckOptions& options) {
-    require_one_standard_input(options);
+    require_one_standard_input({options.running, options.candidates.front()});
     const YangModel model(options.checker.yang_dir);
     const ConfigurationFile running = read_configuration_file(options.running, options.max_size);
     const ConfigurationFile candidate =

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "checking/report.h"
+#include "reports/totals.h"
 
 constexpr int kExitClean = 0;
 constexpr int kExitErrors = 1;
@@ -12,4 +12,5 @@ constexpr int kExitWarnings = 3;
 constexpr int kExitDifferences = 1;  ///< of a comparison
 
 /// The exit code of the worst report: not checked before errors, errors before warnings.
+int exit_code(const Totals& totals, bool accept_warnings);
 int exit_code(const std::vector<Report>& reports, bool accept_warnings);

@@ -35,10 +35,10 @@ int run(int argc, char** argv) {
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not check, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
-    const std::vector<Subcommand> subcommands = {add_check_command(app),   add_diff_command(app),
-                                                 add_commit_command(app),  add_rules_command(app),
-                                                 add_explain_command(app), add_keygen_command(app),
-                                                 add_encrypt_command(app)};
+    const std::vector<Subcommand> subcommands = {add_check_command(app),  add_diff_command(app),
+                                                 add_report_command(app), add_commit_command(app),
+                                                 add_rules_command(app),  add_explain_command(app),
+                                                 add_keygen_command(app), add_encrypt_command(app)};
     require_names(app);
     try {
         app.parse(argc, argv);

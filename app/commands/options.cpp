@@ -1,6 +1,7 @@
 #include "commands/options.h"
 
 #include <algorithm>
+#include <thread>
 
 #include "commands/install_layout.h"
 #include "errors/cannot_check.h"
@@ -37,11 +38,19 @@ void add_max_size(CLI::App& command, std::size_t& max_size) {
         ->capture_default_str();
 }
 
-void add_check_options(CLI::App& command, CheckOptions& options) {
-    options.checker.plugin_file = default_plugin_file();
-    command.add_option("--format", options.report.format, "How to print the findings")
+void add_report_options(CLI::App& command, ReportOptions& options) {
+    command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
         ->capture_default_str();
+    command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
+    command.add_flag("-q,--quiet", options.quiet, "Print findings only");
+    command.add_flag("--silent", options.silent, "Print nothing: the exit code tells");
+}
+
+void add_check_options(CLI::App& command, CheckOptions& options) {
+    options.checker.plugin_file = default_plugin_file();
+    options.checker.threads = std::max(1U, std::thread::hardware_concurrency());
+    add_report_options(command, options.report);
     command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
         ->type_name("FILE");
     command.add_option("--plugin", options.checker.plugin_file, "The plug-in that checks")
@@ -50,20 +59,18 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         .add_option("--max-findings", options.checker.max_findings,
                     "Print so many findings of a rule, and the rest as a count")
         ->capture_default_str();
-    command.add_option("-j,--jobs", options.checker.threads, "Threads that check");
+    command
+        .add_option("-j,--jobs", options.checker.threads,
+                    "Check with so many threads; as many as there are cores unless given")
+        ->check(CLI::PositiveNumber);
     command.add_flag("--ignore-unknown", options.checker.ignore_unknown,
                      "Skip nodes that the modules of the model do not have, and list them");
-    command.add_flag("--accept-warnings", options.report.accept_warnings, "Warnings do not count");
-    command.add_flag("-q,--quiet", options.report.quiet, "Print findings only");
-    command.add_flag("--silent", options.report.silent, "Print nothing: the exit code tells");
     add_max_size(command, options.max_size);
     add_yang_dir(command, options.checker.yang_dir);
 }
 
-void require_one_standard_input(const CheckOptions& options) {
-    const auto count = std::count(options.candidates.begin(), options.candidates.end(), "-") +
-                       (options.running == "-" ? 1 : 0);
-    if (count > 1) {
+void require_one_standard_input(const std::vector<std::string>& files) {
+    if (std::count(files.begin(), files.end(), "-") > 1) {
         throw CannotCheck("standard input can be read once: give \"-\" once only");
     }
 }

@@ -30,8 +30,11 @@ CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candida
 /// `--max-size`, for every configuration that the subcommand reads.
 void add_max_size(CLI::App& command, std::size_t& max_size);
 
+/// How a subcommand prints reports.
+void add_report_options(CLI::App& command, ReportOptions& options);
+
 /// The options beside those that all of `check` and `commit` take.
 void add_check_options(CLI::App& command, CheckOptions& options);
 
-/// Throws CannotCheck when more than one configuration is to be read from standard input.
-void require_one_standard_input(const CheckOptions& options);
+/// Throws CannotCheck when more than one of `files` is to be read from standard input.
+void require_one_standard_input(const std::vector<std::string>& files);

@@ -1,6 +1,7 @@
 #include "fleet/pairing.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -90,7 +91,8 @@ class Pairing {
 
   private:
     static std::string read_list(const std::string& name) {
-        const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
+        const FileDescriptor file(name == "-" ? dup(STDIN_FILENO)
+                                              : open(name.c_str(), O_RDONLY | O_CLOEXEC));
         if (!file.is_open()) {
             throw CannotCheck(name + ": cannot be opened: " + last_system_error());
         }

@@ -65,6 +65,7 @@ std::string place_of(const Change& change) {
 Json to_json(const Change& change) {
     Json json = {{"kind", look_of(change.kind).word},
                  {"path", printable(change.path)},
+                 {"group", printable(change.group)},
                  {"place", printable(place_of(change))}};
     if (change.old_value) {
         json["old"] = printable(*change.old_value);
@@ -73,6 +74,25 @@ Json to_json(const Change& change) {
         json["new"] = printable(*change.new_value);
     }
     return json;
+}
+
+Change change_from_json(const Json& json) {
+    Change change;
+    const auto word = json.at("kind").get<std::string>();
+    for (const ChangeKind kind : {ChangeKind::added, ChangeKind::removed, ChangeKind::moved}) {
+        change.kind = word == look_of(kind).word ? kind : change.kind;
+    }
+    change.path = json.at("path").get<std::string>();
+    change.group = json.at("group").get<std::string>();
+    change.node = json.at("place").get<std::string>();
+    change.node.erase(0, change.group.empty() ? 0 : change.group.size() + 1);
+    if (json.contains("old")) {
+        change.old_value = json["old"].get<std::string>();
+    }
+    if (json.contains("new")) {
+        change.new_value = json["new"].get<std::string>();
+    }
+    return change;
 }
 
 std::string format_difference_text(const std::vector<Change>& changes, bool colour) {

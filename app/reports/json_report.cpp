@@ -1,4 +1,5 @@
 #include "reports/json.h"
+#include "reports/json_parts.h"
 #include "reports/report_format.h"
 #include "reports/sentences.h"
 #include "terminal/output.h"
@@ -29,6 +30,7 @@ Json to_json(const Location& location) {
 Json to_json(const ReadValue& value) {
     return {{"datastore", value.datastore},
             {"path", printable(value.path)},
+            {"place", printable(value.leaf)},
             {"value", printable(value.value)},
             {"location", to_json(value.location)}};
 }
@@ -67,7 +69,13 @@ Json to_json(const Report& report) {
     if (report.committed) {
         json["committed"] = *report.committed;
     }
+    json["rules"] = to_json(report.selectors);
     json["requests"] = report.requests;
+    json["instances"] = Json::array();
+    for (const VrrpInstance& instance : report.instances) {
+        json["instances"].push_back(
+            printable(instance.interface + " " + instance.family + " " + instance.id));
+    }
     json["removed_instances"] = report.removed_instances;
     json["skipped"] = {{"nodes", report.skipped.nodes},
                        {"modules", to_json(report.skipped.modules)},
@@ -94,23 +102,40 @@ Json to_json(const Report& report) {
     return json;
 }
 
+/// The JSON with `indent` in front of every line but the first.
+std::string indented(const Json& json, const std::string& indent) {
+    std::string text;
+    for (const char c : json.dump(2)) {
+        text += c;
+        text += c == '\n' ? indent : "";
+    }
+    return text;
+}
+
 }  // namespace
 
-std::string format_json(const std::vector<Report>& reports, const ReportOptions&) {
-    Json all = Json::array();
-    std::size_t errors = 0;
-    std::size_t warnings = 0;
+std::string json_begin() {
+    return "{\n  \"format_version\": \"1.0\",\n  \"reports\": [\n";
+}
+
+std::string json_item(const Report& report) {
+    const std::string indent = "    ";
+    return indent + indented(to_json(report), indent);
+}
+
+std::string json_end(const Totals& totals) {
+    const Json summary = {{"candidates", totals.candidates},
+                          {"errors", totals.errors},
+                          {"warnings", totals.warnings},
+                          {"not_judged", totals.unchecked},
+                          {"skipped", totals.skipped}};
+    return "\n  ],\n  \"summary\": " + indented(summary, "  ") + "\n}\n";
+}
+
+std::string format_json(const std::vector<Report>& reports, const ReportOptions& /*options*/) {
+    std::string text = json_begin();
     for (const Report& report : reports) {
-        all.push_back(to_json(report));
-        errors += report.count(Severity::error);
-        warnings += report.count(Severity::warning);
+        text += (&report == &reports.front() ? "" : ",\n") + json_item(report);
     }
-    const Json json = {{"format_version", "1.0"},
-                       {"reports", all},
-                       {"summary",
-                        {{"candidates", reports.size()},
-                         {"errors", errors},
-                         {"warnings", warnings},
-                         {"not_judged", count_unchecked(reports)}}}};
-    return json.dump(2) + "\n";
+    return text + json_end(total_of(reports));
 }

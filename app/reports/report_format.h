@@ -12,6 +12,7 @@ struct ReportOptions {
     bool accept_warnings = false;  ///< a warning is no failure
     bool quiet = false;            ///< findings only, in text
     bool silent = false;           ///< nothing
+    bool counts_clean = false;     ///< in text, a candidate without findings is only counted
 };
 
 std::vector<std::string> report_formats();

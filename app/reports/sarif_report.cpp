@@ -164,7 +164,7 @@ std::string format_sarif(const std::vector<Report>& reports, const ReportOptions
                           {"rules", rules.json}}}}},
                       {"columnKind", "unicodeCodePoints"},
                       {"invocations",
-                       {{{"executionSuccessful", count_unchecked(reports) == 0},
+                       {{{"executionSuccessful", total_of(reports).unchecked == 0},
                          {"toolExecutionNotifications", notifications}}}},
                       {"results", results}};
     const Json json = {{"$schema", kSchema}, {"version", "2.1.0"}, {"runs", {run}}};

@@ -1,7 +1,5 @@
 #include "reports/sentences.h"
 
-#include <algorithm>
-
 #include "terminal/output.h"
 
 namespace {
@@ -102,22 +100,11 @@ std::vector<std::string> remarks(const Report& report) {
     return sentences;
 }
 
-std::string total_text(const std::vector<Report>& reports) {
-    std::size_t errors = 0;
-    std::size_t warnings = 0;
-    std::size_t checks = 0;
-    for (const Report& report : reports) {
-        errors += report.count(Severity::error);
-        warnings += report.count(Severity::warning);
-        checks += report.requests;
+std::string total_text(const Totals& totals) {
+    std::string text = counted(totals.candidates, "candidate") + ": " +
+                       counts(totals.errors, totals.warnings, totals.requests);
+    if (totals.unchecked > 0) {
+        text += ", " + std::to_string(totals.unchecked) + " not checked";
     }
-    const std::size_t unchecked = count_unchecked(reports);
-    return counted(reports.size(), "candidate") + ": " + counts(errors, warnings, checks) +
-           (unchecked == 0 ? "" : ", " + std::to_string(unchecked) + " not checked");
-}
-
-std::size_t count_unchecked(const std::vector<Report>& reports) {
-    return static_cast<std::size_t>(
-        std::count_if(reports.begin(), reports.end(),
-                      [](const Report& report) { return !report.failure.empty(); }));
+    return totals.skipped == 0 ? text : text + ", " + counted(totals.skipped, "node") + " skipped";
 }

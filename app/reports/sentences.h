@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "checking/report.h"
+#include "reports/totals.h"
 
 /// "error" or "warning".
 std::string severity_word(Severity severity);
@@ -34,7 +35,4 @@ std::string result_text(const Report& report);
 std::vector<std::string> remarks(const Report& report);
 
 /// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 not checked".
-std::string total_text(const std::vector<Report>& reports);
-
-/// How many of the reports are of candidates that could not be checked.
-std::size_t count_unchecked(const std::vector<Report>& reports);
+std::string total_text(const Totals& totals);

@@ -97,5 +97,5 @@ std::string format_text(const std::vector<Report>& reports, const TextStyle& sty
             text += name + remark + "\n";
         }
     }
-    return style.quiet || reports.size() < 2 ? text : text + total_text(reports) + "\n";
+    return style.quiet || reports.size() < 2 ? text : text + total_text(total_of(reports)) + "\n";
 }

@@ -18,12 +18,17 @@ Progress::Progress()
     : is_terminal_(isatty(STDERR_FILENO) == 1), next_(std::chrono::steady_clock::now() + kFirst) {}
 
 Progress::~Progress() {
+    clear();
+}
+
+void Progress::clear() {
     if (is_shown_) {
         std::cerr << kClearLine << std::flush;
+        is_shown_ = false;
     }
 }
 
-void Progress::show(const std::string& candidate, std::size_t requests) {
+void Progress::show(const std::string& line) {
     if (!is_terminal_) {
         return;
     }
@@ -33,6 +38,5 @@ void Progress::show(const std::string& candidate, std::size_t requests) {
     }
     next_ = now + kThen;
     is_shown_ = true;
-    std::cerr << kClearLine << printable(candidate) << ": " << requests << " checks done"
-              << std::flush;
+    std::cerr << kClearLine << printable(line) << std::flush;
 }

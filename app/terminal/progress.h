@@ -14,7 +14,10 @@ class Progress {
     Progress& operator=(const Progress&) = delete;
     ~Progress();
 
-    void show(const std::string& candidate, std::size_t requests);
+    /// Replaces the line; more often than ten times a second is no more to the eye.
+    void show(const std::string& line);
+    /// Takes the line away, for something else to be written.
+    void clear();
 
   private:
     bool is_terminal_;

@@ -10,7 +10,10 @@
 #include <pugixml.hpp>
 
 #include "commands/exit_code.h"
+#include "errors/cannot_check.h"
+#include "reports/json_reader.h"
 #include "reports/report_format.h"
+#include "reports/report_stream.h"
 #include "samples.h"
 
 using nlohmann::json;
@@ -162,7 +165,7 @@ TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     }
     json all = json::parse(formatted({kBoth, kBroken, kWarned, committed}, "json"));
     EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 4, "errors": 1, "warnings": 2,
-        "not_judged": 1})"));
+        "not_judged": 1, "skipped": 0})"));
     const json& broken = all["reports"][1];
     EXPECT_EQ(broken["error"], "broken:3:9: ends too early.");
     EXPECT_EQ(broken["error_location"]["column"], 9);
@@ -172,10 +175,40 @@ TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     EXPECT_EQ(all["reports"][3]["committed"], true);
     EXPECT_EQ(all["reports"][0]["findings"][0]["values"][0], json::parse(R"({
         "datastore": "running", "path": "/config/interface/l3{vlan10}/ipv4/address/ip",
+        "place": "config interface l3 vlan10 ipv4 address ip",
         "value": "192.0.2.2/25", "location": {"file": "running.json", "line": 8, "column": 3}})"));
     EXPECT_TRUE(all["reports"][0]["findings"][1]["location"].is_null());
     all["reports"][0]["findings"][0].erase("message");
     EXPECT_EQ(against_schema(all.dump()), "#/reports/0/findings/0: required");
+}
+
+TEST(Reports, AreReadBackFromJson) {
+    Report full = kBoth;
+    full.running = "running.json";
+    full.omitted = {{"first", 1, 2}};
+    full.instances.push_back({"l3 a b", "ipv6", "7"});
+    full.removed_instances = 2;
+    full.skipped = {7, {"a"}, {"b"}};
+    full.committed = false;
+    full.changes = {{ChangeKind::moved, "/a/b", "a", "b", "first", "after c", {}},
+                    {ChangeKind::removed, "/a", "", "a", {}, {}, {}}};
+    for (const auto& reports : std::vector<std::vector<Report>>{{}, {full, kBroken, kWarned}}) {
+        const std::string text = formatted(reports, "json");
+        for (const char* const format : {"json", "text"}) {
+            EXPECT_EQ(formatted(reports_from_json("file", text).reports, format),
+                      formatted(reports, format));
+        }
+        EXPECT_THROW(reports_from_json("file", text.substr(0, text.size() - 3)), CannotCheck);
+    }
+    std::string text;
+    ReportOptions options;
+    options.format = "json";
+    ReportStream stream(options, [&](const std::string& part) { text += part; });
+    stream.add(kClean);
+    stream.finish(4);
+    EXPECT_EQ(reports_from_json("file", text).unreached, 4U);
+    EXPECT_EQ(exit_code(stream.totals(), true), 2);
+    EXPECT_THROW(reports_from_json("file", R"({"format_version": "2.0"})"), CannotCheck);
 }
 
 /// "name outcome" of each test of the suite.

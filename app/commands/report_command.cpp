@@ -1,0 +1,95 @@
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <iostream>
+#include <map>
+
+#include "checking/checker.h"
+#include "commands/commands.h"
+#include "commands/exit_code.h"
+#include "commands/options.h"
+#include "errors/cannot_check.h"
+#include "files/file_descriptor.h"
+#include "reports/json_reader.h"
+#include "reports/report_stream.h"
+#include "terminal/output.h"
+
+namespace {
+
+struct ReportCommandOptions {
+    ReportOptions report;
+    std::string yang_dir;
+    std::vector<std::string> files;
+};
+
+std::string read_report_file(const std::string& name) {
+    const FileDescriptor file(name == "-" ? dup(STDIN_FILENO)
+                                          : open(name.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.is_open()) {
+        throw CannotCheck(name + ": cannot be opened: " + last_system_error());
+    }
+    try {
+        return read_all(file.number(), kLargestFile);
+    } catch (const std::runtime_error& error) {
+        throw CannotCheck(name + ": cannot be read: " + error.what());
+    }
+}
+
+/// Which file reported each candidate: a candidate that two report was checked twice, and which of
+/// them holds cannot be told.
+class Reported {
+  public:
+    void add(const Report& report, const std::string& file) {
+        const auto [first, is_new] =
+            files_.emplace(std::pair(report.candidate, report.running), file);
+        if (!is_new) {
+            throw CannotCheck(file + ": reports " + report.candidate + " as " + first->second +
+                              " does; give each report once");
+        }
+    }
+
+  private:
+    std::map<std::pair<std::string, std::string>, std::string> files_;
+};
+
+/// Prints stored reports as one; the worst outcome is the exit code.
+int run_report(const ReportCommandOptions& options) {
+    std::shared_ptr<const std::vector<ValidationUse>> rules;
+    if (options.report.format == "sarif") {  // which tells of them; a stored report does not
+        rules = rules_of(YangModel(options.yang_dir));
+    }
+    ReportStream stream(options.report, print);
+    Reported reported;
+    std::size_t unreached = 0;
+    for (const std::string& file : options.files) {
+        StoredReports stored = reports_from_json(file, read_report_file(file));
+        for (Report& report : stored.reports) {
+            reported.add(report, file);
+            report.rules = rules;
+            stream.add(std::move(report));
+        }
+        unreached += stored.unreached;
+        if (stored.unreached > 0) {
+            std::cerr << complaint(file + ": was interrupted: " + std::to_string(stored.unreached) +
+                                   " more candidates were not checked");
+        }
+    }
+    stream.finish(unreached);
+    return exit_code(stream.totals(), options.report.accept_warnings);
+}
+
+}  // namespace
+
+Subcommand add_report_command(CLI::App& app) {
+    const auto options = std::make_shared<ReportCommandOptions>();
+    options->report.counts_clean = true;
+    CLI::App* const command =
+        add_subcommand(app, "report", "Print stored JSON reports as one, in any format",
+                       "--format junit shard-1.json shard-2.json");
+    add_report_options(*command, options->report);
+    add_yang_dir(*command, options->yang_dir);
+    command->add_option("REPORT", options->files, "What check --format json has printed")
+        ->required()
+        ->type_name("FILE");
+    return {command, [options] { return run_report(*options); }};
+}

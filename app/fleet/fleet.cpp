@@ -1,0 +1,72 @@
+#include "fleet/fleet.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "errors/cannot_check.h"
+#include "fleet/ordered_work.h"
+
+namespace {
+
+std::string shown_name(const std::string& file) {
+    return file == "-" ? "standard input" : file;
+}
+
+Running read_running(const Fleet& fleet, const std::string& name) {
+    return fleet.checker.read_running(
+        name.empty() ? std::nullopt : std::optional(read_configuration_file(name, fleet.max_size)));
+}
+
+/// The running configuration of all pairs when they have the same.
+std::optional<Running> shared_running(const Fleet& fleet) {
+    const auto differs = [&](const Pair& pair) {
+        return !pair.problem.empty() || pair.running != fleet.pairs.front().running;
+    };
+    if (fleet.pairs.empty() || std::any_of(fleet.pairs.begin(), fleet.pairs.end(), differs)) {
+        return std::nullopt;
+    }
+    return read_running(fleet, fleet.pairs.front().running);
+}
+
+std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
+                                 const std::optional<Running>& shared) {
+    try {
+        if (!pair.problem.empty()) {
+            throw CannotCheck(pair.problem);
+        }
+        CheckEffort effort;
+        effort.threads = std::max<std::size_t>(1, fleet.jobs / fleet.pairs.size());
+        effort.shows_progress = fleet.pairs.size() == 1;
+        effort.stop = &fleet.stop;
+        std::optional<Running> own;
+        const Running& running = shared ? *shared : own.emplace(read_running(fleet, pair.running));
+        return fleet.checker.check(read_configuration_file(pair.candidate, fleet.max_size), running,
+                                   effort);
+    } catch (const Interrupted&) {
+        return std::nullopt;
+    } catch (const std::exception& error) {
+        Report report = unchecked_report(pair, error);
+        report.selectors = fleet.checker.selectors();
+        return report;
+    }
+}
+
+}  // namespace
+
+std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& take) {
+    const std::optional<Running> shared = shared_running(fleet);
+    return work_in_order(
+        {fleet.pairs.size(), fleet.jobs,
+         [&](std::size_t number) { return check_pair(fleet, fleet.pairs[number], shared); }, take,
+         fleet.stop});
+}
+
+Report unchecked_report(const Pair& pair, const std::exception& error) {
+    Report report;
+    report.candidate = shown_name(pair.candidate);
+    report.running = shown_name(pair.running);
+    report.failure = error.what();
+    const auto* const with_place = dynamic_cast<const CannotCheck*>(&error);
+    report.failure_at = with_place == nullptr ? Location() : with_place->at;
+    return report;
+}

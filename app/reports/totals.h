@@ -1,0 +1,22 @@
+/// What all reports of a run come to.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "checking/report.h"
+
+struct Totals {
+    std::size_t candidates = 0;
+    std::size_t errors = 0;
+    std::size_t warnings = 0;
+    std::size_t requests = 0;
+    std::size_t unchecked = 0;  ///< candidates that could not be checked, or were not reached
+    std::size_t skipped = 0;    ///< nodes that no module describes
+
+    void add(const Report& report);
+    /// Counts candidates of which there is no report.
+    void add_unreached(std::size_t count);
+};
+
+Totals total_of(const std::vector<Report>& reports);

@@ -38,7 +38,8 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
         effort.threads = std::max<std::size_t>(1, fleet.jobs / fleet.pairs.size());
         effort.shows_progress = fleet.pairs.size() == 1;
         effort.stop = &fleet.stop;
-        const Running running = shared ? *shared : read_running(fleet, pair.running);
+        std::optional<Running> own;
+        const Running& running = shared ? *shared : own.emplace(read_running(fleet, pair.running));
         return fleet.checker.check(read_configuration_file(pair.candidate, fleet.max_size), running,
                                    effort);
     } catch (const Interrupted&) {

@@ -1,0 +1,8 @@
+#!/bin/sh
+# check-shard.sh SHARD: checks the devices that the list SHARD names and leaves their report in
+# SHARD.json once it is whole: a shard without one is to be done again.
+"${VRRP_VALID:-vrrp-valid}" check --format json --files-from "$1" >"$1.json.new"
+status=$?
+# 0 to 3 tell of the devices, and the report has the same; anything else is how the run itself ended.
+[ "$status" -le 3 ] || exit "$status"
+mv "$1.json.new" "$1.json"

@@ -118,6 +118,7 @@ check-docs: build
 ## make check-formats       have every report format read by somebody else's reader
 check-formats: build deps-formats
 	scripts/check-formats.sh $(BUILD)
+	scripts/check-page.sh $(BUILD)
 
 ## make clean               remove every build folder
 clean:

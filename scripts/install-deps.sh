@@ -12,7 +12,8 @@ declare -A groups=(
   [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"
   [bench]="libbenchmark-dev gnuplot-nox time valgrind"
   [fleet]="parallel openssh-server openssh-client slurmctld slurmd slurm-client munge psmisc jq"
-  [formats]="python3-jsonschema python3-junitparser npm"
+  [formats]="python3-jsonschema python3-junitparser npm chromium
+             fonts-dejavu-core"
   [package]="dpkg-dev file"
   [check-package]="debootstrap lintian"
   [abi]="abigail-tools"

@@ -159,6 +159,8 @@ Subcommand add_check_command(CLI::App& app) {
                 options->report.counts_clean =
                     !options->files_from.empty() ||
                     std::any_of(options->candidates.begin(), options->candidates.end(), is_folder);
+                // The page tells the whole change.
+                options->checker.difference |= options->report.format == "html";
                 return run_check(*options);
             }};
 }

@@ -5,17 +5,17 @@
 
 namespace {
 
-struct Look {
-    const char* mark;
-    const char* colour;
-    const char* word;
-};
+std::string shown_value(const std::optional<std::string>& value) {
+    return value.has_value() && !value->empty() ? printable(*value) : "\"\"";
+}
 
-const Look& look_of(ChangeKind kind) {
-    static constexpr Look kAdded{"+ ", "\033[32m", "added"};
-    static constexpr Look kRemoved{"- ", "\033[31m", "removed"};
-    static constexpr Look kChanged{"~ ", "\033[33m", "changed"};
-    static constexpr Look kMoved{"~ ", "\033[33m", "moved"};
+}  // namespace
+
+const ChangeLook& look_of(ChangeKind kind) {
+    static constexpr ChangeLook kAdded{"+ ", "\033[32m", "added"};
+    static constexpr ChangeLook kRemoved{"- ", "\033[31m", "removed"};
+    static constexpr ChangeLook kChanged{"~ ", "\033[33m", "changed"};
+    static constexpr ChangeLook kMoved{"~ ", "\033[33m", "moved"};
     switch (kind) {
         case ChangeKind::added:
             return kAdded;
@@ -28,11 +28,6 @@ const Look& look_of(ChangeKind kind) {
     }
 }
 
-std::string shown_value(const std::optional<std::string>& value) {
-    return value.has_value() && !value->empty() ? printable(*value) : "\"\"";
-}
-
-/// What follows the node: " 120 → 150".
 std::string values_of(const Change& change) {
     if (change.kind == ChangeKind::added || change.kind == ChangeKind::removed) {
         const auto& value = change.kind == ChangeKind::added ? change.new_value : change.old_value;
@@ -44,15 +39,16 @@ std::string values_of(const Change& change) {
                : start + shown_value(change.old_value) + " → " + shown_value(change.new_value);
 }
 
-std::string marked(const Change& change, const std::string& text, bool colour) {
-    const Look& look = look_of(change.kind);
-    return colour ? look.colour + (look.mark + text) + "\033[0m" : look.mark + text;
-}
-
-/// An entry that comes or goes only with entries below it has nothing to say of its own.
 bool is_told_below(const Change& change, const Change& next) {
     return change.node.empty() && next.node.empty() && change.kind == next.kind &&
            next.group.compare(0, change.group.size() + 1, change.group + ' ') == 0;
+}
+
+namespace {
+
+std::string marked(const Change& change, const std::string& text, bool colour) {
+    const ChangeLook& look = look_of(change.kind);
+    return colour ? look.colour + (look.mark + text) + "\033[0m" : look.mark + text;
 }
 
 std::string place_of(const Change& change) {

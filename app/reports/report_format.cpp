@@ -17,6 +17,7 @@ using Format = std::string (*)(const std::vector<Report>&, const ReportOptions&)
 constexpr std::pair<const char*, Format> kFormats[] = {
     {"text", format_for_reader}, {"json", format_json},     {"junit", format_junit},
     {"github", format_github},   {"gitlab", format_gitlab}, {"sarif", format_sarif},
+    {"html", format_html},
 };
 
 }  // namespace

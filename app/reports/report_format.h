@@ -44,3 +44,6 @@ std::string format_gitlab(const std::vector<Report>& reports, const ReportOption
 
 /// SARIF 2.1.0, with the rules as the model describes them.
 std::string format_sarif(const std::vector<Report>& reports, const ReportOptions& options);
+
+/// A page for the change ticket: one file that needs neither network nor script.
+std::string format_html(const std::vector<Report>& reports, const ReportOptions& options);

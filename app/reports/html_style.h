@@ -1,0 +1,85 @@
+/// How the page looks: on a light and on a dark screen, narrow or wide, and on paper.
+#pragma once
+
+// No "<", ">" or "&": they would be escaped as XML, and a browser takes a style as it is.
+constexpr const char* kPageStyle = R"css(
+:root {
+  color-scheme: light dark;
+  --page: #f4f6f8; --panel: #ffffff; --text: #1b1f24; --soft: #535c66; --line: #d3d9df; --code: #f4f6f8;
+  --link: #0b57a4; --mark: #fff0b8;
+  --error: #a8201a; --error-tint: #fdeceb; --warning: #7a4a00; --warning-tint: #fff3d6;
+  --good: #14612f; --good-tint: #e3f4e8;
+}
+@media (prefers-color-scheme: dark) {
+  :root {
+    --page: #12161b; --panel: #1b2128; --text: #e7eaee; --soft: #a7b0ba; --line: #38414b; --code: #12161b;
+    --link: #8cc2ff; --mark: #5a4a12;
+    --error: #ff9d94; --error-tint: #3d2020; --warning: #f2c566; --warning-tint: #362b10;
+    --good: #86dba1; --good-tint: #163222;
+  }
+}
+* { box-sizing: border-box; }
+body { margin: 0; background: var(--page); color: var(--text);
+  font: 16px/1.5 system-ui, -apple-system, "Segoe UI", "DejaVu Sans", sans-serif; }
+main { max-width: 72rem; margin: 0 auto; padding: 2rem 1.25rem 4rem; }
+h1 { font-size: 1.6rem; line-height: 1.25; margin: 0 0 1rem; }
+h2 { font-size: 1.25rem; line-height: 1.3; margin: 0 0 .75rem; overflow-wrap: anywhere; }
+h3 { font-size: 1.05rem; margin: 1.75rem 0 .75rem; }
+h4 { font-size: 1rem; margin: 0; overflow-wrap: anywhere; }
+p { margin: .35rem 0; overflow-wrap: anywhere; }
+a { color: var(--link); }
+a:focus-visible { outline: 3px solid var(--link); outline-offset: 2px; }
+code, pre, .number, .change td { font-family: ui-monospace, "DejaVu Sans Mono", Menlo, Consolas, monospace; }
+code { font-size: .9em; overflow-wrap: anywhere; }
+article { background: var(--panel); border: 1px solid var(--line); border-radius: 10px; padding: 1.5rem;
+  margin-bottom: 1.5rem; }
+.result { border-left: 6px solid; border-radius: 6px; padding: .75rem 1rem; font-weight: 600; }
+.result p { font-weight: 400; color: var(--text); }
+.error { color: var(--error); } .warning { color: var(--warning); } .good { color: var(--good); }
+.result.error { background: var(--error-tint); } .result.warning { background: var(--warning-tint); }
+.result.good { background: var(--good-tint); }
+dl { display: grid; grid-template-columns: max-content 1fr; gap: .2rem 1rem; margin: 1rem 0 0; }
+dt { color: var(--soft); } dd { margin: 0; overflow-wrap: anywhere; }
+table { border-collapse: collapse; width: 100%; }
+th, td { text-align: left; vertical-align: top; padding: .3rem .75rem .3rem 0; border-bottom: 1px solid var(--line);
+  overflow-wrap: anywhere; }
+th { font-weight: 600; padding-top: .75rem; }
+.change td { font-size: .875rem; }
+.change td:first-child { white-space: nowrap; width: 7rem; }
+.added { color: var(--good); } .removed { color: var(--error); } .changed, .moved { color: var(--warning); }
+.finding { border-top: 1px solid var(--line); padding: 1rem 0; display: grid; gap: .5rem 1.5rem;
+  grid-template-columns: minmax(0, 1fr) minmax(0, 1fr); }
+.finding.alone { grid-template-columns: minmax(0, 1fr); }
+.finding:target { background: var(--code); }
+.soft { color: var(--soft); }
+.cause { border-left: 4px solid var(--line); padding-left: 1rem; margin: 1rem 0; }
+.badge { display: inline-block; border-radius: 4px; padding: 0 .45rem; margin-right: .5rem; font-size: .85rem; }
+.badge.error { background: var(--error-tint); } .badge.warning { background: var(--warning-tint); }
+ul.values { list-style: none; margin: .35rem 0; padding: 0; } ul.values li { margin: .2rem 0; }
+figure { margin: 0 0 .75rem; }
+figcaption { color: var(--soft); font-size: .85rem; overflow-wrap: anywhere; }
+pre { margin: .2rem 0 0; padding: .5rem .25rem; background: var(--code); border: 1px solid var(--line);
+  border-radius: 6px; font-size: .8rem; line-height: 1.45; overflow-x: auto; }
+.number { color: var(--soft); display: inline-block; width: 4.5em; text-align: right; padding-right: 1em; }
+mark { background: var(--mark); color: inherit; border-radius: 3px; font-weight: 700; }
+.picture { overflow-x: auto; }
+svg { display: block; max-width: none; font: 14px system-ui, -apple-system, "Segoe UI", "DejaVu Sans", sans-serif; }
+svg text { fill: var(--text); } svg .soft { fill: var(--soft); }
+svg .row { fill: none; stroke: var(--line); }
+svg .chip rect { fill: var(--code); stroke: var(--soft); } svg .chip text { fill: var(--text); }
+svg .chip.error rect { fill: var(--error-tint); stroke: var(--error); stroke-width: 2; }
+svg .chip.error text { fill: var(--error); font-weight: 600; }
+svg .chip.warning rect { fill: var(--warning-tint); stroke: var(--warning); stroke-width: 2; }
+svg .chip.warning text { fill: var(--warning); font-weight: 600; }
+svg .conflict { fill: none; stroke: var(--error); stroke-width: 2.5; }
+@media (max-width: 50rem) { .finding { grid-template-columns: minmax(0, 1fr); } }
+@media print {
+  :root { color-scheme: light;
+    --page: #ffffff; --panel: #ffffff; --text: #000000; --soft: #444444; --line: #bbbbbb; --code: #ffffff;
+    --link: #000000; --mark: #eeeeee; --error: #8c1812; --error-tint: #ffffff; --warning: #5e3900;
+    --warning-tint: #ffffff; --good: #0d4722; --good-tint: #ffffff; }
+  main { max-width: none; padding: 0; } article { border: 0; padding: 0; }
+  .finding, figure, .result, tr { break-inside: avoid; } h3, h4 { break-after: avoid; }
+  pre { white-space: pre-wrap; }
+}
+)css";

@@ -91,7 +91,7 @@ int run_check(const CheckOptions& options) {
         std::cerr << complaint(std::to_string(unchecked) + " of " +
                                counted(reports.size(), "candidate") + " not checked");
     }
-    return exit_code(reports, options.report.accept_warnings);
+    return exit_code(reports, options.report.accepts_warnings(reports));
 }
 
 }  // namespace
@@ -104,7 +104,7 @@ Subcommand add_check_command(CLI::App& app) {
     add_check_options(*command, *options);
     command
         ->add_option("--rule", options->checker.selectors, "Run this rule only; can be given again")
-        ->type_name("SELECTOR")
+        ->type_name("RULE")
         ->allow_extra_args(false);
     command->add_flag("--diff", options->checker.difference,
                       "Print first what the candidate changes");

@@ -54,6 +54,11 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
     command.add_flag("--ignore-unknown", options.checker.ignore_unknown,
                      "Skip nodes that the modules of the model do not have, and list them");
     command.add_flag("--accept-warnings", options.report.accept_warnings, "Warnings do not count");
+    command
+        .add_option("--max-warnings", options.report.max_warnings,
+                    "As many warnings, of all candidates together, do not count")
+        ->type_name("NUMBER")
+        ->capture_default_str();
     command.add_flag("-q,--quiet", options.report.quiet, "Print findings only");
     command.add_flag("--silent", options.report.silent, "Print nothing: the exit code tells");
     add_max_size(command, options.max_size);

@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-
 #include "configuration/text_position.h"
 #include "errors/cannot_check.h"
 #include "files/file_descriptor.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "errors/location.h"
 #include "data_tree.h"
+#include "errors/location.h"
 
 enum class ChangeKind { added, removed, changed, moved };
 

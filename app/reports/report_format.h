@@ -10,8 +10,11 @@
 struct ReportOptions {
     std::string format = "text";   ///< or "json" or "junit"
     bool accept_warnings = false;  ///< a warning is no failure
+    std::size_t max_warnings = 0;  ///< nor are these many or fewer, in all reports together
     bool quiet = false;            ///< findings only, in the formats for readers
     bool silent = false;           ///< nothing
+
+    bool accepts_warnings(const std::vector<Report>& reports) const;
 };
 
 /// The reports in the wanted format.

@@ -6,7 +6,6 @@ set(docdir ${CMAKE_INSTALL_DATADIR}/doc/vrrp-valid)
 configure_file(docs/vrrp-valid.1.in vrrp-valid.1 @ONLY)
 execute_process(COMMAND ${GZIP} -9nkf vrrp-valid.1 WORKING_DIRECTORY ${PROJECT_BINARY_DIR} COMMAND_ERROR_IS_FATAL ANY)
 install(FILES ${PROJECT_BINARY_DIR}/vrrp-valid.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
-install(FILES app/completion/vrrp-valid DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(FILES README.md DESTINATION ${docdir})
 install(DIRECTORY docs examples DESTINATION ${docdir} PATTERN *.in EXCLUDE)
 

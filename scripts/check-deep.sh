@@ -46,6 +46,9 @@ build fuzz --target file_fuzzer path_fuzzer validate_fuzzer vrrp_valid
 step "fuzz, $fuzz_seconds s a target"
 tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 
+step "completion"
+tests/command/completion_test.sh "$PWD/build-dev/bin/vrrp-valid" bash fish zsh
+
 step "two builds, the same bytes"
 scripts/reproducible-test.sh
 

@@ -20,4 +20,4 @@ router, and what the host and the printing of keypaths and keys add. Left out ar
 which every request does once, setting the message, and arithmetic on addresses. A rule that refuses early
 makes fewer.
 END
-"$1" explain --markdown
+"$1" explain --format markdown --verbose

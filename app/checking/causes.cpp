@@ -4,7 +4,7 @@
 #include <set>
 
 #include "checking/tree_walk.h"
-#include "configuration/nearest_name.h"
+#include "errors/did_you_mean.h"
 
 using local_platform::DataTree;
 using local_platform::Node;

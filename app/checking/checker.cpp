@@ -8,6 +8,7 @@
 #include "checking/masked_text.h"
 #include "checking/vrrp_instances.h"
 #include "errors/cannot_check.h"
+#include "errors/did_you_mean.h"
 #include "files/key_file.h"
 #include "terminal/progress.h"
 
@@ -19,8 +20,8 @@ namespace {
 void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
     for (const std::string& selector : wanted) {
         if (std::find(known.begin(), known.end(), selector) == known.end()) {
-            throw CannotCheck("--rule " + selector +
-                              ": the model uses no such rule; vrrp-valid rules lists them");
+            throw CannotCheck("--rule: the model uses no rule \"" + selector + "\"" +
+                              did_you_mean(selector, known) + "; run vrrp-valid rules");
         }
     }
 }

@@ -124,7 +124,7 @@ int run_check(const FleetOptions& options) {
                                counted(pairs.size(), "candidate") + " not checked");
         interrupt.pass_on();
     }
-    return exit_code(totals, options.report.accept_warnings);
+    return exit_code(totals, options.report.accepts(totals.warnings));
 }
 
 bool is_folder(const std::string& name) {
@@ -143,7 +143,7 @@ Subcommand add_check_command(CLI::App& app) {
     add_check_options(*command, *options);
     command
         ->add_option("--rule", options->checker.selectors, "Run this rule only; can be given again")
-        ->type_name("SELECTOR")
+        ->type_name("RULE")
         ->allow_extra_args(false);
     command->add_flag("--diff", options->checker.difference,
                       "Print first what the candidate changes");

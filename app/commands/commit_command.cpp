@@ -86,7 +86,8 @@ int run_commit(const CommitOptions& options) {
     if (is_text) {
         print_beside(options.running, kOldIsThere, format_reports(reports, options.report));
     }
-    const int result = exit_code(reports, options.report.accept_warnings);
+    const int result =
+        exit_code(reports, options.report.accepts(reports.front().count(Severity::warning)));
     std::string refusal = result == kExitErrors ? "there are errors" : "";
     if (result == kExitWarnings) {
         refusal = reason_against(report, is_text && !options.report.silent, running);

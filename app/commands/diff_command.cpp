@@ -30,7 +30,8 @@ Subcommand add_diff_command(CLI::App& app) {
     add_running(*command, options->running, "The running configuration")->required();
     command->add_option("--format", options->report.format, "How to print the changes")
         ->check(CLI::IsMember({"text", "json"}))
-        ->capture_default_str();
+        ->capture_default_str()
+        ->configurable(false);  // a default for findings is none for changes
     add_max_size(*command, options->max_size);
     add_yang_dir(*command, options->checker.yang_dir);
     add_candidates(*command, options->candidates)->expected(1);

@@ -1,10 +1,14 @@
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <iostream>
+#include <optional>
 
+#include "commands/command_line.h"
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "errors/cannot_check.h"
 #include "terminal/output.h"
+#include "terminal/output_file.h"
 
 namespace {
 
@@ -25,29 +29,68 @@ void require_names(CLI::App& app) {
     }
 }
 
+/// Where the output goes and how it looks, of whatever subcommand prints something.
+struct OutputOptions {
+    std::string file;  ///< empty for standard output
+    std::string colour = "auto";
+};
+
+void add_output_options(CLI::App& app, OutputOptions& options) {
+    for (const char* const name :
+         {"check", "diff", "commit", "rules", "explain", "encrypt", "completion"}) {
+        app.get_subcommand(name)
+            ->add_option("-o,--output", options.file, "Write to this file, whole or not at all")
+            ->type_name("FILE");
+    }
+    for (const char* const name : {"check", "diff", "commit"}) {
+        app.get_subcommand(name)
+            ->add_option("--color", options.colour, "When to colour the text")
+            ->check(CLI::IsMember({"auto", "always", "never"}))
+            ->capture_default_str();
+    }
+}
+
+/// Runs `subcommand` and gives its exit code.
+int run_with_output(const Subcommand& subcommand, const OutputOptions& options) {
+    choose_colour(options.colour);
+    if (options.file.empty() || options.file == "-") {
+        return subcommand.run();
+    }
+    OutputFile file(options.file);
+    const int code = subcommand.run();
+    try {
+        file.put_in_place();
+    } catch (const CannotCheck& error) {
+        throw CannotCheck(error.what() + std::string("; all else ended with exit code ") +
+                          std::to_string(code));
+    }
+    return code;
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Checks VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
-    app.failure_message([](const CLI::App*, const CLI::Error& error) {
-        return complaint(error.what() + std::string("; run vrrp-valid --help"));
-    });
     app.set_version_flag("--version", "vrrp-valid " VRRP_VALID_VERSION);
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not check, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
-    const std::vector<Subcommand> subcommands = {add_check_command(app),  add_diff_command(app),
-                                                 add_report_command(app), add_commit_command(app),
-                                                 add_rules_command(app),  add_explain_command(app),
-                                                 add_keygen_command(app), add_encrypt_command(app)};
+    const std::vector<Subcommand> subcommands = {
+        add_check_command(app),  add_diff_command(app),    add_report_command(app),
+        add_commit_command(app), add_rules_command(app),   add_explain_command(app),
+        add_keygen_command(app), add_encrypt_command(app), add_completion_command(app),
+        add_help_command(app),
+    };
+    OutputOptions output;
+    add_output_options(app, output);
     require_names(app);
     try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? kExitClean : kExitCannotCheck;
+        parse_command_line(app, subcommand_first(app, {argv + 1, argv + argc}));
+    } catch (const CLI::Success& question) {
+        return app.exit(question);
     }
     const auto given = std::find_if(subcommands.begin(), subcommands.end(),
                                     [](const Subcommand& one) { return one.parser->parsed(); });
-    return given->run();
+    return run_with_output(*given, output);
 }
 
 }  // namespace

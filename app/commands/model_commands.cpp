@@ -1,15 +1,26 @@
 #include <functional>
+#include <nlohmann/json.hpp>
 
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
 #include "configuration/yang_model.h"
 #include "errors/cannot_check.h"
+#include "errors/did_you_mean.h"
 #include "terminal/output.h"
 
 using local_platform::SchemaNode;
+using Json = nlohmann::ordered_json;
 
 namespace {
+
+/// What to tell of the rules, and how.
+struct RuleOptions {
+    std::string yang_dir;
+    std::string selector;         ///< of the rule to tell of; empty for every one
+    std::string format = "text";  ///< or "json" or, of `explain`, "markdown"
+    bool verbose = false;         ///< also the calls of the platform
+};
 
 using VisitUse = std::function<void(const std::string& path, const ValidationUse&)>;
 
@@ -24,12 +35,12 @@ void for_each_use(const YangModel& model, const SchemaNode& node, const std::str
     }
 }
 
-std::string as_text(const std::string& path, const ValidationUse& use) {
+std::string as_text(const std::string& path, const ValidationUse& use, bool verbose) {
     std::string text = use.selector + "\n";
-    text += "  runs on   " + path + (use.only_when_changed ? ", only when it changed" : "") + "\n";
-    text += "  demands   " + use.demand + "\n";
-    text += "  reads     " + use.reads + "\n";
-    text += "  calls     " + use.calls + "\n";
+    text += "  checks    " + path + (use.only_when_changed ? ", only when it changed" : "") + "\n";
+    text += "  requires  " + use.demand + "\n";
+    text += "  looks at  " + use.reads + "\n";
+    text += verbose ? "  calls     " + use.calls + "\n" : "";
     for (const RuleMessage& message : use.messages) {
         text += message.is_warning ? "  warning   " : "  error     ";
         text += message.text + "\n            " + message.remedy + "\n";
@@ -37,13 +48,13 @@ std::string as_text(const std::string& path, const ValidationUse& use) {
     return text;
 }
 
-std::string as_markdown(const std::string& path, const ValidationUse& use) {
+std::string as_markdown(const std::string& path, const ValidationUse& use, bool verbose) {
     std::string text = "\n## `" + use.selector + "`\n\n" + use.demand + "\n\n";
-    text += "- Runs on: `" + path + "`" + (use.only_when_changed ? ", only when it changed" : "") +
-            "\n";
-    text += "- Reads: " + use.reads + "\n";
-    text += "- Platform calls: " + use.calls + "\n\n";
-    text += "| | Message | What to do |\n|---|---|---|\n";
+    text +=
+        "- Checks: `" + path + "`" + (use.only_when_changed ? ", only when it changed" : "") + "\n";
+    text += "- Looks at: " + use.reads + "\n";
+    text += verbose ? "- Platform calls: " + use.calls + "\n" : "";
+    text += "\n| | Message | What to do |\n|---|---|---|\n";
     for (const RuleMessage& message : use.messages) {
         text += message.is_warning ? "| warning | `" : "| error | `";
         text += message.text + "` | " + message.remedy + " |\n";
@@ -51,59 +62,105 @@ std::string as_markdown(const std::string& path, const ValidationUse& use) {
     return text;
 }
 
+Json as_json(const std::string& path, const ValidationUse& use) {
+    return {
+        {"selector", use.selector}, {"path", path}, {"only_when_changed", use.only_when_changed}};
+}
+
+Json explained_json(const std::string& path, const ValidationUse& use, bool verbose) {
+    Json rule = as_json(path, use);
+    rule["requires"] = use.demand;
+    rule["looks_at"] = use.reads;
+    if (verbose) {
+        rule["calls"] = use.calls;
+    }
+    rule["messages"] = Json::array();
+    for (const RuleMessage& message : use.messages) {
+        rule["messages"].push_back({{"severity", message.is_warning ? "warning" : "error"},
+                                    {"message", message.text},
+                                    {"help", message.remedy}});
+    }
+    return rule;
+}
+
+void print_json(const Json& rules) {
+    print(Json({{"format_version", "1.0"}, {"rules", rules}}).dump(2) + "\n");
+}
+
+/// Nothing at all would tell nobody why.
+void require_rules(const Json& rules, const RuleOptions& options) {
+    if (rules.empty()) {
+        throw CannotCheck(options.yang_dir + ": the model uses no rule (is --yang-dir right?)");
+    }
+}
+
 /// Lists the uses of the validation point that the model makes.
-int run_rules(const std::string& yang_dir) {
-    const YangModel model(yang_dir);
+int run_rules(const RuleOptions& options) {
+    const YangModel model(options.yang_dir);
     std::string lines;
+    Json rules = Json::array();
     for_each_use(model, *model.schema(), {},
                  [&](const std::string& path, const ValidationUse& use) {
                      lines += path + "  " + use.selector;
                      lines += use.only_when_changed ? "  (only when changed)\n" : "\n";
+                     rules.push_back(as_json(path, use));
                  });
-    print(lines);
+    require_rules(rules, options);
+    options.format == "json" ? print_json(rules) : print(lines);
     return kExitClean;
 }
 
-/// Tells what the rule `selector` demands, or every rule when it is empty; as text or as Markdown.
-int run_explain(const std::string& yang_dir, const std::string& selector, bool markdown) {
-    const YangModel model(yang_dir);
+/// Tells what rules require and what to do when they refuse.
+int run_explain(const RuleOptions& options) {
+    const YangModel model(options.yang_dir);
     std::string text;
-    for_each_use(model, *model.schema(), {},
-                 [&](const std::string& path, const ValidationUse& use) {
-                     if (selector.empty() || selector == use.selector) {
-                         text += markdown ? as_markdown(path, use) : as_text(path, use);
-                     }
-                 });
-    if (text.empty()) {
-        throw CannotCheck(selector + ": the model uses no such rule; vrrp-valid rules lists them");
+    Json rules = Json::array();
+    for_each_use(
+        model, *model.schema(), {}, [&](const std::string& path, const ValidationUse& use) {
+            if (options.selector.empty() || options.selector == use.selector) {
+                text += options.format == "markdown" ? as_markdown(path, use, options.verbose)
+                                                     : as_text(path, use, options.verbose);
+                rules.push_back(explained_json(path, use, options.verbose));
+            }
+        });
+    if (!options.selector.empty() && rules.empty()) {
+        throw CannotCheck("the model uses no rule \"" + options.selector + "\"" +
+                          did_you_mean(options.selector, model.selectors()) +
+                          "; run vrrp-valid rules");
     }
-    print(text);
+    require_rules(rules, options);
+    options.format == "json" ? print_json(rules) : print(text);
     return kExitClean;
+}
+
+/// `--format`, which has no default but its own: one for findings is none for rules.
+void add_format(CLI::App& command, RuleOptions& options, const std::vector<std::string>& formats) {
+    command.add_option("--format", options.format, "How to print the rules")
+        ->check(CLI::IsMember(formats))
+        ->capture_default_str()
+        ->configurable(false);
 }
 
 }  // namespace
 
 Subcommand add_rules_command(CLI::App& app) {
-    const auto yang_dir = std::make_shared<std::string>();
+    const auto options = std::make_shared<RuleOptions>();
     CLI::App* const command =
-        add_subcommand(app, "rules", "List where the model asks for a rule", "--yang-dir yang");
-    add_yang_dir(*command, *yang_dir);
-    return {command, [yang_dir] { return run_rules(*yang_dir); }};
+        add_subcommand(app, "rules", "List the rules and what they check", "--format json");
+    add_format(*command, *options, {"text", "json"});
+    add_yang_dir(*command, options->yang_dir);
+    return {command, [options] { return run_rules(*options); }};
 }
 
 Subcommand add_explain_command(CLI::App& app) {
-    struct Options {
-        std::string yang_dir;
-        std::string selector;
-        bool markdown = false;
-    };
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<RuleOptions>();
     CLI::App* const command = add_subcommand(
-        app, "explain", "Tell what a rule demands and what to do", "vrrp_vrf_validation");
-    command->add_option("SELECTOR", options->selector, "The rule; every one without it");
-    command->add_flag("--markdown", options->markdown, "As Markdown");
+        app, "explain", "Tell what a rule requires and what to do", "vrrp_vrf_validation");
+    command->add_option("RULE", options->selector, "The rule; every one without it")
+        ->type_name("RULE");
+    add_format(*command, *options, {"text", "markdown", "json"});
+    command->add_flag("-v,--verbose", options->verbose,
+                      "Also how often the rule asks the platform");
     add_yang_dir(*command, options->yang_dir);
-    return {command, [options] {
-                return run_explain(options->yang_dir, options->selector, options->markdown);
-            }};
+    return {command, [options] { return run_explain(*options); }};
 }

@@ -43,6 +43,11 @@ void add_report_options(CLI::App& command, ReportOptions& options) {
         ->check(CLI::IsMember(report_formats()))
         ->capture_default_str();
     command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
+    command
+        .add_option("--max-warnings", options.max_warnings,
+                    "As many warnings, of all candidates together, do not count")
+        ->type_name("NUMBER")
+        ->capture_default_str();
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
     command.add_flag("--silent", options.silent, "Print nothing: the exit code tells");
 }

@@ -75,7 +75,7 @@ int run_report(const ReportCommandOptions& options) {
         }
     }
     stream.finish(unreached);
-    return exit_code(stream.totals(), options.report.accept_warnings);
+    return exit_code(stream.totals(), options.report.accepts(stream.totals().warnings));
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <limits>
 
-#include "configuration/nearest_name.h"
 #include "configuration/text_position.h"
 #include "errors/cannot_check.h"
+#include "errors/did_you_mean.h"
 
 namespace {
 

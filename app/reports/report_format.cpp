@@ -4,12 +4,13 @@
 
 #include <utility>
 
+#include "reports/totals.h"
 #include "terminal/output.h"
 
 namespace {
 
 std::string format_for_reader(const std::vector<Report>& reports, const ReportOptions& options) {
-    return format_text(reports, {options.quiet, wants_colour(), isatty(STDOUT_FILENO) == 1});
+    return format_text(reports, {options.quiet, wants_colour(), is_terminal(STDOUT_FILENO)});
 }
 
 using Format = std::string (*)(const std::vector<Report>&, const ReportOptions&);
@@ -36,7 +37,9 @@ std::string format_reports(const std::vector<Report>& reports, const ReportOptio
     }
     for (const auto& [name, format] : kFormats) {
         if (options.format == name) {
-            return format(reports, options);
+            ReportOptions settled = options;
+            settled.accept_warnings = options.accepts(total_of(reports).warnings);
+            return format(reports, settled);
         }
     }
     return {};

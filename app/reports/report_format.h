@@ -10,9 +10,13 @@
 struct ReportOptions {
     std::string format = "text";   ///< or another of report_formats()
     bool accept_warnings = false;  ///< a warning is no failure
-    bool quiet = false;            ///< findings only, in text
+    std::size_t max_warnings = 0;  ///< nor are these many or fewer, in all reports together
+    bool quiet = false;            ///< findings only, in the formats for readers
     bool silent = false;           ///< nothing
     bool counts_clean = false;     ///< in text, a candidate without findings is only counted
+
+    /// Whether a run with so many warnings is no failure.
+    bool accepts(std::size_t warnings) const { return accept_warnings || warnings <= max_warnings; }
 };
 
 std::vector<std::string> report_formats();

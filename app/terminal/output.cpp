@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 #include <system_error>
 
 #include "errors/cannot_check.h"
@@ -59,19 +60,44 @@ std::string escaped(char32_t code) {
     return (width == 2 ? "\\x" : "\\u") + digits;
 }
 
+/// What standard output is called in messages.
+std::string output_name = "standard output";
+
+bool is_set(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
 }  // namespace
 
 void print(const std::string& text) {
     try {
         write_all(STDOUT_FILENO, text);
     } catch (const std::system_error& error) {
-        throw CannotCheck("standard output cannot be written: " + error.code().message());
+        throw CannotCheck(output_name + " cannot be written: " + error.code().message());
+    }
+}
+
+void name_output(const std::string& name) {
+    output_name = name;
+}
+
+bool is_terminal(int fd) {
+    const char* const kind = std::getenv("TERM");
+    return isatty(fd) == 1 && (kind == nullptr || std::strcmp(kind, "dumb") != 0);
+}
+
+void choose_colour(const std::string& when) {
+    if (when == "always") {
+        setenv("CLICOLOR_FORCE", "1", 1);
+    } else if (when == "never") {
+        setenv("NO_COLOR", "1", 1);
+        unsetenv("CLICOLOR_FORCE");
     }
 }
 
 bool wants_colour() {
-    const char* const no_colour = std::getenv("NO_COLOR");
-    return isatty(STDOUT_FILENO) == 1 && (no_colour == nullptr || *no_colour == '\0');
+    return is_set("CLICOLOR_FORCE") || (is_terminal(STDOUT_FILENO) && !is_set("NO_COLOR"));
 }
 
 std::string printable(std::string_view text) {

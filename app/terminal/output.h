@@ -8,7 +8,16 @@
 /// never reads as a clean check.
 void print(const std::string& text);
 
-/// Whether standard output is a terminal on which colour is wanted.
+/// Calls standard output `name` in messages, for it is that file.
+void name_output(const std::string& name);
+
+/// Whether `fd` is a terminal that understands more than text.
+bool is_terminal(int fd);
+
+/// Wants colour "always", "never", or "auto"matically, when standard output is such a terminal. The
+/// environment can say the same: CLICOLOR_FORCE before NO_COLOR.
+void choose_colour(const std::string& when);
+
 bool wants_colour();
 
 /// `text` for a reader, valid UTF-8 whatever its bytes: what is no UTF-8 and every character that

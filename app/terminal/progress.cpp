@@ -15,7 +15,7 @@ constexpr const char* kClearLine = "\r\033[K";
 }  // namespace
 
 Progress::Progress()
-    : is_terminal_(isatty(STDERR_FILENO) == 1), next_(std::chrono::steady_clock::now() + kFirst) {}
+    : is_terminal_(is_terminal(STDERR_FILENO)), next_(std::chrono::steady_clock::now() + kFirst) {}
 
 Progress::~Progress() {
     clear();

@@ -1,9 +1,10 @@
 /// Runs every case of cases.json in a folder of its own: "arguments"; "files" of the folder, where
 /// "@file" stands for a file's content and "vlan10" for what the case gives for it; "input" and
-/// "output", of the standard streams; "answers", on a terminal: what to wait for and what to type.
-/// It ends with "status", minus the signal that ended it, "shows", in this order, and "hides" parts
-/// of what it says, or all that it "writes", and "leaves" files. $DIR is the folder; what cannot be
-/// checked, status 2, is told on standard error, in lines that begin with the command's name.
+/// "output", of the standard streams; variables of the "environment"; "answers", on a terminal:
+/// what to wait for and what to type. It ends with "status", minus the signal that ended it,
+/// "shows", in this order, and "hides" parts of what it says, or all that it "writes", and "leaves"
+/// files. $DIR is the folder; what cannot be checked, status 2, is told on standard error, in lines
+/// that begin with the command's name.
 #include <fnmatch.h>
 #include <sys/stat.h>
 
@@ -16,7 +17,6 @@
 
 using nlohmann::json;
 namespace fs = std::filesystem;
-using Texts = std::map<std::string, std::string>;
 
 namespace {
 
@@ -31,10 +31,12 @@ Outcome run_case(const json& row, const Folder& folder) {
     for (std::string& argument : arguments) {
         argument = filled_in(argument, folder);
     }
+    const auto environment = row.value("environment", Variables());
     if (!row.contains("answers")) {
-        return run(arguments, {row.value("input", ""), row.value("output", ""), folder.path});
+        return run(arguments,
+                   {row.value("input", ""), row.value("output", ""), folder.path, environment});
     }
-    Terminal terminal(arguments, row.value("no_colour", ""));
+    Terminal terminal(arguments, environment);
     for (const json& answer : row["answers"]) {
         terminal.answer(answer[0], answer[1]);
     }
@@ -50,7 +52,7 @@ TEST(Command, DoesWhatEachCaseSays) {
         const auto bytes = [&](const std::string& text) {
             return text[0] == '@' ? content_of(filled_in(text.substr(1), folder)) : text;
         };
-        for (const auto& [name, content] : row.value("files", Texts())) {
+        for (const auto& [name, content] : row.value("files", Variables())) {
             folder.put(name, replaced(bytes(content), "vlan10", row.value("vlan10", "vlan10")));
         }
         const Outcome outcome = run_case(row, folder);
@@ -72,11 +74,31 @@ TEST(Command, DoesWhatEachCaseSays) {
         for (const std::string& part : row.value("hides", Arguments())) {
             EXPECT_FALSE(holds(written, part)) << part;
         }
-        for (const auto& [name, content] : row.value("leaves", Texts())) {
+        for (const auto& [name, content] : row.value("leaves", Variables())) {
             EXPECT_EQ(content_of(folder / name), bytes(content));
         }
         EXPECT_TRUE(outcome.echoes);
     }
+}
+
+TEST(Command, PutsAWholeReportInTheOutputFilesPlace) {
+    umask(027);
+    const Folder folder;
+    const std::string example = VRRP_VALID_EXAMPLES "/messages/conflict-free/candidate.json";
+    const std::string old = folder.put("old", "");
+    chmod(old.c_str(), 0604);
+    fs::create_symlink(old, folder / "link");
+    for (const auto& [name, mode] :
+         std::map<std::string, unsigned>{{"new", 0640}, {"link", 0604}}) {
+        EXPECT_EQ(run({"check", "--format", "json", "-o", folder / name, example}).status, 0);
+        EXPECT_EQ(json::parse(content_of(folder / name))["reports"][0]["valid"], true);
+        EXPECT_EQ(fs::status(folder / name).permissions(), fs::perms(mode));
+    }
+    EXPECT_TRUE(fs::is_symlink(folder / "link"));
+    const std::string report = content_of(old);
+    EXPECT_EQ(run({"diff", "--running", folder / "missing", "-o", old, example}).status, 2);
+    EXPECT_EQ(content_of(old), report);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 3) << "a stray file is left";
 }
 
 TEST(Command, FindsWhatEachExampleSays) {

@@ -16,7 +16,10 @@ namespace {
 
 constexpr int kPatience = 60000;  // milliseconds
 
-[[noreturn]] void execute(const Arguments& arguments) {
+[[noreturn]] void execute(const Arguments& arguments, const Variables& environment) {
+    for (const auto& [name, value] : environment) {
+        setenv(name.c_str(), value.c_str(), 1);
+    }
     std::vector<char*> argv = {const_cast<char*>("vrrp-valid")};
     for (const std::string& argument : arguments) {
         argv.push_back(const_cast<char*>(argument.c_str()));
@@ -87,17 +90,18 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
         if (surroundings.before) {
             surroundings.before();
         }
-        execute(arguments);
+        execute(arguments, surroundings.environment);
     }
     const int end = surroundings.tracer ? surroundings.tracer(process) : wait_for(process);
     return {exit_code(end), content_of(out), content_of(err)};
 }
 
-Terminal::Terminal(const Arguments& arguments, const std::string& no_colour)
+Terminal::Terminal(const Arguments& arguments, const Variables& environment)
     : id_(forkpty(&master_, nullptr, nullptr, nullptr)) {
     if (id_ == 0) {
-        setenv("NO_COLOR", no_colour.c_str(), 1);
-        execute(arguments);
+        setenv("TERM", "xterm", 1);
+        setenv("NO_COLOR", "", 1);
+        execute(arguments, environment);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -36,11 +37,13 @@ struct Outcome {
 };
 
 using Arguments = std::vector<std::string>;
+using Variables = std::map<std::string, std::string>;
 
 struct Surroundings {
     std::string input = {};             ///< what standard input holds
     std::string output_file = {};       ///< where standard output goes instead of into the outcome
     std::string folder = ".";           ///< the working folder
+    Variables environment = {};         ///< beside the test's own
     std::function<void()> before = {};  ///< what the process does last before it is the command
     /// Watches the process to its end and gives its wait status.
     std::function<int(pid_t)> tracer = {};
@@ -52,7 +55,7 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
 /// The command at work on a terminal. What it does not show within a minute, it never does.
 class Terminal {
   public:
-    explicit Terminal(const Arguments& arguments, const std::string& no_colour = "");
+    explicit Terminal(const Arguments& arguments, const Variables& environment = {});
     /// Types `answer` once the terminal has shown `question` again; a failure when it never does.
     void answer(const std::string& question, const std::string& answer);
     Outcome finish();

@@ -307,7 +307,10 @@ TEST(Reports, HoldWhateverTextsTheyAreGiven) {
 
 TEST(Reports, AreSilentWhenTold) {
     for (const std::string& format : report_formats()) {
-        EXPECT_EQ(format_reports({kBoth, kBroken}, {format, false, false, true}), "");
+        ReportOptions options;
+        options.format = format;
+        options.silent = true;
+        EXPECT_EQ(format_reports({kBoth, kBroken}, options), "");
     }
 }
 

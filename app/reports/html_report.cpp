@@ -275,12 +275,13 @@ void add_overview(pugi::xml_node main, const std::vector<Report>& reports,
 
 std::string format_html(const std::vector<Report>& reports, const ReportOptions& options) {
     std::vector<Section> sections;
+    sections.reserve(reports.size());
     for (const Report& report : reports) {
         sections.emplace_back(report, options, sections.size() + 1);
     }
     pugi::xml_document document;
     document.append_child(pugi::node_doctype).set_value("html");
-    pugi::xml_node html = add_element(document, "html");
+    pugi::xml_node html = document.append_child("html");
     html.append_attribute("lang") = "en";
     const std::string title = "VRRP configuration check";
     add_head(html, reports.size() == 1 ? title + ": " + reports.front().candidate : title);

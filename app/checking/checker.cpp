@@ -7,6 +7,7 @@
 #include "checking/locations.h"
 #include "checking/masked_text.h"
 #include "checking/vrrp_instances.h"
+#include "configuration/skipped_difference.h"
 #include "errors/cannot_check.h"
 #include "errors/did_you_mean.h"
 #include "files/key_file.h"
@@ -120,6 +121,8 @@ Report Checker::check(const Configuration& candidate, const Running& running,
     };
     if (difference_) {
         report.changes = difference(transaction.running, transaction.candidate);
+        add_skipped_changes(running.document ? &*running.document : nullptr, candidate.document,
+                            *report.changes);
     }
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);

@@ -1,6 +1,7 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
+#include "configuration/skipped_difference.h"
 #include "configuration/yang_model.h"
 #include "reports/difference_report.h"
 #include "terminal/output.h"
@@ -11,12 +12,14 @@ namespace {
 int run_diff(const CheckOptions& options) {
     require_one_standard_input({options.running, options.candidates.front()});
     const YangModel model(options.checker.yang_dir);
-    const ConfigurationFile running = read_configuration_file(options.running, options.max_size);
-    const ConfigurationFile candidate =
-        read_configuration_file(options.candidates.front(), options.max_size);
-    const std::vector<Change> changes = difference(model.read(running), model.read(candidate));
+    const Document running =
+        model.parse(read_configuration_file(options.running, options.max_size));
+    const Document candidate =
+        model.parse(read_configuration_file(options.candidates.front(), options.max_size));
+    std::vector<Change> changes = difference(model.tree(running), model.tree(candidate));
+    add_skipped_changes(&running, candidate, changes);
     print(options.report.format == "json"
-              ? format_difference_json(running.name, candidate.name, changes)
+              ? format_difference_json(running.name(), candidate.name(), changes)
               : format_difference_text(changes, wants_colour()));
     return changes.empty() ? kExitClean : kExitDifferences;
 }

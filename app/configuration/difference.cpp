@@ -23,11 +23,19 @@ struct Pair {
 
 using Entries = std::unordered_map<std::string_view, std::size_t>;
 
+using Nodes = std::vector<std::unique_ptr<Node>>;
+
+const Nodes& entries_of(const Node* list) {
+    static const Nodes kNone;
+    return list == nullptr ? kNone : list->children;
+}
+
 /// The positions of a list's entries by key.
 Entries positions(const Node* list) {
     Entries positions;
-    for (std::size_t i = 0; list != nullptr && i < list->children.size(); ++i) {
-        positions.emplace(list->children[i]->index_key, i);
+    const Nodes& entries = entries_of(list);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        positions.emplace(entries[i]->index_key, i);
     }
     return positions;
 }
@@ -175,14 +183,12 @@ class Comparison {
     void compare_list(const Pair& pair) {
         const Entries old_positions = positions(pair.before);
         const Entries new_positions = positions(pair.after);
-        for (std::size_t i = 0; i < old_positions.size(); ++i) {
-            const Node& entry = *pair.before->children[i];
-            compare_entry({&entry, entry_at(pair.after, new_positions, entry)});
+        for (const auto& entry : entries_of(pair.before)) {
+            compare_entry({entry.get(), entry_at(pair.after, new_positions, *entry)});
         }
-        for (std::size_t i = 0; i < new_positions.size(); ++i) {
-            const Node& entry = *pair.after->children[i];
-            if (entry_at(pair.before, old_positions, entry) == nullptr) {
-                compare_entry({nullptr, &entry});
+        for (const auto& entry : entries_of(pair.after)) {
+            if (entry_at(pair.before, old_positions, *entry) == nullptr) {
+                compare_entry({nullptr, entry.get()});
             }
         }
         if (pair.before != nullptr && pair.after != nullptr &&

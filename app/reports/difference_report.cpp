@@ -33,6 +33,9 @@ std::string values_of(const Change& change) {
         const auto& value = change.kind == ChangeKind::added ? change.new_value : change.old_value;
         return value.value_or("").empty() ? "" : " " + printable(*value);
     }
+    if (!change.old_value && !change.new_value) {
+        return {};
+    }
     const std::string start = change.kind == ChangeKind::moved ? " moved: " : " ";
     return change.old_value == change.new_value  // a secret's
                ? start + shown_value(change.new_value)

@@ -67,7 +67,7 @@ Checker::Checker(const CheckerOptions& options)
       difference_(options.difference),
       max_findings_(options.max_findings),
       threads_(options.threads),
-      reading_{false, options.ignore_unknown} {
+      reading_{options.is_edit, options.ignore_unknown} {
     require_known(selectors_, model_.selectors());
 }
 
@@ -75,23 +75,22 @@ Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     if (!file) {
         return {{}, DataTree(model_.schema()), std::nullopt};
     }
-    Document document = model_.parse(std::move(*file), reading_);
+    Document document = model_.parse(std::move(*file), {false, reading_.ignore_unknown});
+    if (document.is_edit) {
+        throw CannotCheck(document.name() +
+                          ": is an edit; name a whole configuration as the running one");
+    }
     DataTree tree = model_.tree(document);
     return {document.name(), std::move(tree), std::move(document)};
 }
 
-Configuration Checker::read_candidate(ConfigurationFile file) const {
-    Document document = model_.parse(std::move(file), reading_);
-    if (document.is_edit) {
-        throw CannotCheck(document.name() + ": is an edit, and edits cannot be checked yet");
-    }
-    DataTree tree = model_.tree(document);
-    return {std::move(document), std::move(tree)};
+Configuration Checker::read_candidate(ConfigurationFile file, const Running& running) const {
+    return model_.candidate(std::move(file), reading_, running.document_or_null());
 }
 
 Report Checker::check(ConfigurationFile candidate, const Running& running,
                       const CheckEffort& effort) const {
-    return check(read_candidate(std::move(candidate)), running, effort);
+    return check(read_candidate(std::move(candidate), running), running, effort);
 }
 
 std::vector<std::string> Checker::selectors() const {
@@ -136,7 +135,7 @@ Report Checker::check(const Configuration& candidate, const Running& running,
     walk_candidate(walk, transaction, report);
     find_causes(transaction.candidate, report);
     if (!report.findings.empty()) {
-        const Document* const committed = running.document ? &*running.document : nullptr;
+        const Document* const committed = running.document_or_null();
         locate(report, candidate.document, committed);
         add_sources(candidate.document, *model_.schema(), report);
         if (committed != nullptr) {

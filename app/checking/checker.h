@@ -17,6 +17,7 @@ struct CheckerOptions {
     bool difference = false;             ///< whether reports tell what changes
     std::size_t max_findings = 100;      ///< that a report holds of each rule
     std::size_t threads = 1;             ///< that make the requests of one candidate, at most
+    bool is_edit = false;                ///< candidates are edits even when they do not say so
     bool ignore_unknown = false;         ///< skip nodes that the model's modules do not have
 };
 
@@ -25,6 +26,8 @@ struct Running {
     std::string name;  ///< empty for an empty one
     local_platform::DataTree tree;
     std::optional<Document> document;  ///< nothing for an empty one
+
+    const Document* document_or_null() const { return document ? &*document : nullptr; }
 };
 
 /// What the model says of its rules, in its order.
@@ -48,8 +51,9 @@ class Checker {
     /// The rules that it runs, in the model's order.
     std::vector<std::string> selectors() const;
 
-    /// The configuration in `file`. Throws CannotCheck.
-    Configuration read_candidate(ConfigurationFile file) const;
+    /// The configuration in `file`, or what it makes of `running` when it is an edit. Throws
+    /// CannotCheck.
+    Configuration read_candidate(ConfigurationFile file, const Running& running) const;
 
     /// Checks `candidate` against `running`, on any thread. Throws CannotCheck, and Interrupted
     /// when it was stopped.

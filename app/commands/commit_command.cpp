@@ -6,6 +6,7 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
+#include "configuration/document_writer.h"
 #include "errors/cannot_check.h"
 #include "files/locked_file.h"
 #include "terminal/output.h"
@@ -69,7 +70,7 @@ int run_commit(const CommitOptions& options) {
         throw CannotCheck("commit replaces a file: --running cannot be standard input");
     }
     const Checker checker(options.checker);
-    const ConfigurationFile candidate =
+    const ConfigurationFile candidate_file =
         read_configuration_file(options.candidates.front(), options.max_size);
     // Held from before the running configuration is read: what was checked must still hold when it
     // is replaced.
@@ -79,7 +80,12 @@ int run_commit(const CommitOptions& options) {
     if (running.bytes()) {
         running_file = configuration_from_bytes(options.running, *running.bytes());
     }
-    std::vector<Report> reports = {checker.check(candidate, checker.read_running(running_file))};
+    const Running before = checker.read_running(running_file);
+    const Configuration candidate = checker.read_candidate(candidate_file, before);
+    const std::string bytes = candidate.document.is_from_edit()
+                                  ? write_as_running(candidate.document, before.document_or_null())
+                                  : candidate_file.bytes;
+    std::vector<Report> reports = {checker.check(candidate, before)};
     Report& report = reports.front();
     // A reader sees the findings before a question about them; a program gets one whole report.
     const bool is_text = options.report.format == "text";
@@ -96,10 +102,10 @@ int run_commit(const CommitOptions& options) {
     std::string undone_by;
     if (*report.committed) {
         hold_signals();
-        undone_by = running.replace(candidate.bytes);
+        undone_by = running.replace(bytes);
     }
     const std::string told =
-        "committed: " + printable(options.running + " is now " + candidate.name) + "\n";
+        "committed: " + printable(options.running + " is now " + candidate_file.name) + "\n";
     print_beside(options.running, *report.committed ? kNewIsThere : kOldIsThere,
                  !is_text ? format_reports(reports, options.report)
                  : *report.committed && !options.report.quiet && !options.report.silent ? told

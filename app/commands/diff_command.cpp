@@ -12,14 +12,15 @@ namespace {
 int run_diff(const CheckOptions& options) {
     require_one_standard_input({options.running, options.candidates.front()});
     const YangModel model(options.checker.yang_dir);
-    const Document running =
-        model.parse(read_configuration_file(options.running, options.max_size));
-    const Document candidate =
-        model.parse(read_configuration_file(options.candidates.front(), options.max_size));
-    std::vector<Change> changes = difference(model.tree(running), model.tree(candidate));
-    add_skipped_changes(&running, candidate, changes);
+    const ReadOptions reading{options.checker.is_edit, options.checker.ignore_unknown};
+    const Document running = model.parse(read_configuration_file(options.running, options.max_size),
+                                         {false, reading.ignore_unknown});
+    const Configuration candidate = model.candidate(
+        read_configuration_file(options.candidates.front(), options.max_size), reading, &running);
+    std::vector<Change> changes = difference(model.tree(running), candidate.tree);
+    add_skipped_changes(&running, candidate.document, changes);
     print(options.report.format == "json"
-              ? format_difference_json(running.name(), candidate.name(), changes)
+              ? format_difference_json(running.name(), candidate.document.name(), changes)
               : format_difference_text(changes, wants_colour()));
     return changes.empty() ? kExitClean : kExitDifferences;
 }
@@ -35,6 +36,7 @@ Subcommand add_diff_command(CLI::App& app) {
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str()
         ->configurable(false);  // a default for findings is none for changes
+    add_reading_options(*command, options->checker);
     add_max_size(*command, options->max_size);
     add_yang_dir(*command, options->checker.yang_dir);
     add_candidates(*command, options->candidates)->expected(1);

@@ -52,6 +52,13 @@ void add_report_options(CLI::App& command, ReportOptions& options) {
     command.add_flag("--silent", options.silent, "Print nothing: the exit code tells");
 }
 
+void add_reading_options(CLI::App& command, CheckerOptions& options) {
+    command.add_flag("--edit", options.is_edit,
+                     "Candidates are edits of the running configuration, JSON ones to be merged");
+    command.add_flag("--ignore-unknown", options.ignore_unknown,
+                     "Skip nodes that the modules of the model do not have, and list them");
+}
+
 void add_check_options(CLI::App& command, CheckOptions& options) {
     options.checker.plugin_file = default_plugin_file();
     options.checker.threads = std::max(1U, std::thread::hardware_concurrency());
@@ -68,8 +75,7 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
         .add_option("-j,--jobs", options.checker.threads,
                     "Check with so many threads; as many as there are cores unless given")
         ->check(CLI::PositiveNumber);
-    command.add_flag("--ignore-unknown", options.checker.ignore_unknown,
-                     "Skip nodes that the modules of the model do not have, and list them");
+    add_reading_options(command, options.checker);
     add_max_size(command, options.max_size);
     add_yang_dir(command, options.checker.yang_dir);
 }

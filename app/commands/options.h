@@ -33,6 +33,9 @@ void add_max_size(CLI::App& command, std::size_t& max_size);
 /// How a subcommand prints reports.
 void add_report_options(CLI::App& command, ReportOptions& options);
 
+/// `--edit` and `--ignore-unknown`.
+void add_reading_options(CLI::App& command, CheckerOptions& options);
+
 /// The options beside those that all of `check` and `commit` take.
 void add_check_options(CLI::App& command, CheckOptions& options);
 

@@ -15,7 +15,9 @@ namespace {
 struct Step {
     std::string_view module;  ///< empty for any
     std::string_view name;
-    std::vector<std::string> keys;  ///< an entry's, in the model's order, or a leaf-list's value
+    std::vector<std::string> keys;  ///< an entry's, or a leaf-list's value
+    /// Of which leaf each key is; empty when the keys are in the model's order.
+    std::vector<std::string_view> key_names;
 };
 
 /// Reads a keypath or one of libyang's data paths, step by step.
@@ -62,14 +64,25 @@ class PathText {
 
     /// "["key1" "key2"]", or one of several "[name='key']".
     void read_quoted_keys(Step& step) {
-        const bool is_named = rest_.substr(0, 2) != "[\"";
-        take(is_named ? rest_.find('=') : 0);
-        do {
+        take(1);
+        skip_blanks();
+        const bool is_named = !rest_.empty() && rest_[0] != '"';
+        if (is_named) {
+            std::string_view name = take(rest_.find_first_of(" ="));
+            name.remove_prefix(name.find(':') + 1);
+            step.key_names.push_back(name);
+            take(rest_.find('='));
             take(1);
+        }
+        do {
+            skip_blanks();
             step.keys.push_back(take_quoted(is_named));
-        } while (!rest_.empty() && rest_[0] == ' ');
+        } while (!rest_.empty() && rest_[0] == ' ' && !is_named);
+        take(rest_.find(']'));
         take(1);
     }
+
+    void skip_blanks() { take(std::min(rest_.find_first_not_of(' '), rest_.size())); }
 
     /// What the quotes at the beginning hold; a backslash means itself where keys are named.
     std::string take_quoted(bool is_verbatim) {
@@ -115,14 +128,23 @@ bool reads(const DocumentNode& leaf, const std::string& value) {
 
 using Compare = bool (*)(const DocumentNode& leaf, const std::string& value);
 
-bool has_keys(const DocumentNode& node, const std::vector<std::string>& keys, Compare compare) {
+const DocumentNode* child_named(const DocumentNode& node, std::string_view name) {
+    const DocumentNode* child = node.first_child;
+    while (child != nullptr && (child->schema == nullptr || name != child->schema->name)) {
+        child = child->next;
+    }
+    return child;
+}
+
+bool has_keys(const DocumentNode& node, const Step& step, Compare compare) {
     if (node.schema->nodetype != LYS_LIST) {
-        return keys.empty() || compare(node, keys[0]);
+        return step.keys.empty() || compare(node, step.keys[0]);
     }
     const lysc_node* key = lysc_node_child(node.schema);
-    for (const std::string& value : keys) {
-        const DocumentNode* const leaf = node.child(key);
-        if (leaf == nullptr || !compare(*leaf, value)) {
+    for (std::size_t i = 0; i < step.keys.size(); ++i) {
+        const DocumentNode* const leaf =
+            step.key_names.empty() ? node.child(key) : child_named(node, step.key_names[i]);
+        if (leaf == nullptr || !compare(*leaf, step.keys[i])) {
             return false;
         }
         key = key->next;
@@ -135,7 +157,7 @@ const DocumentNode* find_sibling(const DocumentNode* node, const Step& step, Com
     for (; node != nullptr; node = node->next) {
         if (node->schema != nullptr && step.name == node->schema->name &&
             (step.module.empty() || step.module == node->schema->module->name) &&
-            has_keys(*node, step.keys, compare)) {
+            has_keys(*node, step, compare)) {
             return node;
         }
     }
@@ -181,13 +203,18 @@ const DocumentNode* Document::find(std::string_view path) const {
     return node;
 }
 
-const DocumentNode* Document::find_again(std::string_view path, const DocumentNode& node) const {
+const DocumentNode* Document::find_again(std::string_view path, const DocumentNode& node) {
     PathText steps(path);
     Step last;
     while (std::optional<Step> step = steps.next()) {
         last = std::move(*step);
     }
     return find_sibling(node.next, last);
+}
+
+const DocumentNode* find_among(const DocumentNode* first, std::string_view step) {
+    const std::string path = "/" + std::string(step);
+    return find_sibling(first, *PathText(path).next());
 }
 
 Location Document::locate(std::string_view path) const {

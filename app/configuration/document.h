@@ -74,26 +74,36 @@ struct DocumentNode {
     bool is_skipped() const { return schema == nullptr && parent != nullptr; }
 };
 
-/// A file's text, and what was read of it.
+/// Where nodes live.
+struct NodeStore {
+    std::pmr::monotonic_buffer_resource arena;  ///< the nodes, and texts that no file has
+    std::vector<std::unique_ptr<NodeAttributes>> attributes;
+};
+
+/// A file, and what was read of it.
 struct DocumentSource {
     explicit DocumentSource(ConfigurationFile read) : file(std::move(read)) {}
 
     ConfigurationFile file;
     LineIndex lines;
-    std::pmr::monotonic_buffer_resource arena;  ///< the nodes, and texts that the file has not
-    std::vector<std::unique_ptr<NodeAttributes>> attributes;
+    NodeStore store;
 };
 
 /// The nodes of one file, or what an edit made of two. Copies share them; none changes.
 class Document {
   public:
-    Document(std::vector<std::shared_ptr<const DocumentSource>> sources, const DocumentNode* root)
-        : sources_(std::move(sources)), root_(root) {}
+    /// `store` holds the nodes of a document that was not read from one file.
+    Document(std::vector<std::shared_ptr<const DocumentSource>> sources, const DocumentNode* root,
+             std::shared_ptr<const NodeStore> store = {})
+        : sources_(std::move(sources)), root_(root), store_(std::move(store)) {}
 
     const DocumentNode& root() const { return *root_; }
     ConfigurationFormat format() const { return sources_.front()->file.format; }
     const std::string& name() const { return sources_.front()->file.name; }
     const std::vector<std::shared_ptr<const DocumentSource>>& sources() const { return sources_; }
+
+    /// Whether this is what an edit made of a running configuration.
+    bool is_from_edit() const { return sources_.size() > 1; }
 
     /// Where `node` stands: its name; of a list entry that of its first key.
     Location location_of(const DocumentNode& node) const;
@@ -104,7 +114,7 @@ class Document {
 
     /// The next node after `node`, which find() found at `path`, that is at `path` too; null
     /// without one.
-    const DocumentNode* find_again(std::string_view path, const DocumentNode& node) const;
+    static const DocumentNode* find_again(std::string_view path, const DocumentNode& node);
 
     /// Where the node that find() finds stands; unknown for the root.
     Location locate(std::string_view path) const;
@@ -113,8 +123,16 @@ class Document {
     std::string envelope;  ///< the outermost element or member that wraps the data; empty for none
     bool is_edit = false;
     EditOperation default_operation = EditOperation::merge;  ///< of an edit
+    /// Of what an edit made: where the edit holds data that only its module could merge. A check
+    /// leaves it out; as a configuration the document is not whole.
+    Location unmerged;
 
   private:
     std::vector<std::shared_ptr<const DocumentSource>> sources_;
     const DocumentNode* root_;
+    std::shared_ptr<const NodeStore> store_;
 };
+
+/// The first of `first` and its later siblings that `step`, one step of a path, names; null without
+/// one.
+const DocumentNode* find_among(const DocumentNode* first, std::string_view step);

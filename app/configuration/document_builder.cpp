@@ -77,7 +77,7 @@ DocumentBuilder::DocumentBuilder(const ly_ctx& context, ConfigurationFile file,
 }
 
 DocumentNode& DocumentBuilder::make_node() {
-    return *new (source_->arena.allocate(sizeof(DocumentNode), alignof(DocumentNode)))
+    return *new (source_->store.arena.allocate(sizeof(DocumentNode), alignof(DocumentNode)))
         DocumentNode();
 }
 
@@ -94,8 +94,8 @@ DocumentNode& DocumentBuilder::add(DocumentNode& parent, const lysc_node* schema
 
 NodeAttributes& DocumentBuilder::attributes_of(DocumentNode& node) {
     if (node.attributes == nullptr) {
-        source_->attributes.push_back(std::make_unique<NodeAttributes>());
-        node.attributes = source_->attributes.back().get();
+        source_->store.attributes.push_back(std::make_unique<NodeAttributes>());
+        node.attributes = source_->store.attributes.back().get();
     }
     return const_cast<NodeAttributes&>(*node.attributes);
 }
@@ -105,7 +105,7 @@ std::string_view DocumentBuilder::keep(std::string_view part) {
     if (part.empty() || (part.data() >= whole.data() && part.data() < whole.end())) {
         return part;
     }
-    char* const copy = static_cast<char*>(source_->arena.allocate(part.size(), 1));
+    char* const copy = static_cast<char*>(source_->store.arena.allocate(part.size(), 1));
     std::copy(part.begin(), part.end(), copy);
     return {copy, part.size()};
 }

@@ -262,3 +262,15 @@ std::string canonical_value(const lysc_node& leaf, std::string_view text) {
     lydict_remove(leaf.module->ctx, canonical);
     return value;
 }
+
+ValueKind json_kind(const lysc_node& leaf, ValueKind kind, std::string_view text) {
+    const lysc_type* type = &type_of(leaf);
+    if (type->basetype == LY_TYPE_UNION && kind != ValueKind::text) {
+        return kind;
+    }
+    if (type->basetype == LY_TYPE_UNION) {
+        lyd_value_validate(leaf.module->ctx, &leaf, text.data(), text.size(), nullptr, &type,
+                           nullptr);
+    }
+    return kind_of(*type);
+}

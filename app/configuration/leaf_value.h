@@ -19,3 +19,6 @@ bool is_value(const lysc_node& leaf, std::string_view text);
 
 /// The one text of all that mean the same value of `leaf`; `text` itself when it is no value.
 std::string canonical_value(const lysc_node& leaf, std::string_view text);
+
+/// How RFC 7951 writes the value `text` of `leaf`, which was read as `kind`.
+ValueKind json_kind(const lysc_node& leaf, ValueKind kind, std::string_view text);

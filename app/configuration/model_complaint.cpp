@@ -136,7 +136,7 @@ CannotCheck model_complaint(const ly_ctx& context, const Document& document) {
         node = document.find(path);
         if (message.rfind("Duplicate instance", 0) == 0) {
             // The second one is too much.
-            const DocumentNode* const again = document.find_again(path, *node);
+            const DocumentNode* const again = Document::find_again(path, *node);
             node = again == nullptr ? node : again;
         }
     }

@@ -163,11 +163,6 @@ std::string step_of(const lyd_node& node) {
     return step + local_platform::keys_text(keys);
 }
 
-bool is_there_by_itself(const lysc_node& schema) {
-    const auto* const parsed = static_cast<const lysp_node_container*>(schema.priv);
-    return schema.nodetype != LYS_CONTAINER || parsed->presence != nullptr;
-}
-
 /// What the platform keeps of `first` and its siblings. A container that is there only to hold
 /// nodes is there when it holds one.
 void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& builder) {
@@ -177,7 +172,7 @@ void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& bu
         }
         const std::string path = parent + step_of(*node);
         const bool is_leaf = node->schema->nodetype == LYS_LEAF;
-        if (is_there_by_itself(*node->schema)) {
+        if (!is_holder(*node->schema)) {
             builder.set(path, is_leaf ? lyd_get_value(node) : "");
         }
         add_nodes(lyd_child(node), path, builder);

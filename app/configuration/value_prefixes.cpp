@@ -50,32 +50,60 @@ std::optional<std::string> identity_with_module_name(const std::string& value,
     return module + ":" + name.substr(is_bare ? 0 : colon + 1);
 }
 
-/// RFC 7951 names a module only where it changes from one step to the next.
-std::string instance_with_module_names(const std::string& path) {
-    std::string result;
-    std::string current;
+/// Reads a path in parts: names, which `part` gets with the prefix they have, and what stands
+/// between them, strings whole.
+template <typename Name, typename Other>
+void for_each_part(std::string_view path, Name name, Other other) {
     char quote = '\0';
     for (std::size_t i = 0; i < path.size();) {
         std::size_t end = i;
         while (quote == '\0' && end < path.size() && is_name_char(path[end])) {
             ++end;
         }
-        if (end > i && end < path.size() && path[end] == ':') {
-            const std::string module = path.substr(i, end - i);
-            if (module != current) {
-                result += module + ":";
-                current = module;
-            }
-            i = end + 1;
-        } else if (end > i) {
-            result.append(path, i, end - i);
-            i = end;
-        } else {
+        if (end == i) {
             const char c = path[i++];
             quote = quote == c ? '\0' : quote == '\0' && (c == '"' || c == '\'') ? c : quote;
-            result += c;
+            other(c);
+            continue;
         }
+        const bool has_prefix = path.substr(end, 1) == ":" && path.substr(end, 2) != "::";
+        const std::string_view prefix = path.substr(i, has_prefix ? end - i : 0);
+        i = has_prefix ? end + 1 : i;
+        end = std::max(i, end);
+        while (end < path.size() && is_name_char(path[end])) {
+            ++end;
+        }
+        name(prefix, path.substr(i, end - i));
+        i = end;
     }
+}
+
+/// RFC 7951 names a module only where it changes from one step to the next.
+std::string instance_with_module_names(std::string_view path) {
+    std::string result;
+    std::string current;
+    const auto add_name = [&](std::string_view prefix, std::string_view name) {
+        if (!prefix.empty() && prefix != current) {
+            current = prefix;
+            result += current + ":";
+        }
+        result += name;
+    };
+    for_each_part(path, add_name, [&](char c) { result += c; });
+    return result;
+}
+
+/// XML names the module of every node.
+std::string instance_with_every_module_name(std::string_view path) {
+    std::string result;
+    std::string current;
+    const auto add_name = [&](std::string_view prefix, std::string_view name) {
+        current = prefix.empty() ? current : std::string(prefix);
+        const bool is_node =
+            !name.empty() && std::isdigit(static_cast<unsigned char>(name[0])) == 0 && name != ".";
+        result.append(is_node ? current + ":" : "").append(name);
+    };
+    for_each_part(path, add_name, [&](char c) { result += c; });
     return result;
 }
 
@@ -88,29 +116,14 @@ bool has_prefixes(const lysc_node& leaf) {
 std::optional<std::string> path_with_module_names(std::string_view path,
                                                   const ModuleOfPrefix& module_of) {
     std::string result;
-    char quote = '\0';
-    for (std::size_t i = 0; i < path.size();) {
-        std::size_t end = i;
-        while (quote == '\0' && end < path.size() && is_name_char(path[end])) {
-            ++end;
-        }
-        const std::string_view word = path.substr(i, end - i);
-        const bool is_prefix = !word.empty() && path.substr(end, 1) == ":" &&
-                               path.substr(end, 2) != "::";  // not an axis
-        const std::string module = is_prefix ? module_of(word) : "";
-        if (is_prefix && module.empty()) {
-            return std::nullopt;
-        }
-        if (word.empty()) {
-            const char c = path[i++];
-            quote = quote == c ? '\0' : quote == '\0' && (c == '"' || c == '\'') ? c : quote;
-            result += c;
-        } else {
-            result += is_prefix ? std::string_view(module) : word;
-            i = end;
-        }
-    }
-    return result;
+    bool is_bound = true;
+    const auto add_name = [&](std::string_view prefix, std::string_view name) {
+        const std::string module = prefix.empty() ? "" : module_of(prefix);
+        is_bound = is_bound && (prefix.empty() || !module.empty());
+        result.append(prefix.empty() ? "" : module + ":").append(name);
+    };
+    for_each_part(path, add_name, [&](char c) { result += c; });
+    return is_bound ? std::optional(result) : std::nullopt;
 }
 
 std::optional<std::string> with_module_names(const lysc_node& leaf, const std::string& value,
@@ -140,5 +153,30 @@ std::optional<std::string> with_module_names(const lysc_node& leaf, const std::s
             return text;
         }
     }
+    return value;
+}
+
+PrefixedValue with_prefixes(const lysc_node& leaf, const std::string& text) {
+    if (!has_prefixes(leaf)) {
+        return {text, {}};
+    }
+    const ly_ctx* const context = leaf.module->ctx;
+    const lysc_type* type = &type_of(leaf);
+    lyd_value_validate(context, &leaf, text.c_str(), text.size(), nullptr, &type, nullptr);
+    const bool has_names = type->basetype == LY_TYPE_IDENT || type->basetype == LY_TYPE_INST ||
+                           type->plugin->store == lyplg_type_store_xpath10;
+    if (!has_names) {
+        return {text, {}};
+    }
+    PrefixedValue value{
+        type->basetype == LY_TYPE_INST ? instance_with_every_module_name(text) : text, {}};
+    path_with_module_names(value.text, [&](std::string_view prefix) {
+        const std::string name(prefix);
+        const lys_module* const module = ly_ctx_get_module_implemented(context, name.c_str());
+        if (module != nullptr) {
+            value.bindings[name] = module->ns;
+        }
+        return name;
+    });
     return value;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,3 +24,12 @@ std::optional<std::string> with_module_names(const lysc_node& leaf, const std::s
 /// none.
 std::optional<std::string> path_with_module_names(std::string_view path,
                                                   const ModuleOfPrefix& module_of);
+
+/// A value as XML writes it, and what its prefixes are bound to.
+struct PrefixedValue {
+    std::string text;
+    std::map<std::string, std::string> bindings;
+};
+
+/// The value `text` of `leaf` with its module names as prefixes.
+PrefixedValue with_prefixes(const lysc_node& leaf, const std::string& text);

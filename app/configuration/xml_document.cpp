@@ -21,6 +21,8 @@ constexpr std::string_view kDatastores = "urn:ietf:params:xml:ns:yang:ietf-netco
 constexpr std::string_view kYang = "urn:ietf:params:xml:ns:yang:1";
 constexpr std::string_view kNotification = "urn:ietf:params:xml:ns:netconf:notification:1.0";
 
+constexpr const char* kMakesAnEdit = " makes this an edit; check it with --edit and --running";
+
 struct ParserDeleter {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
@@ -111,6 +113,7 @@ class XmlReader {
     Level begin_skip(const SkippedPiece& piece);
     void begin_edit();
     void read_attributes(const Level& level, const char** attributes);
+    void require_no_operation(const char** attributes) const;
     void read_edit_attribute(DocumentNode& node, const QualifiedName& name, std::string_view value);
     void end_leaf(DocumentNode& node);
     void end_parameter();
@@ -257,6 +260,7 @@ void XmlReader::start(std::string_view full_name, const char** attributes) {
     levels_.push_back(level);
     if (level.kind == Level::Kind::skipped) {
         note_bindings(outer_bindings);
+        require_no_operation(attributes);
     }
     value_.clear();
     value_part_ = {};
@@ -406,11 +410,27 @@ void XmlReader::read_attributes(const Level& level, const char** attributes) {
     }
 }
 
+/// An operation must not be overlooked because its element is kept as it stands.
+void XmlReader::require_no_operation(const char** attributes) const {
+    for (; *attributes != nullptr; attributes += 2) {
+        const QualifiedName name = split(attributes[0]);
+        const bool is_operation = name.xml_namespace == kBase && name.local == "operation";
+        if (is_operation && !builder_.document().is_edit) {
+            refuse("operation=\"" + std::string(attributes[1]) + "\"" + kMakesAnEdit);
+        }
+        if (is_operation && piece_.schema != nullptr) {
+            refuse("\"" + piece_.name +
+                   "\" holds any data, and an operation on it cannot be followed; write it at the "
+                   "node above");
+        }
+    }
+}
+
 void XmlReader::read_edit_attribute(DocumentNode& node, const QualifiedName& name,
                                     std::string_view value) {
     const std::string text = std::string(name.local) + "=\"" + std::string(value) + "\"";
     if (!builder_.document().is_edit) {
-        refuse(text + " makes this an edit; check it with --edit and --running");
+        refuse(text + kMakesAnEdit);
     }
     NodeAttributes& attributes = builder_.attributes_of(node);
     if (name.xml_namespace == kBase) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "configuration/edit.h"
 #include "configuration/extension_places.h"
 #include "configuration/libyang_complaint.h"
 #include "configuration/validated_tree.h"
@@ -113,6 +114,22 @@ std::vector<std::string> YangModel::selectors() const {
 Document YangModel::parse(ConfigurationFile file, const ReadOptions& options) const {
     return file.format == ConfigurationFormat::xml ? read_xml(*context_, std::move(file), options)
                                                    : read_json(*context_, std::move(file), options);
+}
+
+Configuration YangModel::candidate(ConfigurationFile file, const ReadOptions& options,
+                                   const Document* running) const {
+    Document document = parse(std::move(file), options);
+    if (document.is_edit) {
+        if (running == nullptr) {
+            throw CannotCheck(
+                document.name() +
+                ": is an edit, and there is no running configuration to edit; name it "
+                "with --running");
+        }
+        document = apply_edit(*running, document);
+    }
+    DataTree tree = this->tree(document);
+    return {std::move(document), std::move(tree)};
 }
 
 DataTree YangModel::tree(const Document& document) const {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "configuration/configuration.h"
 #include "configuration/document_builder.h"
 #include "configuration/yang_schema.h"
 #include "data_tree.h"
@@ -28,6 +29,11 @@ class YangModel {
     /// What `file` holds, its values not yet looked at. Throws CannotCheck for a file that is no
     /// configuration, or holds nodes that the model does not have.
     Document parse(ConfigurationFile file, const ReadOptions& options = {}) const;
+
+    /// The configuration that `file` holds, or makes of `running` when it is an edit. `running` is
+    /// null for an empty running configuration, which nobody edits. Throws CannotCheck.
+    Configuration candidate(ConfigurationFile file, const ReadOptions& options,
+                            const Document* running) const;
 
     /// The tree of the whole configuration in `file`.
     local_platform::DataTree read(ConfigurationFile file) const {

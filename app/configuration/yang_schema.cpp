@@ -35,6 +35,11 @@ bool is_ours(const lysc_ext_instance& extension, std::string_view name) {
 
 }  // namespace
 
+bool is_holder(const lysc_node& node) {
+    return node.nodetype == LYS_CONTAINER &&
+           static_cast<const lysp_node_container*>(node.priv)->presence == nullptr;
+}
+
 bool is_secret(const lysc_node& leaf) {
     LY_ARRAY_COUNT_TYPE i = 0;
     LY_ARRAY_FOR(leaf.exts, i) {

@@ -36,6 +36,10 @@ using ValidationUses =
 /// configuration. Everything else is validated by the model alone.
 bool is_kept(const lysc_node& node);
 
+/// Whether `node` is a container that is there only to hold nodes. Its context has
+/// LY_CTX_SET_PRIV_PARSED set.
+bool is_holder(const lysc_node& node);
+
 /// Whether the model marks the values of `leaf` as nothing to show.
 bool is_secret(const lysc_node& leaf);
 

@@ -1,0 +1,257 @@
+// What an edit makes of a running configuration, as RFC 6241 and RFC 7950 have it.
+#include <gmock/gmock.h>
+
+#include "configuration/document_writer.h"
+#include "support.h"
+
+using testing::StartsWith;
+
+namespace {
+
+const std::string kRunning = R"({"device:system":{"host-name":"r1","mtu":70,"ntp":"n",
+    "server":["a","b","c"]},"device:port":[
+    {"slot":"s","number":1,"link":{"speed":1},"route":[{"prefix":"p"},{"prefix":"q","metric":2}]},
+    {"slot":"s","number":2,"link":{"speed":2}}]})";
+
+/// `text` without its blanks and line ends; no value has one.
+std::string compact(std::string text) {
+    text.erase(
+        std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\n'; }),
+        text.end());
+    return text;
+}
+
+/// What `edit` makes of `running`, as JSON, or why it does not.
+std::string edited(const std::string& running, const std::string& edit) {
+    try {
+        const Document before = test_model().parse(configuration_from_bytes("running", running));
+        return compact(write_json(
+            test_model()
+                .candidate(configuration_from_bytes("edit", edit), {true, false}, &before)
+                .document));
+    } catch (const CannotCheck& error) {
+        return error.what();
+    }
+}
+
+/// kRunning with one part replaced by another.
+std::string with(const std::string& part, const std::string& by) {
+    const std::string running = compact(kRunning);
+    EXPECT_NE(running.find(part), std::string::npos) << part;
+    return replaced(running, part, by);
+}
+
+struct Row {
+    const char* edit;  ///< the content of <config>, "op" for the operation attribute
+    std::string result;
+};
+
+std::string in_config(const std::string& content) {
+    std::string edit = replaced(content, "<system", "<system xmlns='DEVICE'");
+    edit = replaced(replaced(edit, "<port", "<port xmlns='DEVICE'"), "op=", "n:operation=");
+    return named("<config xmlns='BASE' xmlns:n='BASE' xmlns:y='YANG' xmlns:d='DEVICE'>\n" + edit +
+                 "</config>");
+}
+
+TEST(Edit, DoesWhatEachOperationSays) {
+    const std::vector<Row> rows = {
+        // merge
+        {"", compact(kRunning)},
+        {"<system><mtu>71</mtu></system>", with("70", "71")},
+        {"<system><level>low</level></system>", with(R"("c"])", R"("c"],"level":"low")")},
+        {"<port><number>02</number><slot>s</slot><link><speed>9</speed></link></port>",
+         with(R"("speed":2)", R"("speed":9)")},
+        {"<port><slot>t</slot><number>1</number><link><speed>3</speed></link></port>",
+         with("2}}]", R"(2}},{"slot":"t","number":1,"link":{"speed":3}}])")},
+        {"<port><slot>s</slot><number>2</number></port>", compact(kRunning)},
+        {"<port><slot>s</slot></port>", "edit:2:45: port has no number, which is a key"},
+        {"<system><server>d</server></system>", with(R"("c"])", R"("c","d"])")},
+        // replace
+        {"<system op='replace'><mtu>71</mtu></system>",
+         with(R"("host-name":"r1","mtu":70,"ntp":"n","server":["a","b","c"])", R"("mtu":71)")},
+        {"<port op='replace'><slot>s</slot><number>1</number><link><speed>4</speed></link></port>",
+         with(R"("link":{"speed":1},"route":[{"prefix":"p"},{"prefix":"q","metric":2}])",
+              R"("link":{"speed":4})")},
+        {"<system><mtu op='replace'>71</mtu></system>", with("70", "71")},
+        {"<system op='replace'><mtu>71</mtu><host-name op='merge'>x</host-name></system>",
+         with(R"("host-name":"r1","mtu":70,"ntp":"n","server":["a","b","c"])",
+              R"("mtu":71,"host-name":"x")")},
+        {"<system op='replace'><mtu op='delete'/></system>", "edit:2:69: data-missing: system mtu"},
+        // create
+        {"<system><level op='create'>low</level></system>",
+         with(R"("c"])", R"("c"],"level":"low")")},
+        {"<system><mtu op='create'>70</mtu></system>",
+         "edit:2:47: data-exists: system mtu is in run"},
+        {"<system op='create'><level>low</level></system>", "edit:2:1: data-exists: system is in"},
+        {"<port op='create'><slot>s</slot><number>1</number></port>",
+         "edit:2:66: data-exists: port s 1 is in running already; write merge or replace"},
+        {"<system><server op='create'>b</server></system>",
+         "edit:2:47: data-exists: system server b"},
+        // delete and remove
+        {"<system><mtu op='delete'/></system>", with(R"("mtu":70,)", "")},
+        {"<system><mtu op='remove'>71</mtu></system>", with(R"("mtu":70,)", "")},
+        {"<system><level op='delete'/></system>",
+         "edit:2:47: data-missing: system level is not in running; write remove, or leave it out"},
+        {"<system><level op='remove'/></system>", compact(kRunning)},
+        {"<port op='delete'><slot>s</slot><number>2</number></port>",
+         with(R"(,{"slot":"s","number":2,"link":{"speed":2}})", "")},
+        {"<port op='delete'><slot>s</slot><number>3</number></port>",
+         "edit:2:66: data-missing: port s 3"},
+        {"<system><server op='delete'>b</server></system>", with(R"("b",)", "")},
+        {"<system op='remove'/>",
+         with(R"("device:system":{"host-name":"r1","mtu":70,"ntp":"n","server":["a","b","c"]},)",
+              "")},
+        {"<system><manual op='create'><zone op='delete'/></manual></system>",
+         "edit:2:76: data-missing: system manual zone"},
+        {"<port op='create'><slot>t</slot><number>1</number><link op='delete'/></port>",
+         "edit:2:98: data-missing: port t 1 link"},
+        {"<port><slot>s</slot><number>2</number><link op='remove'><speed>1</speed></link></port>",
+         "edit:2:45: Mandatory node \"speed\""},
+        // nested operations
+        {"<port op='merge'><slot>s</slot><number>1</number><route op='delete'><prefix>p</prefix>"
+         "</route><route op='create'><prefix>r</prefix></route></port>",
+         with(R"({"prefix":"p"},{"prefix":"q","metric":2}])",
+              R"({"prefix":"q","metric":2},{"prefix":"r"}])")},
+        {"<port><slot op='delete'>s</slot><number>1</number></port>",
+         "edit:2:45: slot is a key and"},
+        {"<system><mtu>71</mtu><mtu>72</mtu></system>", "edit:2:60: system mtu is given twice"},
+        {"<system><mtu op='erase'/></system>", "edit:2:47: operation=\"erase\" is no operation"},
+        {"<system><mtu>9001</mtu></system>", "edit:2:47: \"9001\" is no value of mtu"},
+        // choices
+        {"<system><manual/></system>",
+         with(R"("ntp":"n","server":["a","b","c"])", R"("server":["a","b","c"],"manual":{})")},
+        {"<system><ntp>m</ntp><manual/></system>", "edit:2:59: manual and ntp are of two cases"},
+        {"<system><ntp op='delete'/><manual/></system>",
+         with(R"("ntp":"n","server":["a","b","c"])", R"("server":["a","b","c"],"manual":{})")},
+    };
+    for (const Row& row : rows) {
+        EXPECT_THAT(edited(kRunning, in_config(row.edit)), StartsWith(row.result)) << row.edit;
+    }
+}
+
+TEST(Edit, PutsEntriesWhereTheUserOrdersThem) {
+    const std::vector<std::pair<const char*, std::string>> rows = {
+        {"<server y:insert='first'>d</server>", R"(["d","a","b","c"])"},
+        {"<server y:insert='last'>a</server>", R"(["b","c","a"])"},
+        {"<server y:insert='before' y:value='b'>d</server>", R"(["a","d","b","c"])"},
+        {"<server y:insert='after' y:value='b' op='create'>d</server>", R"(["a","b","d","c"])"},
+        {"<server y:insert='after' y:value='c'>a</server>", R"(["b","c","a"])"},
+        {"<server y:insert='after' y:value='a'>a</server>", R"(["a","b","c"])"},
+        {"<server>a</server>", R"(["a","b","c"])"},
+        {"<server y:insert='first'>c</server><server y:insert='first'>b</server>",
+         R"(["b","c","a"])"},
+        {"<server op='delete'>b</server><server y:insert='before' y:value='b'>d</server>",
+         "edit:2:86: missing-instance: system server d is put beside \"b\""},
+        {"<server y:insert='before'>d</server>", "edit:2:47: missing-instance: "},
+        {"<server y:insert='middle'>d</server>", "edit:2:47: insert=\"middle\" is no place"},
+        {"<mtu y:insert='first'>70</mtu>", "edit:2:47: system mtu has a place"},
+    };
+    for (const auto& [edit, order] : rows) {
+        const bool is_order = order[0] == '[';
+        EXPECT_THAT(edited(kRunning, in_config("<system>" + std::string(edit) + "</system>")),
+                    StartsWith(is_order ? with(R"(["a","b","c"])", order) : order))
+            << edit;
+    }
+    const std::string move =
+        "<port><slot>s</slot><number>1</number><route y:insert='INSERT' y:key=\"[d:prefix = 'p']\">"
+        "<prefix>q</prefix></route></port>";
+    const std::string moved = with(R"({"prefix":"p"},{"prefix":"q","metric":2})",
+                                   R"({"prefix":"q","metric":2},{"prefix":"p"})");
+    EXPECT_EQ(edited(kRunning, in_config(replaced(move, "INSERT", "before"))), moved);
+    EXPECT_EQ(edited(kRunning, in_config(replaced(move, "INSERT", "after"))), compact(kRunning));
+    EXPECT_THAT(
+        edited(kRunning, in_config(replaced(replaced(move, "INSERT", "after"), "'p'", "'x'"))),
+        testing::HasSubstr("missing-instance: port s 1 route q is put beside"));
+}
+
+TEST(Edit, FollowsTheDefaultOperation) {
+    const std::string edit =
+        "<rpc xmlns='BASE'><edit-config><target><running/></target><default-operation>DEFAULT"
+        "</default-operation><test-option>set</test-option><config>DATA</config></edit-config></"
+        "rpc>";
+    const std::vector<std::pair<Row, std::string>> rows = {
+        {{"merge", with("70", "71")}, "<system xmlns='DEVICE'><mtu>71</mtu></system>"},
+        {{"replace", R"({"device:system":{"mtu":71}})"},
+         "<system xmlns='DEVICE'><mtu>71</mtu></system>"},
+        {{"none", compact(kRunning)}, "<system xmlns='DEVICE'><mtu>71</mtu></system>"},
+        {{"none", with(R"("mtu":70,)", "")},
+         "<system xmlns='DEVICE' xmlns:n='BASE'><mtu n:operation='delete'/></system>"},
+        {{"none", "edit:1:221: data-missing: system level is not in running, and the default"},
+         "<system xmlns='DEVICE'><level>low</level></system>"},
+    };
+    for (const auto& [row, data] : rows) {
+        EXPECT_THAT(
+            edited(kRunning, named(replaced(replaced(edit, "DEFAULT", row.edit), "DATA", data))),
+            StartsWith(row.result))
+            << row.edit;
+    }
+    EXPECT_EQ(
+        edited("{}", named("<edit-config xmlns='BASE'><default-operation>none"
+                           "</default-operation><config><system xmlns='DEVICE' xmlns:n='BASE'>"
+                           "<mtu n:operation='create'>70</mtu></system></config></edit-config>")),
+        R"({"device:system":{"mtu":70}})");
+}
+
+TEST(Edit, OfJsonIsMerged) {
+    EXPECT_EQ(edited(kRunning, R"({"device:system": {"mtu": 71, "server": ["d"]}})"),
+              replaced(with("70", "71"), R"("c"])", R"("c","d"])"));
+    EXPECT_THAT(edited("<system xmlns='urn:libvrrp-valid:test:device'><host-name>r1</host-name>"
+                       "</system>",
+                       R"({"device:system": {"mtu": 71}})"),
+                R"({"device:system":{"host-name":"r1","mtu":71}})");
+}
+
+TEST(Edit, StandsWhereItWasWritten) {
+    const Document running = read(kRunning);
+    const Configuration candidate = test_model().candidate(
+        configuration_from_bytes("edit",
+                                 "\n{\"device:port\":\n[{\"slot\": \"s\", \"number\": 2,\n"
+                                 "\"link\": {\"speed\": 7}}]}"),
+        {true, false}, &running);
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"/port{s 2}", "edit:3:3"},         {"/port{s 2}/link/speed", "edit:4:10"},
+        {"/port{s 1}", "file:3:6"},         {"/port{s 1}/link/speed", "file:3:36"},
+        {"/system/host-name", "file:1:19"},
+    };
+    for (const auto& [path, place] : rows) {
+        EXPECT_EQ(text_of(candidate.document.locate(path)), place) << path;
+    }
+    EXPECT_EQ(candidate.document.name(), "edit");
+}
+
+TEST(Edit, SaysWhichDataItCannotMerge) {
+    const Document running = read(R"({"other:a": {"b": 1}, "device:system": {"mtu": 70}})");
+    const Configuration candidate = test_model().candidate(
+        configuration_from_bytes("edit",
+                                 R"({"device:system": {"more:x": 1}, "other:a": {"b": 2}})"),
+        {true, false}, &running);
+    EXPECT_EQ(candidate.document.skipped.nodes, 5U);
+    EXPECT_THAT(candidate.document.skipped.modules, testing::ElementsAre("other", "more"));
+    EXPECT_EQ(text_of(candidate.document.unmerged), "edit:1:20");
+    EXPECT_EQ(compact(write_json(candidate.document)),
+              R"({"other:a":{"b":1},"device:system":{"mtu":70}})");
+    const Document new_port =
+        test_model()
+            .candidate(
+                configuration_from_bytes("edit", R"({"device:port": [{"slot": "s", "number": 1,
+            "link": {"speed": 1}, "more:x": 1}]})"),
+                {true, false}, &running)
+            .document;
+    EXPECT_FALSE(new_port.unmerged.is_known());
+    EXPECT_THAT(compact(write_json(new_port)), testing::HasSubstr(R"("more:x":1}])"));
+}
+
+TEST(Edit, NeedsARunningConfiguration) {
+    for (const char* const edit : {"{}", "<edit-config xmlns='BASE'><config/></edit-config>"}) {
+        try {
+            test_model().candidate(configuration_from_bytes("edit", named(edit)), {true, false},
+                                   nullptr);
+            ADD_FAILURE() << edit;
+        } catch (const CannotCheck& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr("--running"));
+        }
+    }
+    EXPECT_TRUE(read(named("<edit-config xmlns='BASE'><config/></edit-config>")).is_edit);
+}
+
+}  // namespace

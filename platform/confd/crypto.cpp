@@ -150,7 +150,7 @@ int install_key_of(int sock) {
 }  // namespace local_platform
 
 int confd_decrypt(const char* ciphertext, int len, char* output) {
-    return local_platform::serve({"confd_decrypt", -1, {}}, [&] {
+    return local_platform::serve("confd_decrypt", -1, std::string_view(), [&] {
         return local_platform::decrypt({ciphertext, static_cast<std::size_t>(len)}, output);
     });
 }

@@ -16,11 +16,11 @@ extern __thread const CallHook* current_hook
 /// Notes `reason`, cut to a fixed length, as the calling thread's last failure; returns CONFD_ERR.
 int fail(std::string_view reason, std::string_view path = {});
 
-/// The hook's answer to `call` or, without one, what `work` returns.
-template <typename Work>
-int serve(const Call& call, Work work) {
+/// The hook's answer to a call or, without one, what `work` returns.
+template <typename Argument, typename Work>
+int serve(std::string_view operation, int socket, const Argument& argument, Work work) {
     if (current_hook != nullptr) {
-        if (const auto answer = (*current_hook)(call)) {
+        if (const auto answer = (*current_hook)({operation, socket, argument})) {
             return answer->result;
         }
     }

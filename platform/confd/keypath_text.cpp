@@ -112,30 +112,11 @@ std::string keys_text(const std::vector<std::string_view>& keys) {
 
 }  // namespace local_platform
 
-namespace {
-
-/// A text in the caller's buffer, empty and ended by its NUL until something is appended.
-local_platform::BoundedText empty_text(char* buf, int bufsiz) {
-    local_platform::BoundedText text(buf, static_cast<std::size_t>(std::max(bufsiz, 0)));
-    text.finish();
-    return text;
-}
-
-}  // namespace
-
 using local_platform::serve;
 
-int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {
-    return serve({"confd_pp_value", -1, {}}, [&] {
-        auto out = empty_text(buf, bufsiz);
-        local_platform::append_value(out, *v);
-        return out.finish();
-    });
-}
-
 int confd_pp_kpath(char* buf, int bufsiz, const confd_hkeypath_t* kp) {
-    return serve({"confd_pp_kpath", -1, {}}, [&] {
-        auto out = empty_text(buf, bufsiz);
+    return serve("confd_pp_kpath", -1, std::string_view(), [&] {
+        auto out = local_platform::BoundedText::empty_in(buf, bufsiz);
         if (!local_platform::is_printable(*kp)) {
             return local_platform::fail("a keypath without elements, or with too many");
         }

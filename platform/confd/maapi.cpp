@@ -39,9 +39,9 @@ int next_entry(maapi_cursor& cursor) {
     if (list == nullptr || cursor.next >= list->children.size()) {
         return CONFD_OK;
     }
-    const auto& keys = list->children[cursor.next++]->keys;
-    std::copy(keys.begin(), keys.end(), cursor.keys);
-    cursor.n = static_cast<int>(keys.size());
+    for (const confd_value_t& key : list->children[cursor.next++]->keys) {
+        cursor.keys[cursor.n++] = key;
+    }
     return CONFD_OK;
 }
 
@@ -96,16 +96,16 @@ int maapi_init_cursor(int sock, int thandle, maapi_cursor* cursor, const char* f
 
 int maapi_get_next(maapi_cursor* cursor) {
     cursor->n = 0;
-    return serve({__func__, cursor->socket, {}}, [&] { return next_entry(*cursor); });
+    return serve(__func__, cursor->socket, std::string_view(), [&] { return next_entry(*cursor); });
 }
 
 void maapi_destroy_cursor(maapi_cursor* cursor) {
-    serve({__func__, cursor->socket, {}}, [&] {
+    serve(__func__, cursor->socket, std::string_view(), [&] {
         close_cursor(*cursor);
         return CONFD_OK;
     });
 }
 
 int maapi_install_crypto_keys(int sock) {
-    return serve({__func__, sock, {}}, [&] { return install_key_of(sock); });
+    return serve(__func__, sock, std::string_view(), [&] { return install_key_of(sock); });
 }

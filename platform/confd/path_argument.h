@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdarg>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -16,18 +17,17 @@ class PathArgument {
     PathArgument(const char* format, va_list arguments) {
         const bool is_plain = format[0] == '%' && format[1] == 's' && format[2] == '\0';
         if (!is_plain) {
-            formatted_ = format_text(format, arguments);
+            formatted_ = std::make_unique<std::string>(format_text(format, arguments));
         }
-        text_ = is_plain ? std::string_view(va_arg(arguments, const char*)) : formatted_;
+        text_ = is_plain ? va_arg(arguments, const char*) : formatted_->c_str();
     }
-    PathArgument(const PathArgument&) = delete;
-    PathArgument& operator=(const PathArgument&) = delete;
 
-    std::string_view text() const { return text_; }
+    const char* c_str() const { return text_; }
+    operator std::string_view() const { return text_; }
 
   private:
-    std::string formatted_;
-    std::string_view text_;
+    std::unique_ptr<const std::string> formatted_;
+    const char* text_;
 };
 
 }  // namespace local_platform

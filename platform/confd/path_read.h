@@ -19,22 +19,22 @@ struct ReadResult {
 template <typename Read>
 int serve_read(const char* operation, int sock, const Endpoint* endpoint, const PathArgument& path,
                Read read) {
-    return serve({operation, sock, path.text()}, [&] {
+    return serve(operation, sock, path, [&] {
         if (endpoint == nullptr) {
-            return fail("no such socket or transaction", path.text());
+            return fail("no such socket or transaction", path);
         }
-        const Lookup found = look_up(endpoint->tree.root(), path.text());
+        const Lookup& found = endpoint->paths.find(path.c_str());
         const ReadResult result = found.error == nullptr ? read(found) : ReadResult{0, found.error};
-        return result.error == nullptr ? result.answer : fail(result.error, path.text());
+        return result.error == nullptr ? result.answer : fail(result.error, path);
     });
 }
 
 /// Answers 1 when the node exists (a list: when it holds entries), 0 when it does not.
-inline ReadResult read_existence(const Lookup& found) {
+constexpr auto read_existence = [](const Lookup& found) -> ReadResult {
     const bool is_there =
         found.node != nullptr && (!found.names_list || !found.node->children.empty());
     return {is_there ? 1 : 0};
-}
+};
 
 /// Reads the leaf's value, `member` of a value of type `type`, into `rval`.
 template <typename Value>

@@ -1,7 +1,5 @@
 #include "socket.h"
 
-#include <array>
-#include <atomic>
 #include <utility>
 
 #include "endpoint.h"
@@ -9,11 +7,6 @@
 namespace local_platform {
 namespace {
 
-constexpr int kMaxSockets = 1024;
-
-/// A fixed table of atomics, so that every operation finds its socket without a lock. A socket is
-/// closed by its owner, after its last operation.
-std::array<std::atomic<const Endpoint*>, kMaxSockets> sockets{};
 std::atomic<int> next_thandle{1};
 
 int take_slot(std::unique_ptr<const Endpoint> endpoint) {
@@ -30,30 +23,19 @@ int take_slot(std::unique_ptr<const Endpoint> endpoint) {
 
 }  // namespace
 
-const Endpoint* find_socket(int number, Endpoint::Kind kind) {
-    if (number < 0 || number >= kMaxSockets) {
-        return nullptr;
-    }
-    const Endpoint* const endpoint =
-        sockets[static_cast<std::size_t>(number)].load(std::memory_order_acquire);
-    return endpoint != nullptr && endpoint->kind == kind ? endpoint : nullptr;
-}
-
-const Endpoint* find_maapi(int number, int thandle) {
-    const Endpoint* const endpoint = find_socket(number, Endpoint::Kind::maapi);
-    return endpoint != nullptr && endpoint->thandle == thandle ? endpoint : nullptr;
-}
+std::array<std::atomic<const Endpoint*>, kMaxSockets> sockets{};
 
 Socket::Socket(std::unique_ptr<const Endpoint> endpoint)
     : number_(take_slot(std::move(endpoint))) {}
 
 Socket Socket::maapi(const DataTree& transaction, const std::optional<CryptoKey>& key) {
-    return Socket(std::make_unique<const Endpoint>(
-        Endpoint{Endpoint::Kind::maapi, next_thandle++, transaction, key}));
+    return Socket(std::unique_ptr<const Endpoint>(
+        new Endpoint{Endpoint::Kind::maapi, next_thandle++, transaction, key}));
 }
 
 Socket Socket::cdb(const DataTree& running) {
-    return Socket(std::make_unique<const Endpoint>(Endpoint{Endpoint::Kind::cdb, -1, running, {}}));
+    return Socket(
+        std::unique_ptr<const Endpoint>(new Endpoint{Endpoint::Kind::cdb, -1, running, {}}));
 }
 
 Socket::Socket(Socket&& other) noexcept : number_(other.release()) {}

@@ -2,10 +2,7 @@
 
 #include <arpa/inet.h>
 
-#include <algorithm>
-#include <array>
-#include <charconv>
-#include <cstring>
+#include "hook.h"
 
 namespace local_platform {
 namespace {
@@ -55,37 +52,12 @@ bool parse_bool(std::string_view text, int& boolean) {
     return boolean == 1 || text == "false";
 }
 
-void append_number(BoundedText& out, int number) {
-    std::array<char, sizeof "-2147483648"> digits{};
-    const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-    static_cast<void>(error);  // every int fits
-    out.append({digits.data(), static_cast<std::size_t>(end - digits.data())});
-}
-
 void append_address(BoundedText& out, int family, const void* address) {
     std::array<char, INET6_ADDRSTRLEN> text{};
     out.append(inet_ntop(family, address, text.data(), text.size()));
 }
 
 }  // namespace
-
-void BoundedText::append(std::string_view text) {
-    if (length_ < size_ && !text.empty()) {
-        std::memcpy(buffer_ + length_, text.data(), std::min(text.size(), size_ - length_));
-    }
-    length_ += text.size();
-}
-
-int BoundedText::finish() {
-    if (size_ > 0) {
-        buffer_[std::min(length_, size_ - 1)] = '\0';
-    }
-    return static_cast<int>(length_);
-}
-
-std::string_view text_of(const confd_value_t& value) {
-    return {reinterpret_cast<const char*>(value.val.buf.ptr), value.val.buf.size};
-}
 
 confd_value_t text_value(std::string_view text) {
     confd_value_t value;
@@ -111,13 +83,13 @@ void append_value(BoundedText& out, const confd_value_t& value) {
         case C_BUF:
             return out.append(text_of(value));
         case C_INT32:
-            return append_number(out, value.val.i32);
+            return out.append_number(value.val.i32);
         case C_UINT8:
-            return append_number(out, value.val.u8);
+            return out.append_number(value.val.u8);
         case C_BOOL:
             return out.append(value.val.boolean != 0 ? "true" : "false");
         case C_ENUM_VALUE:
-            return append_number(out, value.val.enumvalue);
+            return out.append_number(value.val.enumvalue);
         case C_IPV4:
             return append_address(out, AF_INET, &value.val.ip);
         case C_IPV6:
@@ -125,11 +97,11 @@ void append_value(BoundedText& out, const confd_value_t& value) {
         case C_IPV4_AND_PLEN:
             append_address(out, AF_INET, &value.val.ipv4prefix.ip);
             out.append("/");
-            return append_number(out, value.val.ipv4prefix.len);
+            return out.append_number(value.val.ipv4prefix.len);
         case C_IPV6_AND_PLEN:
             append_address(out, AF_INET6, &value.val.ipv6prefix.ip6);
             out.append("/");
-            return append_number(out, value.val.ipv6prefix.len);
+            return out.append_number(value.val.ipv6prefix.len);
         case C_XMLTAG:
             return out.append(value.val.xmltag->name);
         case C_NOEXISTS:
@@ -195,3 +167,11 @@ bool canonical_text(const SchemaNode& leaf, std::string_view text, std::string& 
 }
 
 }  // namespace local_platform
+
+[[gnu::flatten]] int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {
+    return local_platform::serve("confd_pp_value", -1, std::string_view(), [&] {
+        auto out = local_platform::BoundedText::empty_in(buf, bufsiz);
+        local_platform::append_value(out, *v);
+        return out.finish();
+    });
+}

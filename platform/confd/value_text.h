@@ -1,7 +1,11 @@
 /// Values as text and back.
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <cstddef>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,9 +22,34 @@ class BoundedText {
     /// 0.
     BoundedText(char* buffer, std::size_t size) : buffer_(buffer), size_(size) {}
 
-    void append(std::string_view text);
+    /// One in a caller's buffer, ended by its NUL before anything is appended.
+    static BoundedText empty_in(char* buffer, int size) {
+        BoundedText text(buffer, static_cast<std::size_t>(std::max(size, 0)));
+        text.finish();
+        return text;
+    }
+
+    void append(std::string_view text) {
+        if (length_ < size_ && !text.empty()) {
+            std::memcpy(buffer_ + length_, text.data(), std::min(text.size(), size_ - length_));
+        }
+        length_ += text.size();
+    }
+
+    void append_number(int number) {
+        std::array<char, sizeof "-2147483648"> digits;
+        const char* const end =
+            std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+        append({digits.data(), static_cast<std::size_t>(end - digits.data())});
+    }
+
     /// Ends the text with its NUL and returns the whole length.
-    int finish();
+    int finish() {
+        if (size_ > 0) {
+            buffer_[std::min(length_, size_ - 1)] = '\0';
+        }
+        return static_cast<int>(length_);
+    }
 
   private:
     char* buffer_;
@@ -28,8 +57,12 @@ class BoundedText {
     std::size_t length_ = 0;
 };
 
-/// The text of a C_BUF, and a C_BUF of `text`, which must be NUL-terminated one byte behind.
-std::string_view text_of(const confd_value_t& value);
+/// The text of a C_BUF.
+inline std::string_view text_of(const confd_value_t& value) {
+    return {reinterpret_cast<const char*>(value.val.buf.ptr), value.val.buf.size};
+}
+
+/// A C_BUF of `text`, which must be NUL-terminated one byte behind.
 confd_value_t text_value(std::string_view text);
 
 /// The label of an enumeration's value in `leaf`; nothing when it has none, or without a leaf.

@@ -8,7 +8,7 @@ trap 'rm -f "$log"' EXIT
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 echo "clang-format: clean"
 
-git ls-files 'scripts/*.sh' 'tests/**.sh' 'bench/*.sh' 'app/completion/*' .ci/run | xargs shellcheck
+git ls-files 'scripts/*.sh' 'tests/**.sh' 'bench/*.sh' 'examples/**.sh' .ci/run | xargs shellcheck
 echo "shellcheck: clean"
 
 # yanglint exits 0 with warnings; here they count.

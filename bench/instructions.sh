@@ -55,7 +55,7 @@ header='| Object | Instructions, millions | Share |
     printf '\nThe whole command, start to exit, on a configuration of one instance:\n\n%s\n' "$header"
     count "$work/one"
     by_object "$work/one/out"
-    printf '\nThe same when the instance has a password, so that OpenSSL is set up, too:\n\n%s\n' "$header"
+    printf '\nThe same when the instance has a password:\n\n%s\n' "$header"
     count "$work/password"
     by_object "$work/password/out"
 } >"$results/instructions.md"

@@ -5,7 +5,7 @@ set -euo pipefail
 architecture=$1
 mkdir -p "$2"
 folder=$(realpath "$2")
-packages=(libc6 libgcc-s1 libstdc++6 libyang2-dev libyang2 libpcre2-dev libpcre2-8-0 libssl-dev libssl3
+packages=(libc6 libgcc-s1 libstdc++6 libyang2-dev libyang2 libpcre2-dev libpcre2-8-0 nettle-dev libnettle8
   libpugixml-dev libpugixml1v5 rapidjson-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev)
 [ ! -e "$folder/root" ] || exit 0

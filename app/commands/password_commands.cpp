@@ -10,7 +10,8 @@ namespace {
 
 int run_encrypt(const std::string& key_file) {
     const local_platform::CryptoKey key = read_key_file(key_file);
-    const Secret password(read_password());
+    Secret password;
+    read_password(password);
     print(local_platform::encrypt(key, password.text) + "\n");
     return kExitClean;
 }

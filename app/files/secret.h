@@ -7,7 +7,6 @@
 /// Set its text once: a string that grows would leave pieces behind.
 struct Secret {
     Secret() = default;
-    explicit Secret(std::string value) : text(std::move(value)) {}
     Secret(const Secret&) = delete;
     Secret& operator=(const Secret&) = delete;
     ~Secret() { explicit_bzero(text.data(), text.size()); }

@@ -1,11 +1,10 @@
 #include "reports/fingerprint.h"
 
-#include <openssl/evp.h>
+#include <nettle/sha2.h>
 
 #include <array>
 #include <filesystem>
 #include <initializer_list>
-#include <stdexcept>
 
 namespace {
 
@@ -14,15 +13,15 @@ std::string digest(std::initializer_list<std::string> parts) {
     for (const std::string& part : parts) {
         text.append(part).push_back('\0');
     }
-    std::array<unsigned char, EVP_MAX_MD_SIZE> bytes{};
-    unsigned size = 0;
-    if (EVP_Digest(text.data(), text.size(), bytes.data(), &size, EVP_sha256(), nullptr) != 1) {
-        throw std::runtime_error("the fingerprint of a finding cannot be computed");
-    }
+    sha256_ctx context{};
+    sha256_init(&context);
+    sha256_update(&context, text.size(), reinterpret_cast<const unsigned char*>(text.data()));
+    std::array<unsigned char, SHA256_DIGEST_SIZE> bytes{};
+    sha256_digest(&context, bytes.size(), bytes.data());
     constexpr std::string_view kDigits = "0123456789abcdef";
     std::string digits;
-    for (unsigned i = 0; i < size; ++i) {
-        digits.append(1, kDigits[bytes[i] >> 4U]).append(1, kDigits[bytes[i] & 0xfU]);
+    for (const unsigned char byte : bytes) {
+        digits.append(1, kDigits[byte >> 4U]).append(1, kDigits[byte & 0xfU]);
     }
     return digits;
 }

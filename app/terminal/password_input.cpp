@@ -1,10 +1,15 @@
 #include "terminal/password_input.h"
 
+#include <poll.h>
 #include <sys/types.h>
 #include <termios.h>
 #include <unistd.h>
 
+#include <array>
+#include <cerrno>
 #include <csignal>
+#include <optional>
+#include <string_view>
 
 #include "errors/cannot_check.h"
 #include "files/file_descriptor.h"
@@ -12,85 +17,163 @@
 
 namespace {
 
+/// As the rule for simple-text passwords has it; see its text in the model.
+constexpr std::size_t kLongestPassword = 8;
 constexpr std::size_t kLongestLine = 4096;
 
-termios with_echo{};
+constexpr std::array<int, 5> kDepartures = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGTSTP};
 
-/// The signal ends the process as soon as its handler, which is there for one only, returns.
-void give_echo_back(int signal) {
-    tcsetattr(STDIN_FILENO, TCSAFLUSH, &with_echo);
-    static_cast<void>(raise(signal));
+// What the signal handlers need.
+termios with_echo{};
+std::string_view asked;
+
+void set_echo(bool is_on) {
+    termios settings = with_echo;
+    if (!is_on) {
+        settings.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    }
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &settings);
 }
 
-/// Takes a terminal's echo away while it lives, and gives it back when a signal ends the process
-/// meanwhile.
+sigset_t only(int signal) {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, signal);
+    return signals;
+}
+
+struct sigaction handling(int signal, void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = signal == SIGCONT ? 0 : static_cast<int>(SA_RESETHAND);
+    sigfillset(&action.sa_mask);
+    return action;
+}
+
+/// Gives the echo back before `signal` ends or stops the process.
+void depart(int signal) {
+    const int error = errno;
+    set_echo(true);
+    const sigset_t departure = only(signal);
+    static_cast<void>(raise(signal));
+    sigprocmask(SIG_UNBLOCK, &departure, nullptr);
+    // It was a stop, and is over; or nobody was there to continue the process, and there was none.
+    sigprocmask(SIG_BLOCK, &departure, nullptr);
+    const struct sigaction action = handling(signal, depart);
+    sigaction(signal, &action, nullptr);
+    set_echo(false);
+    errno = error;
+}
+
+/// Takes the echo away again, and asks again: a shell has been at the terminal.
+void come_back(int /*signal*/) {
+    const int error = errno;
+    set_echo(false);
+    static_cast<void>(write(STDERR_FILENO, asked.data(), asked.size()));
+    errno = error;
+}
+
+/// Takes a terminal's echo away while it lives, but for the time that a signal stops the process,
+/// and gives it back when one ends it. A signal that was ignored before still is.
 class NoEcho {
   public:
-    NoEcho() {
+    explicit NoEcho(std::string_view question) {
+        asked = question;
         tcgetattr(STDIN_FILENO, &with_echo);
-        struct sigaction action {};
-        action.sa_handler = give_echo_back;
-        action.sa_flags = static_cast<int>(SA_RESETHAND);
-        sigaction(SIGINT, &action, &interrupt_before_);
-        sigaction(SIGTERM, &action, &terminate_before_);
-        termios silent = with_echo;
-        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+        for (std::size_t i = 0; i < kDepartures.size(); ++i) {
+            sigaction(kDepartures.at(i), nullptr, &before_.at(i));
+            if (before_.at(i).sa_handler != SIG_IGN) {
+                const struct sigaction action = handling(kDepartures.at(i), depart);
+                sigaction(kDepartures.at(i), &action, nullptr);
+            }
+        }
+        const struct sigaction action = handling(SIGCONT, come_back);
+        sigaction(SIGCONT, &action, &continue_before_);
+        set_echo(false);
     }
     NoEcho(const NoEcho&) = delete;
     NoEcho& operator=(const NoEcho&) = delete;
     ~NoEcho() {
-        tcsetattr(STDIN_FILENO, TCSAFLUSH, &with_echo);
-        sigaction(SIGINT, &interrupt_before_, nullptr);
-        sigaction(SIGTERM, &terminate_before_, nullptr);
+        sigaction(SIGCONT, &continue_before_, nullptr);
+        set_echo(true);
+        for (std::size_t i = 0; i < kDepartures.size(); ++i) {
+            sigaction(kDepartures.at(i), &before_.at(i), nullptr);
+        }
     }
 
   private:
-    struct sigaction interrupt_before_ {};
-    struct sigaction terminate_before_ {};
+    std::array<struct sigaction, kDepartures.size()> before_{};
+    struct sigaction continue_before_ {};
 };
 
-/// One line of standard input without its end, byte by byte: what follows it is not ours.
-std::string read_line() {
-    std::string line;
-    line.reserve(kLongestLine);
+/// The next byte of standard input; nothing at its end.
+std::optional<char> read_byte() {
     char byte = 0;
-    while (line.size() < kLongestLine && read(STDIN_FILENO, &byte, 1) == 1 && byte != '\n') {
-        line += byte;
+    for (;;) {
+        const ssize_t count = uninterrupted([&] { return read(STDIN_FILENO, &byte, 1); });
+        if (count >= 0) {
+            return count == 1 ? std::optional(byte) : std::nullopt;
+        }
+        if (errno != EAGAIN) {
+            throw CannotCheck("standard input cannot be read: " + last_system_error());
+        }
+        pollfd input{STDIN_FILENO, POLLIN, 0};  // it was made not to wait
+        poll(&input, 1, -1);
     }
-    return line;
 }
 
-std::string ask(const std::string& question) {
-    std::string answer;
+/// One line of standard input into `line`, without its end, byte by byte: what follows it is not
+/// ours.
+void read_line(Secret& line) {
+    line.text.reserve(kLongestLine);
+    while (line.text.size() < kLongestLine) {
+        const std::optional<char> byte = read_byte();
+        if (!byte || *byte == '\n') {
+            break;
+        }
+        line.text += *byte;
+    }
+    if (!line.text.empty() && line.text.back() == '\r') {
+        line.text.pop_back();
+    }
+}
+
+void ask(std::string_view question, Secret& answer) {
     {
-        const NoEcho no_echo;  // before the question: an answer may follow it at once
+        const NoEcho no_echo(question);  // before the question: an answer may follow it at once
         write_all(STDERR_FILENO, question);
-        answer = read_line();
+        read_line(answer);
     }
     write_all(STDERR_FILENO, "\n");
-    return answer;
+}
+
+void require_password(const std::string& text) {
+    if (text.empty()) {
+        throw CannotCheck(
+            "no password was given; type one, or send it as the first line of standard input");
+    }
+    if (text.size() > kLongestPassword) {
+        throw CannotCheck("the password is too long: it may have " +
+                          std::to_string(kLongestPassword) +
+                          " bytes, and a character outside ASCII takes more than one of them");
+    }
+    if (text.find('\0') != std::string::npos) {
+        throw CannotCheck("the password holds a NUL byte, at which it would end; leave it out");
+    }
 }
 
 }  // namespace
 
-std::string read_password() {
-    const bool is_terminal = isatty(STDIN_FILENO) == 1;
-    std::string password = is_terminal ? ask("Password: ") : read_line();
-    if (password.empty()) {
-        throw CannotCheck(
-            "no password was given; type one, or send it as the first line of standard input");
+void read_password(Secret& password) {
+    if (isatty(STDIN_FILENO) != 1) {
+        read_line(password);
+        return require_password(password.text);
     }
-    if (password.size() == kLongestLine || password.find('\0') != std::string::npos) {
-        explicit_bzero(password.data(), password.size());
-        throw CannotCheck("the password is too long, or holds a NUL byte; give a shorter text");
+    ask("Password: ", password);
+    require_password(password.text);
+    Secret again;
+    ask("Again: ", again);
+    if (again.text != password.text) {
+        throw CannotCheck("the two passwords differ; run the command again");
     }
-    if (is_terminal) {
-        const Secret again(ask("Again: "));
-        if (again.text != password) {
-            explicit_bzero(password.data(), password.size());
-            throw CannotCheck("the two passwords differ; run the command again");
-        }
-    }
-    return password;
 }

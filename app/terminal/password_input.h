@@ -1,8 +1,9 @@
 /// A password from the operator.
 #pragma once
 
-#include <string>
+struct Secret;
 
 /// Reads a password: from a terminal without echo, asked for twice, or else the first line of
-/// standard input. Throws CannotCheck when there is none, or the two differ. The caller wipes it.
-std::string read_password();
+/// standard input. Throws CannotCheck when it cannot be read, the rule for passwords would refuse
+/// it, or the two differ.
+void read_password(Secret& password);

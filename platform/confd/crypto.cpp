@@ -1,9 +1,11 @@
 #include "crypto.h"
 
-#include <openssl/crypto.h>
-#include <openssl/evp.h>
-#include <openssl/rand.h>
+#include <nettle/base64.h>
+#include <nettle/gcm.h>
+#include <nettle/memops.h>
+#include <sys/random.h>
 
+#include <cstring>
 #include <mutex>
 #include <optional>
 
@@ -11,6 +13,7 @@
 #include "endpoint.h"
 #include "hook.h"
 #include "platform_error.h"
+#include "traces.h"
 
 namespace local_platform {
 namespace {
@@ -20,10 +23,41 @@ constexpr std::string_view kMark = "$aes-256-gcm$";
 constexpr std::size_t kNonceSize = 12;
 constexpr std::size_t kTagSize = 16;
 
-struct ContextDeleter {
-    void operator()(EVP_CIPHER_CTX* context) const { EVP_CIPHER_CTX_free(context); }
+const unsigned char* bytes_of(std::string_view text) {
+    return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+void fill_randomly(void* bytes, std::size_t size) {
+    if (getentropy(bytes, size) != 0) {
+        throw PlatformError("the system gives no random bytes");
+    }
+}
+
+/// One text under AES-256-GCM. Wiped when it goes, with what it left behind.
+class Cipher {
+  public:
+    Cipher(const CryptoKey& key, const unsigned char* nonce) {
+        gcm_aes256_set_key(&context_, key.bytes().data());
+        gcm_aes256_set_iv(&context_, kNonceSize, nonce);
+    }
+    Cipher(const Cipher&) = delete;
+    Cipher& operator=(const Cipher&) = delete;
+    ~Cipher() {
+        explicit_bzero(&context_, sizeof context_);
+        wipe_traces();
+    }
+
+    void encrypt(std::string_view clear, unsigned char* output) {
+        gcm_aes256_encrypt(&context_, clear.size(), output, bytes_of(clear));
+    }
+    void decrypt(std::string_view cipher, unsigned char* output) {
+        gcm_aes256_decrypt(&context_, cipher.size(), output, bytes_of(cipher));
+    }
+    void write_tag(unsigned char* tag) { gcm_aes256_digest(&context_, kTagSize, tag); }
+
+  private:
+    gcm_aes256_ctx context_{};
 };
-using CipherContext = std::unique_ptr<EVP_CIPHER_CTX, ContextDeleter>;
 
 std::mutex installed_key_mutex;
 std::optional<CryptoKey> installed_key;
@@ -33,59 +67,42 @@ std::optional<CryptoKey> copy_of_installed_key() {
     return installed_key;
 }
 
-const unsigned char* bytes_of(std::string_view text) {
-    return reinterpret_cast<const unsigned char*>(text.data());
-}
-
 std::string base64(const std::string& bytes) {
-    std::string text(4 * ((bytes.size() + 2) / 3) + 1, '\0');
-    const int length = EVP_EncodeBlock(reinterpret_cast<unsigned char*>(text.data()),
-                                       bytes_of(bytes), static_cast<int>(bytes.size()));
-    text.resize(static_cast<std::size_t>(length));
+    std::string text(BASE64_ENCODE_RAW_LENGTH(bytes.size()), '\0');
+    base64_encode_raw(text.data(), bytes.size(), bytes_of(bytes));
     return text;
 }
 
 /// The bytes that the base64 `text` stands for; nothing when it is none. Only its one canonical
-/// form is taken: what EVP_DecodeBlock() overlooks would make two texts of one.
+/// form is taken: what the decoder overlooks would make two texts of one.
 std::optional<std::string> from_base64(std::string_view text) {
-    if (text.empty() || text.size() % 4 != 0) {
+    base64_decode_ctx decoder{};
+    base64_decode_init(&decoder);
+    std::string bytes(BASE64_DECODE_LENGTH(text.size()), '\0');
+    std::size_t size = bytes.size();
+    if (base64_decode_update(&decoder, &size, reinterpret_cast<unsigned char*>(bytes.data()),
+                             text.size(), text.data()) != 1 ||
+        base64_decode_final(&decoder) != 1) {
         return std::nullopt;
     }
-    std::string bytes(text.size() / 4 * 3, '\0');
-    const int length = EVP_DecodeBlock(reinterpret_cast<unsigned char*>(bytes.data()),
-                                       bytes_of(text), static_cast<int>(text.size()));
-    if (length < 0) {
-        return std::nullopt;
-    }
-    const std::size_t padding = text.size() - std::min(text.find_last_not_of('=') + 1, text.size());
-    if (padding > 2) {
-        return std::nullopt;
-    }
-    bytes.resize(bytes.size() - padding);
+    bytes.resize(size);
     return base64(bytes) == text ? std::optional(bytes) : std::nullopt;
 }
 
 /// Opens nonce, cipher text and tag in `sealed` into `output`, which has room for the cipher text.
 /// Whatever was written is wiped again when the tag does not fit.
-bool open_sealed(const CryptoKey& key, const std::string& sealed, unsigned char* output) {
+bool open_sealed(const CryptoKey& key, std::string_view sealed, unsigned char* output) {
     const std::size_t clear_size = sealed.size() - kNonceSize - kTagSize;
-    const unsigned char* const nonce = bytes_of(sealed);
-    std::string tag = sealed.substr(kNonceSize + clear_size);
-    const CipherContext context(EVP_CIPHER_CTX_new());
-    int written = 0;
-    int last = 0;
-    const bool opened =
-        context != nullptr &&
-        EVP_DecryptInit_ex(context.get(), EVP_aes_256_gcm(), nullptr, key.bytes().data(), nonce) ==
-            1 &&
-        EVP_DecryptUpdate(context.get(), output, &written, nonce + kNonceSize,
-                          static_cast<int>(clear_size)) == 1 &&
-        EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_SET_TAG, kTagSize, tag.data()) == 1 &&
-        EVP_DecryptFinal_ex(context.get(), output + written, &last) == 1;
-    if (!opened) {
-        OPENSSL_cleanse(output, clear_size);
+    std::array<unsigned char, kTagSize> tag{};
+    Cipher cipher(key, bytes_of(sealed));
+    cipher.decrypt(sealed.substr(kNonceSize, clear_size), output);
+    cipher.write_tag(tag.data());
+    const bool is_whole =
+        memeql_sec(tag.data(), bytes_of(sealed) + kNonceSize + clear_size, kTagSize) == 1;
+    if (!is_whole) {
+        explicit_bzero(output, clear_size);
     }
-    return opened;
+    return is_whole;
 }
 
 int decrypt(std::string_view text, char* output) {
@@ -110,33 +127,40 @@ int decrypt(std::string_view text, char* output) {
 }  // namespace
 
 CryptoKey::CryptoKey() {
-    if (RAND_bytes(bytes_.data(), static_cast<int>(bytes_.size())) != 1) {
-        throw PlatformError("no random bytes for a key");
+    fill_randomly(bytes_.data(), bytes_.size());
+}
+
+CryptoKey::CryptoKey(const std::array<unsigned char, kSize>& bytes) {
+    copy(bytes);
+}
+
+CryptoKey::CryptoKey(const CryptoKey& other) {
+    copy(other.bytes_);
+}
+
+CryptoKey& CryptoKey::operator=(const CryptoKey& other) {
+    copy(other.bytes_);
+    return *this;
+}
+
+void CryptoKey::copy(const std::array<unsigned char, kSize>& bytes) {
+    // Byte by byte, so that no vector register holds a piece of the key afterwards.
+    for (std::size_t i = 0; i < kSize; ++i) {
+        static_cast<volatile unsigned char&>(bytes_.at(i)) = bytes.at(i);
     }
 }
 
 CryptoKey::~CryptoKey() {
-    OPENSSL_cleanse(bytes_.data(), bytes_.size());
+    explicit_bzero(bytes_.data(), bytes_.size());
 }
 
 std::string encrypt(const CryptoKey& key, std::string_view clear_text) {
     std::string sealed(kNonceSize + clear_text.size() + kTagSize, '\0');
     auto* const nonce = reinterpret_cast<unsigned char*>(sealed.data());
-    unsigned char* const output = nonce + kNonceSize;
-    const CipherContext context(EVP_CIPHER_CTX_new());
-    int written = 0;
-    int last = 0;
-    const bool encrypted = context != nullptr && RAND_bytes(nonce, kNonceSize) == 1 &&
-                           EVP_EncryptInit_ex(context.get(), EVP_aes_256_gcm(), nullptr,
-                                              key.bytes().data(), nonce) == 1 &&
-                           EVP_EncryptUpdate(context.get(), output, &written, bytes_of(clear_text),
-                                             static_cast<int>(clear_text.size())) == 1 &&
-                           EVP_EncryptFinal_ex(context.get(), output + written, &last) == 1 &&
-                           EVP_CIPHER_CTX_ctrl(context.get(), EVP_CTRL_GCM_GET_TAG, kTagSize,
-                                               output + clear_text.size()) == 1;
-    if (!encrypted) {
-        throw PlatformError("the password could not be encrypted");
-    }
+    fill_randomly(nonce, kNonceSize);
+    Cipher cipher(key, nonce);
+    cipher.encrypt(clear_text, nonce + kNonceSize);
+    cipher.write_tag(nonce + kNonceSize + clear_text.size());
     return std::string(kMark) + base64(sealed);
 }
 

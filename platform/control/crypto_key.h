@@ -17,14 +17,16 @@ class CryptoKey {
 
     /// A fresh random key.
     CryptoKey();
-    explicit CryptoKey(const std::array<unsigned char, kSize>& bytes) : bytes_(bytes) {}
-    CryptoKey(const CryptoKey&) = default;
-    CryptoKey& operator=(const CryptoKey&) = default;
+    explicit CryptoKey(const std::array<unsigned char, kSize>& bytes);
+    CryptoKey(const CryptoKey& other);
+    CryptoKey& operator=(const CryptoKey& other);
     ~CryptoKey();
 
     const std::array<unsigned char, kSize>& bytes() const { return bytes_; }
 
   private:
+    void copy(const std::array<unsigned char, kSize>& bytes);
+
     std::array<unsigned char, kSize> bytes_{};
 };
 

@@ -133,34 +133,6 @@ TEST(Command, FindsWhatEachExampleSays) {
     EXPECT_GE(std::distance(fs::directory_iterator(VRRP_VALID_EXAMPLES "/messages"), {}), 22);
 }
 
-TEST(Command, ChecksPasswordsInClearWithTheirKeyOnly) {
-    const Folder folder;
-    umask(0);
-    for (const char* const name : {"key", "other"}) {
-        EXPECT_EQ(run({"keygen", folder / name}).status, 0);
-        EXPECT_EQ(fs::status(folder / name).permissions(), fs::perms(0600));
-    }
-    const std::string key = content_of(folder / "key").substr(15, 64);
-    const std::string in_clear =
-        content_of(VRRP_VALID_EXAMPLES "/messages/password-in-clear/candidate.json");
-    for (const std::string password : {"Se!&\"% x", "s3cretPwd", "äöüß", "äöüß3"}) {
-        for (const std::string made_with : {"key", "other"}) {
-            const bool is_refused = password.size() > 8 || made_with == "other";
-            const Arguments encrypt = {"encrypt", "--key-file", folder / made_with};
-            const Outcome made = run(encrypt, {password + "\nnot this\n"});
-            EXPECT_EQ(made.status, 0) << made.err;
-            EXPECT_NE(made.out, run(encrypt, {password}).out) << "a nonce was used twice";
-            const std::string text = made.out.substr(0, made.out.find('\n'));
-            const std::string candidate = folder.put("file", replaced(in_clear, "changeme", text));
-            const Outcome checked = run({"check", "--key-file", folder / "key", candidate});
-            EXPECT_EQ(checked.status, is_refused ? 1 : 0) << checked.out;
-            EXPECT_EQ(holds(checked.out, "bad length/size."), is_refused) << checked.out;
-            const std::string shown = made.out + made.err + checked.out + checked.err;
-            EXPECT_FALSE(holds(shown, password) || holds(shown, key)) << shown;
-        }
-    }
-}
-
 TEST(Command, ExplainsEveryMessageThatAnExampleBringsAbout) {
     for (const auto& example : fs::directory_iterator(VRRP_VALID_EXAMPLES "/messages")) {
         const json expected = json::parse(content_of(example.path() / "expected.json"));

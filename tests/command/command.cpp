@@ -96,11 +96,15 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     return {exit_code(end), content_of(out), content_of(err)};
 }
 
-Terminal::Terminal(const Arguments& arguments, const Variables& environment)
+Terminal::Terminal(const Arguments& arguments, const Variables& environment,
+                   const std::function<void()>& before)
     : id_(forkpty(&master_, nullptr, nullptr, nullptr)) {
     if (id_ == 0) {
         setenv("TERM", "xterm", 1);
         setenv("NO_COLOR", "", 1);
+        if (before) {
+            before();
+        }
         execute(arguments, environment);
     }
 }
@@ -113,13 +117,18 @@ void Terminal::answer(const std::string& question, const std::string& answer) {
     EXPECT_EQ(write(master_, answer.data(), answer.size()), static_cast<int>(answer.size()));
 }
 
+bool Terminal::echoes() const {
+    termios settings{};
+    EXPECT_EQ(tcgetattr(master_, &settings), 0);
+    return (settings.c_lflag & ECHO) != 0;
+}
+
 Outcome Terminal::finish() {
     while (read_more()) {
     }
-    termios settings{};
-    EXPECT_EQ(tcgetattr(master_, &settings), 0);
+    const bool still_echoes = echoes();
     close(master_);
-    return {exit_code(wait_for(id_)), shown_, {}, (settings.c_lflag & ECHO) != 0};
+    return {exit_code(wait_for(id_)), shown_, {}, still_echoes};
 }
 
 bool Terminal::read_more() {

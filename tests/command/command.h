@@ -55,9 +55,12 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
 /// The command at work on a terminal. What it does not show within a minute, it never does.
 class Terminal {
   public:
-    explicit Terminal(const Arguments& arguments, const Variables& environment = {});
+    explicit Terminal(const Arguments& arguments, const Variables& environment = {},
+                      const std::function<void()>& before = {});
     /// Types `answer` once the terminal has shown `question` again; a failure when it never does.
     void answer(const std::string& question, const std::string& answer);
+    bool echoes() const;
+    pid_t process() const { return id_; }
     Outcome finish();
 
   private:

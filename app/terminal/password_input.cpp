@@ -69,7 +69,8 @@ void depart(int signal) {
 void come_back(int /*signal*/) {
     const int error = errno;
     set_echo(false);
-    static_cast<void>(write(STDERR_FILENO, asked.data(), asked.size()));
+    // A question that cannot be shown again is no reason to end: the answer is still read.
+    [[maybe_unused]] const ssize_t shown = write(STDERR_FILENO, asked.data(), asked.size());
     errno = error;
 }
 

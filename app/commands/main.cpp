@@ -37,12 +37,12 @@ struct OutputOptions {
 
 void add_output_options(CLI::App& app, OutputOptions& options) {
     for (const char* const name :
-         {"check", "diff", "commit", "rules", "explain", "encrypt", "completion"}) {
+         {"check", "report", "diff", "commit", "rules", "explain", "encrypt", "completion"}) {
         app.get_subcommand(name)
             ->add_option("-o,--output", options.file, "Write to this file, whole or not at all")
             ->type_name("FILE");
     }
-    for (const char* const name : {"check", "diff", "commit"}) {
+    for (const char* const name : {"check", "report", "diff", "commit"}) {
         app.get_subcommand(name)
             ->add_option("--color", options.colour, "When to colour the text")
             ->check(CLI::IsMember({"auto", "always", "never"}))

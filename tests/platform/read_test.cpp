@@ -44,10 +44,10 @@ Strings rest_of(maapi_cursor& cursor) {
 
 TEST(Cursor, WalksAListFromItsStartWheneverItIsOpened) {
     const Socket socket =
-        Socket::maapi(tree_of(router_model(), {{"/config/interface/l3{b}/tunnel{x 1}", ""},
-                                               {"/config/interface/l3{b}/tunnel{y 2}", ""},
-                                               {"/config/interface/l3{a}", ""},
-                                               {"/config/interface/l3{c}", ""}}));
+        Socket::maapi(tree_of(router_model(), {{"/config/interface/l3{b}/tunnel{x 1}"},
+                                               {"/config/interface/l3{b}/tunnel{y 2}"},
+                                               {"/config/interface/l3{a}"},
+                                               {"/config/interface/l3{c}"}}));
     maapi_cursor cursor;
     const auto open = [&](const char* path) {
         return maapi_init_cursor(socket.number(), socket.thandle(), &cursor, "%s", path);

@@ -51,7 +51,7 @@ TEST(Socket, IsRefusedWhenTooManyAreOpen) {
 }
 
 TEST(Session, IsOpenForItsLifetimeAndShowsItsFlag) {
-    const DataTree running = tree_of(router_model(), {{"/config/interface/l3{a}", ""}});
+    const DataTree running = tree_of(router_model(), {{"/config/interface/l3{a}"}});
     const Instance instance(DataTree(router_model()), running);
     EXPECT_EQ(qelconfd_maapi_socket_get(instance.handle()), 0);
     EXPECT_EQ(qelconfd_maapi_socket_get(nullptr), -1);

@@ -48,10 +48,9 @@ Model router_model() {
                        container("router", {container("vrrp", {interface})})}));
 }
 
-DataTree tree_of(const Model& model,
-                 const std::vector<std::pair<std::string, std::string>>& nodes) {
+DataTree tree_of(const Model& model, const std::vector<Setting>& settings) {
     TreeBuilder builder(model);
-    for (const auto& [path, value] : nodes) {
+    for (const auto& [path, value] : settings) {
         builder.set(path, value);
     }
     return std::move(builder).build();

@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "data_tree.h"
@@ -25,6 +23,9 @@ local_platform::SchemaNode list(const char* name, Strings keys,
 /// Layer-3 interfaces below /config/interface, VRRP instances below /router/vrrp.
 Model router_model();
 
-/// The tree of `model` with these paths and their values.
-local_platform::DataTree tree_of(const Model& model,
-                                 const std::vector<std::pair<std::string, std::string>>& nodes);
+struct Setting {
+    std::string path;
+    std::string value = {};  ///< a leaf's
+};
+
+local_platform::DataTree tree_of(const Model& model, const std::vector<Setting>& settings);

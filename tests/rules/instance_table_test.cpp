@@ -13,8 +13,7 @@ namespace {
 
 /// A transaction with `nodes`, of a model with `child` below its root.
 struct Transaction {
-    Transaction(const SchemaNode& child,
-                const std::vector<std::pair<std::string, std::string>>& nodes)
+    Transaction(const SchemaNode& child, const std::vector<Setting>& nodes)
         : socket(Socket::maapi(
               tree_of(std::make_shared<const SchemaNode>(container("", {child})), nodes))) {}
 
@@ -24,42 +23,31 @@ struct Transaction {
     confd_trans_ctx tctx{socket.thandle(), nullptr, nullptr, nullptr};
 };
 
-TEST(KeyList, CutsEachKeyToItsBuffer) {
+TEST(KeyList, HoldsTheFirstKeysCutToTheirBufferAndEmptyWhereOneIsNotPrinted) {
     const std::string key70(70, 'b');
     const std::string key300(300, 'c');
     Transaction transaction(
-        list("l3", {"name"}, {}),
-        {{"l3{vlan10}", ""}, {"l3{" + key70 + "}", ""}, {"l3{" + key300 + "}", ""}});
-    EXPECT_EQ(transaction.keys("l3"), (Keys{"vlan10", key70, key300.substr(0, 255)}));
-    EXPECT_EQ(GenericConfig(transaction.socket.number(), &transaction.tctx).get_key_list("l3"),
-              (Keys{"vlan10", key70.substr(0, 63), key300.substr(0, 63)}));
+        list("l3", {"vrf", "name"}, {}),
+        {{"l3{red a}"}, {"l3{red b}"}, {"l3{" + key70 + " a}"}, {"l3{" + key300 + " a}"}});
+    EXPECT_EQ(transaction.keys("l3"), (Keys{"red", "red", key70, key300.substr(0, 255)}));
+    EXPECT_EQ(GenericConfig(transaction.socket.number(), &transaction.tctx).get_key_list("/l3"),
+              (Keys{"red", "red", key70.substr(0, 63), key300.substr(0, 63)}));
     EXPECT_EQ(transaction.keys("%s%n"), Keys());
-}
-
-TEST(KeyList, TakesTheFirstKeyOfSeveral) {
-    Transaction transaction(list("l3", {"vrf", "name"}, {}),
-                            {{"l3{red a}", ""}, {"l3{red b}", ""}});
-    EXPECT_EQ(transaction.keys("/l3"), (Keys{"red", "red"}));
-}
-
-TEST(KeyList, HoldsAnEmptyTextForAKeyThatIsNotPrinted) {
-    Transaction transaction(list("l3", {"name"}, {}),
-                            {{"l3{a}", ""}, {"l3{b}", ""}, {"l3{c}", ""}});
     int printed = 0;
     const ScopedCallHook fail_the_second([&](const Call& call) {
         const bool fails = call.operation == "confd_pp_value" && ++printed == 2;
         return fails ? std::optional(local_platform::Answer{CONFD_ERR}) : std::nullopt;
     });
-    EXPECT_EQ(transaction.keys("l3"), (Keys{"a", "", "c"}));
+    EXPECT_EQ(transaction.keys("l3"), (Keys{"red", "", key70, key300.substr(0, 255)}));
 }
 
 TEST(InstanceTable, IsReadInOrderAndAppended) {
     // 257 is more than the type of an identifier holds: its low 8 bits count.
     Transaction transaction(container("router", {container("vrrp", {vrrp_interfaces(C_INT32)})}),
-                            {{instance("A", "ipv6", 1), ""},
-                             {instance("A", "ipv4", 2), ""},
-                             {instance("A", "ipv4", 257), ""},
-                             {instance("B", "ipv4", 1), ""}});
+                            {{instance("A", "ipv6", 1)},
+                             {instance("A", "ipv4", 2)},
+                             {instance("A", "ipv4", 257)},
+                             {instance("B", "ipv4", 1)}});
     Config config(transaction.socket.number(), &transaction.tctx);
     config.router_vrrp_config.ReadConfig();
     config.router_vrrp_config.ReadConfig();

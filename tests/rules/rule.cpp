@@ -15,21 +15,15 @@ CryptoKey host_key() {
     return CryptoKey(std::array<unsigned char, CryptoKey::kSize>{});
 }
 
-DataTree datastore(const std::vector<Setting>& settings) {
-    static const auto kModel = std::make_shared<const local_platform::SchemaNode>(vrrp_model());
-    std::vector<std::pair<std::string, std::string>> nodes;
-    std::transform(settings.begin(), settings.end(), std::back_inserter(nodes),
-                   [](const Setting& setting) { return std::pair(setting.path, setting.value); });
-    return tree_of(kModel, nodes);
-}
+const auto kModel = std::make_shared<const local_platform::SchemaNode>(vrrp_model());
 
 DataTree candidate_of(const Case& one) {
     std::vector<Setting> settings = one.the<Candidate>();
     const std::string& node = one.the<Request>().node;
-    if (datastore(settings).find(node) == nullptr) {
+    if (tree_of(kModel, settings).find(node) == nullptr) {
         settings.push_back({node});
     }
-    return datastore(settings);
+    return tree_of(kModel, settings);
 }
 
 bool opens(const std::string& call) {
@@ -134,18 +128,10 @@ bool is_release(const std::string& call) {
     return call[0] == '~' || call.rfind("maapi_destroy_cursor", 0) == 0;
 }
 
-std::string side_by_side(const Lines& expected, const Lines& made) {
-    std::size_t width = 8;
-    for (const std::string& line : expected) {
-        width = std::max(width, line.size());
-    }
-    const auto row = [&](const std::string& left, const std::string& right) {
-        const std::string blanks(width - left.size(), ' ');
-        return (left == right ? "  " : "! ") + left + blanks + " | " + right + "\n";
-    };
-    std::string text = "\n" + row("expected", "made");
-    for (std::size_t i = 0; i < std::max(expected.size(), made.size()); ++i) {
-        text += row(i < expected.size() ? expected[i] : "", i < made.size() ? made[i] : "");
+std::string text_of(const Lines& calls) {
+    std::string text;
+    for (const std::string& call : calls) {
+        text += call + "\n";
     }
     return text;
 }
@@ -154,7 +140,7 @@ Delivery::Delivery(const Case& one)
     : selector(one.selector),
       told(one.the<PlatformAnswers>()),
       candidate(candidate_of(one)),
-      instance(candidate, datastore(one.the<Running>()),
+      instance(candidate, tree_of(kModel, one.the<Running>()),
                one.the<CryptoKeys>().installed ? std::optional(host_key()) : std::nullopt) {
     const local_platform::Node* const node = candidate.find(one.the<Request>().node);
     fill_keypath(*node, kp);
@@ -168,7 +154,11 @@ Outcome Delivery::run(const local_platform::CallHook& hook, std::size_t failing)
     Outcome outcome;
     Lines messages;
     std::string list;
-    confd_trans_ctx tctx{instance.thandle(), instance.handle(), selector.data(), &messages};
+    confd_trans_ctx tctx{};
+    tctx.thandle = instance.thandle();
+    tctx.vcb_opaque = instance.handle();
+    tctx.validate_opaque = selector.data();
+    tctx.messages = &messages;
     const local_platform::ScopedCallHook recorder([&](const local_platform::Call& call) {
         allocations.counting = false;
         const std::string operation(call.operation);

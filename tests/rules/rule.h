@@ -12,14 +12,11 @@
 
 #include "call_hook.h"
 #include "instance.h"
+#include "platform/support.h"
 #include "vrrp_valid.h"
 
-using Lines = std::vector<std::string>;
+using Lines = Strings;
 
-struct Setting {
-    std::string path;
-    std::string value = {};  ///< a leaf's
-};
 struct Candidate : std::vector<Setting> {
     using vector::vector;
 };
@@ -107,8 +104,7 @@ inline void PrintTo(const Case& one, std::ostream* stream) {
 }
 
 struct Rule {
-    std::string selector;
-    std::string handler;
+    std::string selector, handler;
     std::vector<std::pair<int, std::string>> keys;  ///< that it reads, in order, and their types
     /// An accepted request and one that is not, with all their calls and what comes of a failure;
     /// then others.
@@ -127,11 +123,12 @@ std::vector<Case> samples();
 
 // Names that the cases share
 
-inline const std::string kL3 = "/config/interface/l3{vlan10}";
+/// The name holds what would be conversions in a format.
+inline const std::string kL3 = "/config/interface/l3{vlan%s%n}";
 /// The path of a VRRP instance.
 std::string instance(const std::string& interface_key, const std::string& family, int vr_id);
-inline const std::string kIpv4Instance = instance("l3-vlan10", "ipv4", 5);
-inline const std::string kIpv6Instance = instance("l3-vlan10", "ipv6", 5);
+inline const std::string kIpv4Instance = instance("l3-vlan%s%n", "ipv4", 5);
+inline const std::string kIpv6Instance = instance("l3-vlan%s%n", "ipv6", 5);
 
 inline const Calls kOpenSession = {
     Calls("qelconfd_instance_get").fails_unseen(ok()),
@@ -178,8 +175,8 @@ struct Delivery {
 /// Whether `call` ends a session or a cursor.
 bool is_release(const std::string& call);
 
-/// Two sequences of calls beside each other, marked where they differ.
-std::string side_by_side(const Lines& expected, const Lines& made);
+/// The calls, a line each.
+std::string text_of(const Lines& calls);
 
 /// This binary's operator new counts the calling thread's allocations here.
 struct AllocationCounter {

@@ -10,41 +10,44 @@ const std::string kGet = "maapi_get_ipv4_and_plen_elem " + kAddress;
 Candidate primary(const std::string& address) {
     return {{kAddress, address}};
 }
-Request virtual_address(const std::string& address) {
-    return {kIpv4Instance + "/address/ipv4{" + address + "}"};
-}
-
-const Answer kMissing = error("IPv4 address must be configured on interface l3 vlan10.");
-const Answer kUnread = error("could not validate primary IPv4 address on interface l3 vlan10.");
+const Answer kMissing = error("IPv4 address must be configured on interface l3 vlan%s%n.");
+const Answer kUnread = error("could not validate primary IPv4 address on interface l3 vlan%s%n.");
 const Answer kNetwork = error("virtual IPv4 address cannot be configured as network address.");
 const Answer kBroadcast = error("virtual IPv4 address cannot be configured as broadcast address.");
 Answer outside(const std::string& network) {
     return error("virtual IPv4 address must be configured on the same network as IPv4 address " +
-                 network + " on interface l3 vlan10.");
+                 network + " on interface l3 vlan%s%n.");
 }
 const Calls kReads = {Calls(kExists).fails(kMissing), Calls(kGet).fails(kUnread)};
+
+/// Asks about the virtual address `ip` on an interface with the address `own`.
+template <typename... Parts>
+Case asks(const std::string& name, const std::string& ip, const std::string& own,
+          const Parts&... parts) {
+    return Case(name, own.empty() ? Candidate() : primary(own),
+                Request{kIpv4Instance + "/address/ipv4{" + ip + "}"}, parts...);
+}
 
 const AddRule kAddressRule(
     "vrrp_ipv4_addr_validation", "validate_vrrp_ipv4_addr", {{7, "C_BUF"}, {0, "C_IPV4"}},
     {
-        Case("within the network", primary("192.0.2.1/24"), virtual_address("192.0.2.10"), ok(),
-             kReads),
-        Case("outside the network", primary("192.0.2.1/24"), virtual_address("10.0.0.10"),
-             outside("192.0.2.1/24"), Calls{kReads, kSetError}),
-        Case("primary address", primary("192.0.2.1/24"), virtual_address("192.0.2.1"), ok()),
-        Case("network", primary("192.0.2.77/24"), virtual_address("192.0.2.0"), kNetwork),
-        Case("broadcast", primary("192.0.2.1/24"), virtual_address("192.0.2.255"), kBroadcast),
-        Case("within 16 bits", primary("10.1.2.3/16"), virtual_address("10.1.200.255"), ok()),
-        Case("broadcast of the next 16 bits", primary("10.1.2.3/16"),
-             virtual_address("10.2.255.255"), outside("10.1.2.3/16")),
-        Case("31 bits", primary("192.0.2.4/31"), virtual_address("192.0.2.5"), ok()),
-        Case("32 bits", primary("192.0.2.4/32"), virtual_address("192.0.2.4"), ok()),
-        Case("no primary address before a wrong key", virtual_address("192.0.2.1"), WrongType{0},
-             kMissing, Calls{kExists, kSetError}),
+        asks("within the network", "192.0.2.10", "192.0.2.1/24", ok(), kReads),
+        asks("outside", "10.0.0.10", "192.0.2.1/24", outside("192.0.2.1/24"),
+             Calls{kReads, kSetError}),
+        asks("primary address", "192.0.2.1", "192.0.2.1/24", ok()),
+        asks("network", "192.0.2.0", "192.0.2.77/24", kNetwork),
+        asks("broadcast", "192.0.2.255", "192.0.2.1/24", kBroadcast),
+        asks("within 16 bits", "10.1.200.255", "10.1.2.3/16", ok()),
+        asks("next 16 bits", "10.2.255.255", "10.1.2.3/16", outside("10.1.2.3/16")),
+        asks("31 bits", "192.0.2.5", "192.0.2.4/31", ok()),
+        asks("32 bits", "192.0.2.4", "192.0.2.4/32", ok()),
+        asks("no primary address before a wrong key", "192.0.2.1", "", WrongType{0}, kMissing,
+             Calls{kExists, kSetError}),
     });
 
-const std::string kUpdateUnread = "Could not validate primary IPv4 address of interface l3 vlan10.";
-const Answer kChanged = error("IPv4 address cannot be changed on interface l3 vlan10.");
+const std::string kUpdateUnread =
+    "Could not validate primary IPv4 address of interface l3 vlan%s%n.";
+const Answer kChanged = error("IPv4 address cannot be changed on interface l3 vlan%s%n.");
 const Running kCommitted = {{kAddress, "192.0.2.1/24"}};
 const Calls kLooks = {kOpenSession, kSocket.fails_unseen(ok()),
                       Calls("cdb_exists " + kAddress).fails(ok())};

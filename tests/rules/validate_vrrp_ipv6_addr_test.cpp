@@ -3,19 +3,12 @@
 namespace {
 
 const std::string kList = kL3 + "/ipv6/address";
-const Answer kMissing = error("IPv6 address must be configured on interface l3 vlan10.");
-const Answer kUnread = error("could not validate IPv6 address on interface l3 vlan10.");
+const Answer kMissing = error("IPv6 address must be configured on interface l3 vlan%s%n.");
+const Answer kUnread = error("could not validate IPv6 address on interface l3 vlan%s%n.");
 const Answer kNetwork = error("virtual IPv6 address cannot be configured as network address.");
 const Answer kOutside = error(
     "virtual IPv6 address must be configured on the same network as one of the IPv6 "
-    "addresses on interface l3 vlan10.");
-
-Setting address(const std::string& text) {
-    return {kList + "{" + text + "}"};
-}
-Request virtual_address(const std::string& text) {
-    return {kIpv6Instance + "/address/ipv6{" + text + "}"};
-}
+    "addresses on interface l3 vlan%s%n.");
 
 Calls read(const std::string& text) {
     return Calls("maapi_get_ipv6_and_plen_elem " + kList + "{" + text + "}/ip").fails(kUnread);
@@ -31,42 +24,40 @@ Calls reads(const Lines& texts) {
     return calls;
 }
 
+/// Asks about the virtual address `ip` on an interface with the addresses `own`.
+template <typename... Parts>
+Case asks(const std::string& name, const std::string& ip, const Lines& own, const Parts&... parts) {
+    Candidate candidate;
+    for (const std::string& address : own) {
+        candidate.push_back({kList + "{" + address + "}"});
+    }
+    return Case(name, candidate, Request{kIpv6Instance + "/address/ipv6{" + ip + "}"}, parts...);
+}
+
 const AddRule kAddressRule(
     "vrrp_l3_ipv6_addr_validation", "validate_vrrp_l3_ipv6_addr", {{7, "C_BUF"}, {0, "C_IPV6"}},
     {
-        Case("within the second network",
-             Candidate{address("2001:db8:1::1/64"), address("2001:db8:2::1/64")},
-             virtual_address("2001:db8:2::5"), ok(),
-             reads({"2001:db8:1::1/64", "2001:db8:2::1/64"})),
-        Case("outside the network", Candidate{address("2001:db8:1::1/64")},
-             virtual_address("2001:db8:3::5"), kOutside,
+        asks("within the second network", "2001:db8:2::5", {"2001:db8:1::1/64", "2001:db8:2::1/64"},
+             ok(), reads({"2001:db8:1::1/64", "2001:db8:2::1/64"})),
+        asks("outside", "2001:db8:3::5", {"2001:db8:1::1/64"}, kOutside,
              Calls{reads({"2001:db8:1::1/64"}), kSetError}),
-        Case("interface address", Candidate{address("2001:db8:1::1/64")},
-             virtual_address("2001:db8:1::1"), ok()),
-        Case("network of the second prefix",
-             Candidate{address("2001:db8::1/32"), address("2001:db8:1::1/64")},
-             virtual_address("2001:db8:1::"), kNetwork),
-        Case("network of the first prefix",
-             Candidate{address("2001:db8:1::1/64"), address("2001:db8::1/32")},
-             virtual_address("2001:db8:1::"), kNetwork),
-        Case("each address under its own prefix",
-             Candidate{address("2001:db8:1::1/64"), address("2001:db9::1/32")},
-             virtual_address("2001:db9:5::"), ok()),
-        Case("128 bits", Candidate{address("2001:db8::2/128")}, virtual_address("2001:db8::2"),
-             ok()),
-        Case("entries counted but not listed", virtual_address("2001:db8::2"),
+        asks("interface address", "2001:db8:1::1", {"2001:db8:1::1/64"}, ok()),
+        asks("second network", "2001:db8:1::", {"2001:db8::1/32", "2001:db8:1::1/64"}, kNetwork),
+        asks("first network", "2001:db8:1::", {"2001:db8:1::1/64", "2001:db8::1/32"}, kNetwork),
+        asks("own prefixes", "2001:db9:5::", {"2001:db8:1::1/64", "2001:db9::1/32"}, ok()),
+        asks("128 bits", "2001:db8::2", {"2001:db8::2/128"}, ok()),
+        asks("entries counted but not listed", "2001:db8::2", {},
              PlatformAnswers{{"maapi_exists", 1}, {"maapi_num_instances", 1}}, kOutside,
              Calls{reads({}), kSetError}),
-        Case("key that is not printed", Candidate{address("2001:db8::1/64")},
-             virtual_address("2001:db8::2"), PlatformAnswers{{"confd_pp_value", -1}}, kUnread,
-             Calls{reads({""}), kSetError}),
-        Case("no address before a wrong key", virtual_address("2001:db8::1"), WrongType{0},
-             kMissing, Calls{"maapi_exists " + kList, kSetError}),
+        asks("key that is not printed", "2001:db8::2", {"2001:db8::1/64"},
+             PlatformAnswers{{"confd_pp_value", -1}}, kUnread, Calls{reads({""}), kSetError}),
+        asks("no address before a wrong key", "2001:db8::1", {}, WrongType{0}, kMissing,
+             Calls{"maapi_exists " + kList, kSetError}),
     });
 
 const std::string kEnable = kL3 + "/ipv6/enable";
 const Request kLinkLocal = {kIpv6Instance + "/address-link-local"};
-const Answer kDisabled = error("IPv6 must be enabled on interface l3 vlan10.");
+const Answer kDisabled = error("IPv6 must be enabled on interface l3 vlan%s%n.");
 const Calls kEnableReads = {Calls("maapi_exists " + kEnable).fails(kDisabled),
                             Calls("maapi_get_bool_elem " + kEnable).fails({"CONFD_ERR"})};
 

@@ -3,7 +3,7 @@
 namespace {
 
 const std::string kVlan = kL3 + "/lower-layer-if/vlan";
-const Answer kMissing = error("lower-layer must be configured on interface l3 vlan10.");
+const Answer kMissing = error("lower-layer must be configured on interface l3 vlan%s%n.");
 const Calls kExists = Calls("maapi_exists " + kVlan).fails(kMissing).says_1(ok());
 
 const AddRule kLowerLayer(
@@ -16,8 +16,8 @@ const AddRule kLowerLayer(
              Calls{"maapi_exists /config/interface/l3{}\"\\{ä}/lower-layer-if/vlan", kSetError}),
     });
 
-const Answer kChanged = error("lower-layer cannot be changed on interface l3 vlan10.");
-const Answer kUnread = error("Could not validate lower-layer of interface l3 vlan10.");
+const Answer kChanged = error("lower-layer cannot be changed on interface l3 vlan%s%n.");
+const Answer kUnread = error("Could not validate lower-layer of interface l3 vlan%s%n.");
 const Calls kLooks = {kOpenSession, kSocket.fails_unseen(ok()),
                       Calls("cdb_exists " + kVlan).fails(ok())};
 const Calls kReads = {kLooks, Calls("maapi_get_int32_elem " + kVlan).fails(kUnread),

@@ -4,7 +4,7 @@ namespace {
 
 const std::string kSecondary = kL3 + "/ipv4/address/secondary";
 const Answer kRefused = error(
-    "secondary IPv4 address must not be configured on interface l3 vlan10 with VRRP enabled.");
+    "secondary IPv4 address must not be configured on interface l3 vlan%s%n with VRRP enabled.");
 const Calls kCount = Calls("maapi_num_instances " + kSecondary).fails(ok()).says_1(kRefused);
 
 const AddRule kRule(

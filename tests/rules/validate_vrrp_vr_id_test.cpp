@@ -13,9 +13,9 @@ Calls reads(const std::string& key, const Answer& unlisted) {
     return {listing(ids(key, "ipv4"), {{"exception: stoi"}}, unlisted),
             "maapi_exists " + ids(key, "ipv6")};
 }
-Answer conflict(const std::string& other) {
+Answer conflict(const std::string& key, const std::string& family = "ipv4", int vr_id = 5) {
     return error("cannot configure the same address-family and vr-id as 'router vrrp interface " +
-                 other + "'.");
+                 key + " address-family " + family + " vr-id " + std::to_string(vr_id) + "'.");
 }
 Setting ipv4(const std::string& key, int vr_id = 5) {
     return {instance(key, "ipv4", vr_id)};
@@ -23,44 +23,38 @@ Setting ipv4(const std::string& key, int vr_id = 5) {
 Setting ipv6(const std::string& key, int vr_id = 5) {
     return {instance(key, "ipv6", vr_id)};
 }
-Request id_of(const Setting& entry) {
-    return {entry.path + "/id"};
+/// Asks about `own`, one of `all`.
+template <typename... Parts>
+Case asks(const std::string& name, const Setting& own, const Candidate& all,
+          const Parts&... parts) {
+    return Case(name, all, Request{own.path + "/id"}, parts...);
 }
 
 const std::string kKey64(64, 'k');
-const Answer kConflict = conflict("vlan20 address-family ipv4 vr-id 5");
+const Answer kConflict = conflict("vlan%d%n");
 const Calls kNoIds = {"maapi_exists " + ids("", "ipv4"), "maapi_exists " + ids("", "ipv6")};
 
 const AddRule kRule(
     "vrrp_vr_id_validation", "validate_vrrp_vr_id",
     {{1, "C_UINT8"}, {3, "C_ENUM_VALUE"}, {5, "C_BUF"}},
     {
-        Case("only instance", Candidate{ipv4("vlan10")}, id_of(ipv4("vlan10")), ok(),
-             Calls{listing(kInterfaces, {ok()}, ok()), reads("vlan10", ok())}),
-        Case("same identifier on two interfaces", Candidate{ipv4("vlan10"), ipv4("vlan20")},
-             id_of(ipv4("vlan10")), kConflict,
-             Calls{listing(kInterfaces, {kConflict, ok()}, ok()), reads("vlan10", kConflict),
-                   reads("vlan20", ok()), kSetError}),
-        Case("dash in a key", Candidate{ipv4("l3-X"), ipv4("X"), ipv4("Y")}, id_of(ipv4("X")),
-             conflict("l3-X address-family ipv4 vr-id 5")),
-        Case("first of two others", Candidate{ipv4("X"), ipv4("Y"), ipv4("Z")}, id_of(ipv4("Z")),
-             conflict("X address-family ipv4 vr-id 5")),
-        Case("first other behind itself", Candidate{ipv4("X"), ipv4("Y"), ipv4("Z")},
-             id_of(ipv4("X")), conflict("Y address-family ipv4 vr-id 5")),
-        Case("other family or other identifier elsewhere",
-             Candidate{ipv4("X"), ipv4("X", 6), ipv6("X"), ipv6("Y"), ipv4("Y", 7)},
-             id_of(ipv4("X")), ok()),
-        Case("key in another case", Candidate{ipv6("X", 255), ipv6("x", 255)},
-             id_of(ipv6("X", 255)), conflict("x address-family ipv6 vr-id 255")),
-        Case("identifier 0", Candidate{ipv4("X", 0), ipv4("Y", 0)}, id_of(ipv4("X", 0)),
-             conflict("Y address-family ipv4 vr-id 0")),
-        Case("other key of 64 characters", Candidate{ipv4("X"), ipv4(kKey64)}, id_of(ipv4("X")),
-             ok()),
-        Case("own key of 64 characters", Candidate{ipv4(kKey64), ipv4("X")}, id_of(ipv4(kKey64)),
-             conflict("X address-family ipv4 vr-id 5")),
-        Case("other key that a path would quote", Candidate{ipv4("X"), ipv4("b c")},
-             id_of(ipv4("X")), ok()),
-        Case("key that is not printed", Candidate{ipv4("X"), ipv4("Y")}, id_of(ipv4("X")),
+        asks("only instance", ipv4("vlan%s%n"), {ipv4("vlan%s%n")}, ok(),
+             Calls{listing(kInterfaces, {ok()}, ok()), reads("vlan%s%n", ok())}),
+        asks("same identifier", ipv4("vlan%s%n"), {ipv4("vlan%s%n"), ipv4("vlan%d%n")}, kConflict,
+             Calls{listing(kInterfaces, {kConflict, ok()}, ok()), reads("vlan%s%n", kConflict),
+                   reads("vlan%d%n", ok()), kSetError}),
+        asks("dash in a key", ipv4("X"), {ipv4("l3-X"), ipv4("X"), ipv4("Y")}, conflict("l3-X")),
+        asks("first of two others", ipv4("Z"), {ipv4("X"), ipv4("Y"), ipv4("Z")}, conflict("X")),
+        asks("first behind itself", ipv4("X"), {ipv4("X"), ipv4("Y"), ipv4("Z")}, conflict("Y")),
+        asks("other family or other identifier elsewhere", ipv4("X"),
+             {ipv4("X"), ipv4("X", 6), ipv6("X"), ipv6("Y"), ipv4("Y", 7)}, ok()),
+        asks("key in another case", ipv6("X", 255), {ipv6("X", 255), ipv6("x", 255)},
+             conflict("x", "ipv6", 255)),
+        asks("identifier 0", ipv4("X", 0), {ipv4("X", 0), ipv4("Y", 0)}, conflict("Y", "ipv4", 0)),
+        asks("other key of 64 characters", ipv4("X"), {ipv4("X"), ipv4(kKey64)}, ok()),
+        asks("own key of 64 characters", ipv4(kKey64), {ipv4(kKey64), ipv4("X")}, conflict("X")),
+        asks("other key that a path would quote", ipv4("X"), {ipv4("X"), ipv4("b c")}, ok()),
+        asks("key that is not printed", ipv4("X"), {ipv4("X"), ipv4("Y")},
              PlatformAnswers{{"confd_pp_value", -1}}, ok(),
              Calls{listing(kInterfaces, {ok(), ok()}, ok()), kNoIds, kNoIds}),
     });

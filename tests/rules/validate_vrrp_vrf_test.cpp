@@ -4,7 +4,7 @@ namespace {
 
 const std::string kVrf = kL3 + "/vrf";
 const Answer kRefused =
-    error("VRF must not be configured on interface l3 vlan10 with VRRP enabled.");
+    error("VRF must not be configured on interface l3 vlan%s%n with VRRP enabled.");
 const Calls kReads = Calls("maapi_exists " + kVrf).fails(ok()).says_1(kRefused);
 
 /// Where the rule looks for the VRF of a VRRP interface with this key.
@@ -19,7 +19,7 @@ const AddRule kRule(
         Case("VRF removed", Running{{kVrf, "red"}}, Request{kIpv4Instance}, ok(), kReads),
         Case("VRF", Candidate{{kVrf, "red"}}, Request{kIpv4Instance}, kRefused,
              Calls{kReads, kSetError}),
-        looks_at("key without a dash", "vlan10", "vlan10"),
+        looks_at("key without a dash", "vlan%s%n", "vlan%s%n"),
         looks_at("key with two dashes", "l3-vlan-10", "vlan-10"),
         looks_at("key that ends in a dash", "l3-", ""),
         looks_at("key with a NUL", std::string("l3-a\0b", 6), "a"),

@@ -20,7 +20,7 @@ built=$(find plugin -name '*.so' -o -type f -executable -path '*/bin/*')
 "$source_dir/tests/library_test.sh" "$built" "$source_dir/src/libvrrp_valid.abi" optimised
 ! readelf -dW "$built" | grep -E 'R(UN)?PATH' || fail "the plug-in has a run path"
 ! grep -F "$PWD" "$built" || fail "the plug-in names a folder of the build machine"
-"$host" "$built"
+PLUGIN=$PWD/$built "$host" --gtest_brief=1
 
 rm -rf installed
 cmake --install plugin --prefix "$PWD/installed" >"$log"

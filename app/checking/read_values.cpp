@@ -14,19 +14,6 @@ constexpr const char* kBadName =
     ": a name with a blank, tab, line end, brace or quote cannot be written in a path. Use a name "
     "without them.";
 
-/// Whether a path that names each entry on the way to `node` by its bare keys can be written.
-bool is_addressable(const Node& node) {
-    if (node.is_entry) {
-        for (const std::string& key : node.schema->keys) {
-            const auto position = static_cast<std::size_t>(node.schema->child_index(key));
-            if (!local_platform::is_addressable(node.children[position]->text)) {
-                return false;
-            }
-        }
-    }
-    return node.parent == nullptr || is_addressable(*node.parent);
-}
-
 /// `words` behind `start` and the blank that follows it; nothing when they begin otherwise.
 std::optional<std::string_view> rest_behind(std::string_view words, std::string_view start) {
     if (words.substr(0, start.size()) != start) {
@@ -135,9 +122,7 @@ void add_values(const ReadTrees& trees, const Node& node, const ReadLog& log, Fi
                 values.add_read(read.is_running ? "running" : kCandidate, *found, read.is_count);
             }
         } catch (const local_platform::PlatformError&) {
-            finding.note = "The rule could not look at " + std::string(log.path(read)) +
-                           ": a name with a blank, tab, line end, brace or quote cannot be "
-                           "written in a path. Use a name without them.";
+            finding.note = "The rule could not look at " + std::string(log.path(read)) + kBadName;
         }
     }
     if (node.schema->kind == NodeKind::leaf) {

@@ -89,6 +89,15 @@ struct DocumentSource {
     NodeStore store;
 };
 
+/// What stands around the data, and stays when the file is written again.
+struct Envelope {
+    std::string name;  ///< of the member that holds the data, or the element; empty for none
+    std::string head;  ///< of XML: what the file has before the data, without a byte order mark
+    std::string tail;  ///< of XML: what it has behind
+    std::string default_namespace;  ///< of XML: where the data stands
+    unsigned depth = 0;             ///< of XML: how many elements are around the data
+};
+
 /// The nodes of one file, or what an edit made of two. Copies share them; none changes.
 class Document {
   public:
@@ -120,7 +129,7 @@ class Document {
     Location locate(std::string_view path) const;
 
     Skipped skipped;
-    std::string envelope;  ///< the outermost element or member that wraps the data; empty for none
+    Envelope envelope;
     bool is_edit = false;
     EditOperation default_operation = EditOperation::merge;  ///< of an edit
     /// Of what an edit made: where the edit holds data that only its module could merge. A check

@@ -45,15 +45,15 @@ class Members {
 
 class JsonWriter {
   public:
-    std::string write(const Document& document) {
+    std::string write(const Document& document, const std::string& envelope) {
         writer_.SetIndent(' ', 2);
         writer_.StartObject();
-        if (!document.envelope.empty()) {
-            write_text(document.envelope);
+        if (!envelope.empty()) {
+            write_text(envelope);
             writer_.StartObject();
         }
         write_members(document.root());
-        if (!document.envelope.empty()) {
+        if (!envelope.empty()) {
             writer_.EndObject();
         }
         writer_.EndObject();
@@ -151,6 +151,6 @@ class JsonWriter {
 
 }  // namespace
 
-std::string write_json(const Document& document) {
-    return JsonWriter().write(document);
+std::string write_json(const Document& document, const Envelope& envelope) {
+    return JsonWriter().write(document, envelope.name);
 }

@@ -81,9 +81,10 @@ std::vector<const DocumentNode*> children_to_write(const DocumentNode& node) {
     return children;
 }
 
-std::string write_document(const Document& document, ConfigurationFormat format) {
-    require_format(document, document.root(), format);
-    return format == ConfigurationFormat::xml ? write_xml(document) : write_json(document);
+std::string write_document(const Document& document, const Document& like) {
+    require_format(document, document.root(), like.format());
+    return like.format() == ConfigurationFormat::xml ? write_xml(document, like.envelope)
+                                                     : write_json(document, like.envelope);
 }
 
 std::string write_as_running(const Document& candidate, const Document* running) {
@@ -92,5 +93,5 @@ std::string write_as_running(const Document& candidate, const Document* running)
                           "the model does not describe this, so it cannot be merged; give the "
                           "module with --yang-dir, or a whole configuration");
     }
-    return write_document(candidate, (running == nullptr ? candidate : *running).format());
+    return write_document(candidate, running == nullptr ? candidate : *running);
 }

@@ -186,7 +186,7 @@ void JsonReader::read_name(DocumentNode& parent, std::string_view name, std::siz
     }
     if (is_wrapped_ && levels_.size() == 1) {
         builder_.refuse(offset, "\"" + std::string(name) + "\" stands beside the configuration's " +
-                                    builder_.document().envelope + "; take it out");
+                                    builder_.document().envelope.name + "; take it out");
     }
     if (is_top && is_envelope(name) && levels_.size() == 1) {
         if (parent.first_child != nullptr) {
@@ -338,7 +338,7 @@ bool JsonReader::StartObject() {
         next.node = &builder_.add(*level.node, level.schema, offset);
     } else if (level.kind == Level::Kind::object && member_.kind == Member::Kind::envelope) {
         next.node = &builder_.root();
-        builder_.document().envelope = member_.name;
+        builder_.document().envelope.name = member_.name;
         is_wrapped_ = true;
     } else if (level.kind == Level::Kind::object && member_.kind == Member::Kind::data &&
                member_.schema->nodetype == LYS_CONTAINER) {

@@ -104,6 +104,11 @@ class XmlReader {
         return offset() + static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
     }
 
+    /// A part of the file, its line ends as XML has them, without blanks at its end.
+    std::string text_between(std::size_t begin, std::size_t end) const;
+    /// All before `end`, as UTF-8 has it.
+    std::string head_before(std::size_t end) const;
+
     Level enter(const QualifiedName& name);
     Level enter_outermost(const QualifiedName& name);
     Level enter_rpc(const QualifiedName& name);
@@ -116,6 +121,7 @@ class XmlReader {
     void require_no_operation(const char** attributes) const;
     void read_edit_attribute(DocumentNode& node, const QualifiedName& name, std::string_view value);
     void end_leaf(DocumentNode& node);
+    void end_data();
     void end_parameter();
     std::string module_of_prefix(std::string_view prefix);
     std::string_view with_bound_prefixes(const std::optional<std::string>& value,
@@ -232,6 +238,27 @@ std::optional<std::size_t> XmlReader::read_one(std::size_t begin) {
     return std::nullopt;
 }
 
+std::string XmlReader::text_between(std::size_t begin, std::size_t end) const {
+    const std::string_view text = builder_.text().substr(begin, end - begin);
+    std::string part;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r') {
+            part += text[i];
+        } else if (text.substr(i + 1, 1) != "\n") {
+            part += '\n';
+        }
+    }
+    return part.erase(part.find_last_not_of(kBlanks) + 1);
+}
+
+std::string XmlReader::head_before(std::size_t end) const {
+    std::string head = text_between(byte_order_mark_size(builder_.text()), end);
+    if (head.rfind("<?xml ", 0) == 0) {
+        head.replace(0, head.find("?>"), R"(<?xml version="1.0" encoding="UTF-8")");
+    }
+    return head;
+}
+
 void XmlReader::bind(const char* prefix, const char* uri) {
     scope_.emplace_back(prefix == nullptr ? "" : prefix, uri == nullptr ? "" : uri);
     ++own_bindings_;
@@ -318,11 +345,15 @@ Level XmlReader::enter_outermost(const QualifiedName& name) {
     if (name.xml_namespace == kNotification || name.local == "html") {
         refuse_document(name);
     }
-    if (!builder_.document().envelope.empty()) {
-        refuse("<" + std::string(name.local) + "> stands beside <" + builder_.document().envelope +
+    Envelope& envelope = builder_.document().envelope;
+    if (!envelope.name.empty()) {
+        refuse("<" + std::string(name.local) + "> stands beside <" + envelope.name +
                ">; give one of them");
     }
-    has_data_ = true;
+    if (!has_data_) {
+        envelope.head = head_before(offset());
+        has_data_ = true;
+    }
     return enter_data(root, name);
 }
 
@@ -331,7 +362,13 @@ Level XmlReader::begin_data(const QualifiedName& name) {
         refuse("<" + std::string(name.local) + "> stands beside other data; give one of them");
     }
     has_data_ = true;
-    builder_.document().envelope = name.local;
+    Envelope& envelope = builder_.document().envelope;
+    envelope.name = name.local;
+    envelope.head = head_before(offset_behind());
+    envelope.depth = static_cast<unsigned>(levels_.size());
+    const auto is_default = [](const auto& binding) { return binding.first.empty(); };
+    const auto inner = std::find_if(scope_.rbegin(), scope_.rend(), is_default);
+    envelope.default_namespace = inner == scope_.rend() ? "" : inner->second;
     return {Level::Kind::data, &builder_.root()};
 }
 
@@ -505,6 +542,8 @@ void XmlReader::end() {
         node.attributes = piece_attributes_;
     } else if (level.kind == Level::Kind::leaf) {
         end_leaf(*level.node);
+    } else if (level.kind == Level::Kind::data && level.node == &builder_.root()) {
+        end_data();
     } else if (level.kind == Level::Kind::parameter) {
         end_parameter();
     } else if (level.kind == Level::Kind::reply && !has_data_) {
@@ -527,6 +566,18 @@ void XmlReader::end_leaf(DocumentNode& node) {
     } else {
         node.text = is_value_part_ ? value_part_ : builder_.keep(value_);
     }
+}
+
+void XmlReader::end_data() {
+    Envelope& envelope = builder_.document().envelope;
+    std::string& head = envelope.head;
+    if (head[head.size() - 2] == '/') {  // <data/>
+        const std::size_t begin = head.rfind('<') + 1;
+        envelope.tail =
+            "</" + head.substr(begin, head.find_first_of(" \t\n/", begin) - begin) + ">";
+        head.replace(head.size() - 2, 2, ">");
+    }
+    envelope.tail += text_between(offset(), builder_.text().size());
 }
 
 void XmlReader::end_parameter() {

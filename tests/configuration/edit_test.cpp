@@ -28,7 +28,8 @@ std::string edited(const std::string& running, const std::string& edit) {
         return compact(write_json(
             test_model()
                 .candidate(configuration_from_bytes("edit", edit), {true, false}, &before)
-                .document));
+                .document,
+            {}));
     } catch (const CannotCheck& error) {
         return error.what();
     }
@@ -228,7 +229,7 @@ TEST(Edit, SaysWhichDataItCannotMerge) {
     EXPECT_EQ(candidate.document.skipped.nodes, 5U);
     EXPECT_THAT(candidate.document.skipped.modules, testing::ElementsAre("other", "more"));
     EXPECT_EQ(text_of(candidate.document.unmerged), "edit:1:20");
-    EXPECT_EQ(compact(write_json(candidate.document)),
+    EXPECT_EQ(compact(write_json(candidate.document, {})),
               R"({"other:a":{"b":1},"device:system":{"mtu":70}})");
     const Document new_port =
         test_model()
@@ -238,7 +239,7 @@ TEST(Edit, SaysWhichDataItCannotMerge) {
                 {true, false}, &running)
             .document;
     EXPECT_FALSE(new_port.unmerged.is_known());
-    EXPECT_THAT(compact(write_json(new_port)), testing::HasSubstr(R"("more:x":1}])"));
+    EXPECT_THAT(compact(write_json(new_port, {})), testing::HasSubstr(R"("more:x":1}])"));
 }
 
 TEST(Edit, NeedsARunningConfiguration) {

@@ -15,8 +15,7 @@ GenericConfig::GenericConfig(int maapi_socket, confd_trans_ctx* tctx)
 GenericConfig::~GenericConfig() = default;
 
 std::list<std::string> GenericConfig::get_key_list(const std::string& path) const {
-    char buffer[kKeyBufferSize];
-    return list_keys(maapi_socket, tctx, path, buffer, sizeof buffer);
+    return list_keys<kKeyBufferSize>(maapi_socket, tctx, path);
 }
 
 }  // namespace vrrp_app::config_valid

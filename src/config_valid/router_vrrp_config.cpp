@@ -1,6 +1,6 @@
 #include "router_vrrp_config.h"
 
-#include <string_view>
+#include <charconv>
 
 #include "rule_conventions.h"
 
@@ -8,12 +8,16 @@ namespace vrrp_app::config_valid {
 namespace {
 
 constexpr const char* kInterfaceTable = "router/vrrp/interface";
+constexpr const char* kIdentifiers = "}/address-family{ipv4}/vr-id";
+constexpr std::size_t kBehindFamilyDigit = sizeof "}/vr-id" - 1;
 
-struct Family {
-    std::string_view path_end;
-    int32_t address_family;
-};
-constexpr Family kFamilies[] = {{"ipv4}/vr-id", kIpv4}, {"ipv6}/vr-id", kIpv6}};
+/// std::stoi() of what is no plain number, which takes most of its time to get ready.
+int to_number(const std::string& text) {
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && rest == end ? number : std::stoi(text);
+}
 
 }  // namespace
 
@@ -29,14 +33,13 @@ void RouterVrrpConfig::ReadConfig() {
     for (; !interface_keys.empty(); interface_keys.pop_front()) {
         const std::string& interface_key = interface_keys.front();
         path.resize(key_start);
-        path.append(interface_key).append("}/address-family{");
-        const std::size_t family_start = path.size();
-        for (const Family& family : kFamilies) {
-            path.resize(family_start);
-            path.append(family.path_end);
+        path.append(interface_key).append(kIdentifiers);
+        char& family_digit = path[path.size() - kBehindFamilyDigit - 1];
+        for (const int32_t family : {kIpv4, kIpv6}) {
+            family_digit = static_cast<char>('0' + family);
             for (const std::string& vr_id : get_key_list(path)) {
                 router_vrrp_list.push_back(
-                    {static_cast<uint8_t>(std::stoi(vr_id)), family.address_family, interface_key});
+                    {static_cast<uint8_t>(to_number(vr_id)), family, interface_key});
             }
         }
     }

@@ -72,6 +72,5 @@ int validate(confd_trans_ctx* tctx, confd_hkeypath_t* kp, confd_value_t* newval)
 
 std::list<std::string> get_key_list(int maapi_socket, confd_trans_ctx* tctx,
                                     const std::string& path) {
-    char buffer[kKeyBufferSize];
-    return list_keys(maapi_socket, tctx, path, buffer, sizeof buffer);
+    return list_keys<kKeyBufferSize>(maapi_socket, tctx, path);
 }

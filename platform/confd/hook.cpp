@@ -27,6 +27,11 @@ std::optional<Answer> ask_hook(const Call& call) {
     return current_hook == nullptr ? std::nullopt : (*current_hook)(call);
 }
 
+std::optional<int> hook_result(std::string_view operation, int socket, std::string_view argument) {
+    const auto answer = (*current_hook)({operation, socket, argument});
+    return answer ? std::optional(answer->result) : std::nullopt;
+}
+
 int fail(std::string_view reason, std::string_view path) {
     BoundedText out(last_error.data(), last_error.size());
     out.append(reason);

@@ -13,15 +13,19 @@ namespace local_platform {
 extern __thread const CallHook* current_hook
     __attribute__((tls_model("initial-exec"), visibility("hidden")));
 
+/// What the hook, which there is, answers to a call; nothing when it lets the operation run.
+[[gnu::cold]] std::optional<int> hook_result(std::string_view operation, int socket,
+                                             std::string_view argument);
+
 /// Notes `reason`, cut to a fixed length, as the calling thread's last failure; returns CONFD_ERR.
-int fail(std::string_view reason, std::string_view path = {});
+[[gnu::cold]] int fail(std::string_view reason, std::string_view path = {});
 
 /// The hook's answer to a call or, without one, what `work` returns.
 template <typename Argument, typename Work>
-int serve(std::string_view operation, int socket, const Argument& argument, Work work) {
+int serve(const char* operation, int socket, const Argument& argument, Work work) {
     if (current_hook != nullptr) {
-        if (const auto answer = (*current_hook)({operation, socket, argument})) {
-            return answer->result;
+        if (const auto result = hook_result(operation, socket, argument)) {
+            return *result;
         }
     }
     return work();

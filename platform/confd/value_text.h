@@ -37,7 +37,14 @@ class BoundedText {
     }
 
     void append_number(int number) {
-        std::array<char, sizeof "-2147483648"> digits;
+        constexpr std::size_t kLongest = sizeof "-2147483648" - 1;
+        if (length_ + kLongest <= size_) {
+            char* const end = buffer_ + length_;
+            length_ +=
+                static_cast<std::size_t>(std::to_chars(end, end + kLongest, number).ptr - end);
+            return;
+        }
+        std::array<char, kLongest> digits;
         const char* const end =
             std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
         append({digits.data(), static_cast<std::size_t>(end - digits.data())});

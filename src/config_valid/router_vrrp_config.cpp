@@ -11,12 +11,11 @@ constexpr const char* kInterfaceTable = "router/vrrp/interface";
 constexpr const char* kIdentifiers = "}/address-family{ipv4}/vr-id";
 constexpr std::size_t kBehindFamilyDigit = sizeof "}/vr-id" - 1;
 
-/// std::stoi() of what is no plain number, which takes most of its time to get ready.
+/// As std::stoi(), which is slow, and so is asked only for what does not begin with a number.
 int to_number(const std::string& text) {
     int number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && rest == end ? number : std::stoi(text);
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    return read.ec == std::errc() ? number : std::stoi(text);
 }
 
 }  // namespace

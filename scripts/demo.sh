@@ -33,10 +33,18 @@ run 1 check --running examples/messages/lower-layer-removed/running.json \
 
 say "A new VRRP version is allowed, but somebody has to confirm it:"
 cp examples/messages/version-changed/running.json "$work/running.json"
-run 3 commit --running "$work/running.json" examples/messages/version-changed/candidate.json </dev/null
-run 0 commit --running "$work/running.json" --accept-warnings \
+run 3 commit --yes --running "$work/running.json" examples/messages/version-changed/candidate.json </dev/null
+run 0 commit --yes --running "$work/running.json" --accept-warnings \
   examples/messages/version-changed/candidate.json
 cmp "$work/running.json" examples/messages/version-changed/candidate.json
+
+say "A NETCONF edit of a whole device: checked, shown, committed. What else the device has stays:"
+cp examples/whole-device.xml "$work/edge1.xml"
+run 0 check --running "$work/edge1.xml" examples/forms/edit-config.xml
+run 1 diff --running "$work/edge1.xml" examples/forms/edit-config.xml
+run 3 commit --running "$work/edge1.xml" examples/forms/edit-config.xml </dev/null
+run 0 commit --yes --running "$work/edge1.xml" examples/forms/edit-config.xml
+diff examples/whole-device.xml "$work/edge1.xml" && exit 1
 
 say "Somebody typed a password in clear, where an encrypted text belongs:"
 run 0 keygen "$work/router.key"

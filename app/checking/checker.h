@@ -62,6 +62,10 @@ class Checker {
     Report check(ConfigurationFile candidate, const Running& running,
                  const CheckEffort& effort = {}) const;
 
+    /// Ends the plug-in, after which nothing can be checked any more. Throws PlatformError when it
+    /// does not end well: what it answered may be wrong, too.
+    void unload_plugin() { host_.unload(); }
+
   private:
     YangModel model_;
     std::shared_ptr<const std::vector<ValidationUse>> rules_;

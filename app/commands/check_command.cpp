@@ -119,6 +119,9 @@ int run_check(const FleetOptions& options) {
         std::cerr << complaint(std::to_string(totals.unchecked) + " of " +
                                counted(totals.candidates, "candidate") + " not checked");
     }
+    if (checker) {
+        checker->unload_plugin();
+    }
     if (taken < pairs.size()) {
         std::cerr << complaint("interrupted: " + std::to_string(pairs.size() - taken) + " of " +
                                counted(pairs.size(), "candidate") + " not checked");

@@ -1,5 +1,7 @@
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <csignal>
 #include <iostream>
 
@@ -9,40 +11,108 @@
 #include "configuration/document_writer.h"
 #include "errors/cannot_check.h"
 #include "files/locked_file.h"
+#include "fleet/fleet.h"
+#include "reports/sentences.h"
 #include "terminal/output.h"
 
 namespace {
 
 struct CommitOptions : CheckOptions {
+    bool yes = false;                      ///< commit without a question, but for warnings
     std::optional<unsigned> lock_timeout;  ///< how long to wait for another commit, in seconds
+
+    const std::string& candidate() const { return candidates.front(); }
+    bool is_text() const { return report.format == "text"; }
 };
 
 constexpr const char* kOldIsThere = "it is as it was";
 constexpr const char* kNewIsThere = "the new configuration is in its place";
 
-/// Asks on the terminal; anything but yes is no.
-bool is_answered_yes(const std::string& question) {
-    std::cerr << question << " [y/N] ";
-    std::string answer;
-    std::getline(std::cin, answer);
-    return answer == "y" || answer == "Y" || answer == "yes" || answer == "YES";
+std::optional<ConfigurationFile> content_of(const LockedFile& file, const std::string& name) {
+    if (!file.bytes()) {
+        return std::nullopt;
+    }
+    return configuration_from_bytes(name, *file.bytes());
 }
 
-/// Why `report`, which has warnings, is not acted on; empty when the operator takes them. Others
-/// may commit while the question waits for its answer.
-std::string reason_against(const Report& report, bool is_shown, LockedFile& running) {
-    if (isatty(STDIN_FILENO) != 1) {
-        return "confirm the warnings with --accept-warnings";
+void say(const std::string& message) {
+    std::cerr << complaint(message);
+}
+
+/// A candidate that was checked against the running file, which is locked from before it was read:
+/// what was checked must still hold when it is replaced.
+struct CheckedChange {
+    explicit CheckedChange(const CommitOptions& options)
+        : checker(options.checker),
+          candidate_file(read_configuration_file(options.candidate(), options.max_size)),
+          running_file(options.running, options.max_size, {options.lock_timeout, say}),
+          running(checker.read_running(content_of(running_file, options.running))),
+          candidate(checker.read_candidate(candidate_file, running)),
+          result(write_as_running(candidate.document, running.document_or_null())),
+          report(checker.check(candidate, running)) {}
+
+    /// Whether the running file holds already what it is to hold.
+    bool is_none() const { return running_file.bytes() && report.changes->empty(); }
+
+    Checker checker;
+    ConfigurationFile candidate_file;
+    LockedFile running_file;
+    Running running;
+    Configuration candidate;
+    std::string result;  ///< what the running file is to hold
+    Report report;
+};
+
+/// Asks on the terminal; anything but yes is no.
+bool is_answered_yes(const std::string& question) {
+    std::cerr << question << "? [y/N] ";
+    std::string answer;
+    std::getline(std::cin, answer);
+    std::transform(answer.begin(), answer.end(), answer.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return answer == "y" || answer == "yes";
+}
+
+/// Shows the report to who is to answer a question about it, unless the terminal has it already.
+void show_before_question(const CommitOptions& options, const Report& report) {
+    if (!options.is_text() || options.report.silent || isatty(STDOUT_FILENO) != 1) {
+        std::cerr << format_text({report}, {});
     }
-    if (!is_shown) {
-        std::cerr << format_text({report}, {true});
+}
+
+std::string how_to_confirm(bool has_warnings, bool has_yes) {
+    const std::string accept = "accept the warnings with --accept-warnings";
+    const std::string confirm = "confirm it with --yes";
+    if (!has_warnings) {
+        return confirm;
     }
-    const std::size_t count = report.count(Severity::warning);
-    running.unlock();
-    const bool is_taken = is_answered_yes("Commit in spite of " + std::to_string(count) +
-                                          (count == 1 ? " warning?" : " warnings?"));
-    running.lock();
-    return is_taken ? "" : "the warnings were not accepted";
+    return has_yes ? accept : accept + ", and " + confirm;
+}
+
+/// Why `change`, of whose check the exit code is `checked`, is not to be committed; empty when it
+/// is. Others may commit while a question waits for its answer.
+std::string reason_against(CheckedChange& change, const CommitOptions& options, int checked) {
+    if (checked == kExitErrors) {
+        return "there are errors";
+    }
+    const bool has_warnings = checked == kExitWarnings;
+    if (!has_warnings && options.yes) {
+        return {};
+    }
+    if (isatty(STDIN_FILENO) != 1 || isatty(STDERR_FILENO) != 1) {
+        return how_to_confirm(has_warnings, options.yes);
+    }
+    show_before_question(options, change.report);
+    change.running_file.unlock();
+    const std::string warnings = counted(change.report.count(Severity::warning), "warning");
+    if (has_warnings && !is_answered_yes("Accept " + warnings)) {
+        return "the warnings were not accepted";
+    }
+    if (!options.yes && !is_answered_yes("Commit")) {
+        return "it was not confirmed";
+    }
+    change.running_file.lock();
+    return {};
 }
 
 /// From here on the signals that break a command off wait until it has said what is in place.
@@ -64,61 +134,77 @@ void print_beside(const std::string& running, const char* in_place, const std::s
     }
 }
 
-/// Checks the one candidate and, when nothing is found, makes it the running configuration.
+/// A reader has the findings before a question about them, and then what came of it; a program gets
+/// one whole report at the end.
+void print_end(const CommitOptions& options, const Report& report) {
+    const char* const in_place = *report.committed ? kNewIsThere : kOldIsThere;
+    if (!options.is_text()) {
+        print_beside(options.running, in_place, format_reports({report}, options.report));
+    } else if (*report.committed && !options.report.quiet && !options.report.silent) {
+        print_beside(options.running, in_place,
+                     "committed: " + printable(report.candidate + " to " + options.running) + "\n");
+    }
+}
+
+/// What came of a commit.
+struct Ending {
+    int code = kExitClean;
+    std::string why;  ///< nothing was committed, or what else a reader must know; may be empty
+    bool is_committed = false;
+};
+
+Ending commit(CheckedChange& change, const CommitOptions& options) {
+    const int checked =
+        exit_code({change.report}, options.report.accepts(change.report.count(Severity::warning)));
+    try {
+        change.checker.unload_plugin();
+    } catch (const std::exception& error) {
+        return {kExitCannotCheck, options.running + ": not committed: " + error.what()};
+    }
+    if (change.is_none() && checked != kExitErrors) {
+        return {checked, {}, false};
+    }
+    const std::string refusal = reason_against(change, options, checked);
+    if (!refusal.empty()) {
+        return {checked == kExitClean ? kExitUnconfirmed : checked,
+                options.running + ": not committed: " + refusal};
+    }
+    hold_signals();
+    const std::string undone_by = change.running_file.replace(change.result);
+    if (undone_by.empty()) {
+        return {kExitClean, {}, true};
+    }
+    return {
+        kExitCannotCheck,
+        options.running + ": " + kNewIsThere + ", but a power failure may undo that: " + undone_by,
+        true};
+}
+
 int run_commit(const CommitOptions& options) {
     if (options.running == "-") {
         throw CannotCheck("commit replaces a file: --running cannot be standard input");
     }
-    const Checker checker(options.checker);
-    const ConfigurationFile candidate_file =
-        read_configuration_file(options.candidates.front(), options.max_size);
-    // Held from before the running configuration is read: what was checked must still hold when it
-    // is replaced.
-    const auto say = [](const std::string& message) { std::cerr << complaint(message); };
-    LockedFile running(options.running, options.max_size, {options.lock_timeout, say});
-    std::optional<ConfigurationFile> running_file;
-    if (running.bytes()) {
-        running_file = configuration_from_bytes(options.running, *running.bytes());
+    std::optional<CheckedChange> change;
+    Report unchecked;
+    Ending ending;
+    try {
+        change.emplace(options);
+        if (options.is_text()) {
+            print_beside(options.running, kOldIsThere,
+                         format_reports({change->report}, options.report));
+        }
+        ending = commit(*change, options);
+    } catch (const std::exception& error) {
+        ending = {kExitCannotCheck, error.what()};
+        unchecked = unchecked_report({options.candidate(), options.running, {}}, error);
     }
-    const Running before = checker.read_running(running_file);
-    const Configuration candidate = checker.read_candidate(candidate_file, before);
-    const std::string bytes = candidate.document.is_from_edit()
-                                  ? write_as_running(candidate.document, before.document_or_null())
-                                  : candidate_file.bytes;
-    std::vector<Report> reports = {checker.check(candidate, before)};
-    Report& report = reports.front();
-    // A reader sees the findings before a question about them; a program gets one whole report.
-    const bool is_text = options.report.format == "text";
-    if (is_text) {
-        print_beside(options.running, kOldIsThere, format_reports(reports, options.report));
+    Report& report = change ? change->report : unchecked;
+    report.committed = ending.is_committed;
+    print_end(options, report);
+    if (!ending.why.empty()) {
+        say(ending.why);
     }
-    const int result =
-        exit_code(reports, options.report.accepts(reports.front().count(Severity::warning)));
-    std::string refusal = result == kExitErrors ? "there are errors" : "";
-    if (result == kExitWarnings) {
-        refusal = reason_against(report, is_text && !options.report.silent, running);
-    }
-    report.committed = refusal.empty();
-    std::string undone_by;
-    if (*report.committed) {
-        hold_signals();
-        undone_by = running.replace(bytes);
-    }
-    const std::string told =
-        "committed: " + printable(options.running + " is now " + candidate_file.name) + "\n";
-    print_beside(options.running, *report.committed ? kNewIsThere : kOldIsThere,
-                 !is_text ? format_reports(reports, options.report)
-                 : *report.committed && !options.report.quiet && !options.report.silent ? told
-                                                                                        : "");
-    if (!refusal.empty()) {
-        std::cerr << complaint(options.running + ": not committed: " + refusal);
-        return result;
-    }
-    if (!undone_by.empty()) {
-        throw CannotCheck(options.running + ": " + kNewIsThere +
-                          ", but a power failure may undo that: " + undone_by);
-    }
-    return kExitClean;
+    return ending.code;
 }
 
 }  // namespace
@@ -131,6 +217,9 @@ Subcommand add_commit_command(CLI::App& app) {
     add_running(*command, options->running, "The running configuration, to be replaced")
         ->required();
     add_check_options(*command, *options);
+    options->checker.difference = true;
+    command->add_flag("-y,--yes", options->yes,
+                      "Commit without a question; warnings still need one or --accept-warnings");
     command
         ->add_option("--lock-timeout", options->lock_timeout,
                      "How long to wait for another commit; to its end unless given")

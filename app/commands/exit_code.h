@@ -9,6 +9,7 @@ constexpr int kExitClean = 0;
 constexpr int kExitErrors = 1;
 constexpr int kExitCannotCheck = 2;
 constexpr int kExitWarnings = 3;
+constexpr int kExitUnconfirmed = 3;  ///< of a commit
 constexpr int kExitDifferences = 1;  ///< of a comparison
 
 /// The exit code of the worst report: not checked before errors, errors before warnings.

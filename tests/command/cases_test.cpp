@@ -3,8 +3,9 @@
 /// "output", of the standard streams; variables of the "environment"; "answers", on a terminal:
 /// what to wait for and what to type. It ends with "status", minus the signal that ended it,
 /// "shows", in this order, and "hides" parts of what it says, or all that it "writes", and "leaves"
-/// files. $DIR is the folder, $PLACES one with a model of the tests' own; what cannot be checked,
-/// status 2, is told on standard error, in lines that begin with the command's name.
+/// files. $DIR is the folder, $PLACES one with a model of the tests' own, $PLUGIN a plug-in that
+/// goes wrong; what cannot be checked, status 2, is told on standard error, in lines that begin
+/// with the command's name.
 #include <fnmatch.h>
 #include <sys/stat.h>
 
@@ -23,7 +24,7 @@ namespace {
 
 std::string filled_in(std::string text, const Folder& folder) {
     text = replaced(replaced(text, "$DIR", folder.path), "$EXAMPLES", VRRP_VALID_EXAMPLES);
-    text = replaced(text, "$PLACES", VRRP_VALID_PLACES);
+    text = replaced(replaced(text, "$PLACES", VRRP_VALID_PLACES), "$PLUGIN", VRRP_VALID_PLUGIN);
     text = replaced(replaced(text, "$LIB", VRRP_VALID_LIB_DIR), "$YANG", VRRP_VALID_YANG_DIR);
     return text;
 }

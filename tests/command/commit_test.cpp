@@ -46,8 +46,20 @@ const std::set<long> kUnrelated = {SYS_rt_sigaction, SYS_rt_sigprocmask, SYS_clo
 /// Nothing hangs on their success.
 const std::set<long> kHarmless = {SYS_close, SYS_ioctl, SYS_unlinkat};
 
-const std::string kOld = "{}" + std::string(70000, ' ');
-const std::string kNew = "{}" + std::string(80000, '\n');
+/// A configuration of `count` layer-3 interfaces, as a commit writes it.
+std::string interfaces(int count) {
+    std::string entries;
+    for (int number = 1; number <= count; ++number) {
+        entries += (number > 1 ? ",\n" : "") +
+                   std::string("        {\n          \"name\": \"vlan") + std::to_string(number) +
+                   "\"\n        }";
+    }
+    return "{\n  \"l3-interface:config\": {\n    \"interface\": {\n      \"l3\": [\n" + entries +
+           "\n      ]\n    }\n  }\n}\n";
+}
+
+const std::string kOld = interfaces(20);
+const std::string kNew = interfaces(30);
 
 const std::string kWarned = VRRP_VALID_EXAMPLES "/messages/version-changed/candidate.json";
 const std::string kWarnedBefore = VRRP_VALID_EXAMPLES "/messages/version-changed/running.json";
@@ -99,7 +111,6 @@ Outcome commit_watched(const std::string& running, const std::string& folder, co
                   0);
         ptrace(PTRACE_INTERRUPT, process, nullptr, nullptr);
         waitpid(process, &status, 0);
-        fcntl(writer, F_SETPIPE_SZ, kNew.size());
         EXPECT_EQ(write(writer, kNew.data(), kNew.size()), static_cast<ssize_t>(kNew.size()));
         close(writer);
         user_regs_struct call{};
@@ -134,7 +145,7 @@ Outcome commit_watched(const std::string& running, const std::string& folder, co
             }
         }
     };
-    Arguments arguments = {"commit", "--running", running, candidate};
+    Arguments arguments = {"commit", "--yes", "--running", running, candidate};
     arguments.insert(arguments.end(), options.begin(), options.end());
     return run(arguments, surroundings);
 }
@@ -248,8 +259,10 @@ bool survives(bool is_first, std::size_t at, int fault) {
         struct stat left {};
         stat((router.folder / ".running.vrrp-valid-new").c_str(), &left);
         EXPECT_EQ(left.st_mode & 0133U, 0U) << "more may get at what is left than at the old one";
-        EXPECT_EQ(run({"commit", "--running", router.link, router.elsewhere.put("new", kNew)}).err,
-                  "");
+        EXPECT_EQ(
+            run({"commit", "--yes", "--running", router.link, router.elsewhere.put("new", kNew)})
+                .err,
+            "");
         EXPECT_EQ(content_of(router.running), kNew);
         router.expect_no_stray_file();
     } else if (outcome.status == 0) {
@@ -341,15 +354,16 @@ TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     const int other = make_locked(lock);
     const std::string holder = "process " + std::to_string(getpid());
 
-    const Outcome hasty = run({"commit", "--lock-timeout", "0", "--running", running, kWarned});
+    const Outcome hasty =
+        run({"commit", "--yes", "--lock-timeout", "0", "--running", running, kWarned});
     EXPECT_EQ(hasty.status, 2);
     EXPECT_TRUE(holds(hasty.err, running + ": " + holder + " is committing")) << hasty.err;
     EXPECT_TRUE(holds(hasty.err, "it is as it was")) << hasty.err;
-    EXPECT_EQ(run({"commit", "--running", folder / "second", kWarned}).status, 0);
+    EXPECT_EQ(run({"commit", "--yes", "--running", folder / "second", kWarned}).status, 0);
 
     // What it waited for has replaced the configuration and has removed the lock's file: it has
     // nothing to warn of only when it is checked against what is there by then.
-    Terminal patient({"commit", "--running", running, kWarned});
+    Terminal patient({"commit", "--yes", "--running", running, kWarned});
     patient.answer(running + ": waiting for " + holder, "");
     folder.put("new", content_of(kWarned) + "\n");
     fs::rename(folder / "new", running);
@@ -357,7 +371,8 @@ TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     close(other);
     const Outcome outcome = patient.finish();
     EXPECT_EQ(outcome.status, 0) << outcome.out;
-    EXPECT_EQ(content_of(running), content_of(kWarned));
+    EXPECT_TRUE(holds(outcome.out, "no changes")) << outcome.out;
+    EXPECT_EQ(content_of(running), content_of(kWarned) + "\n");
     EXPECT_FALSE(fs::exists(lock));
 }
 
@@ -388,8 +403,8 @@ TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
     const std::map<std::string, Change> changes = {
         {"another commit",
          [&](const Folder&, const std::string& running) {
-             EXPECT_EQ(run({"commit", "--lock-timeout", "0", "--accept-warnings", "--running",
-                            running, kWarned})
+             EXPECT_EQ(run({"commit", "--yes", "--lock-timeout", "0", "--accept-warnings",
+                            "--running", running, kWarned})
                            .status,
                        0);
          }},
@@ -417,15 +432,25 @@ TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
         const Folder folder;
         const std::string running = folder.put("running", old);
         std::string left;
-        const Outcome outcome = confirm_after({"commit", "--running", running, kWarned}, [&] {
-            change.second(folder, running);
-            left = content_of(running);
-        });
+        const Outcome outcome =
+            confirm_after({"commit", "--yes", "--running", running, kWarned}, [&] {
+                change.second(folder, running);
+                left = content_of(running);
+            });
         EXPECT_EQ(outcome.status, 2) << outcome.out;
         EXPECT_TRUE(holds(outcome.out, "nothing was written")) << outcome.out;
         EXPECT_EQ(content_of(running), left);
         EXPECT_FALSE(fs::exists(folder / ".running.vrrp-valid-new"));
     }
+}
+
+TEST(Commit, OfAFirstConfigurationReplacesNoneThatCameMeanwhile) {
+    const Folder folder;
+    const Arguments commit = {"commit", "--running", folder / "running", folder.put("new", kNew)};
+    const Outcome outcome = confirm_after(commit, [&] { folder.put("running", kOld); });
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(holds(outcome.out, "nothing was written")) << outcome.out;
+    EXPECT_EQ(content_of(folder / "running"), kOld);
 }
 
 TEST(Commit, IsNotMadeWhereTheLinkNoLongerLeads) {
@@ -466,7 +491,7 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
         close(is_broken ? ends[0] : STDOUT_FILENO);
     };
     const std::string running = folder.put("running", "{ }");
-    const Arguments commit = {"commit", "--running", running, folder.put("new", kNew)};
+    const Arguments commit = {"commit", "--yes", "--running", running, folder.put("new", kNew)};
     const Outcome unread = run(commit, surroundings);
     EXPECT_EQ(unread.status, 2);
     EXPECT_TRUE(holds(unread.err, running + ": it is as it was, but standard output"))
@@ -484,7 +509,8 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
         setrlimit(RLIMIT_FSIZE, &limit);
     };
     const std::string limited = folder.put("limited", "{ }");
-    const Outcome too_large = run({"commit", "--running", limited, folder / "new"}, surroundings);
+    const Outcome too_large =
+        run({"commit", "--yes", "--silent", "--running", limited, folder / "new"}, surroundings);
     EXPECT_EQ(too_large.status, 2);
     EXPECT_TRUE(holds(too_large.err, "it is as it was: File too large")) << too_large.err;
     EXPECT_EQ(content_of(limited), "{ }");

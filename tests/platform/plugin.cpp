@@ -1,11 +1,13 @@
-// A plug-in that goes wrong where and how PLUGIN_GOES_WRONG says: "validate throws".
+// A plug-in whose rules answer what their selector says, and that goes wrong where and how
+// PLUGIN_GOES_WRONG says: "validate throws".
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <string>
 
-#include "confd_lib.h"
+#include "confd_maapi.h"
+#include "qelconfd.h"
 
 namespace {
 
@@ -48,9 +50,31 @@ int lib_finish() {
 }
 int get_validation_point(char* buffer, int size) {
     std::memset(buffer, 'p', static_cast<std::size_t>(size));  // and no NUL
+    if (std::getenv("PLUGIN_GOES_WRONG") == nullptr) {
+        std::strcpy(buffer, "answers");
+    }
     return result_of("get_validation_point");
 }
-int validate(confd_trans_ctx* /*tctx*/, confd_hkeypath_t* /*kp*/, confd_value_t* /*newval*/) {
-    return result_of("validate");
+int validate(confd_trans_ctx* tctx, confd_hkeypath_t* kp, confd_value_t* newval) {
+    const std::string selector = static_cast<const char*>(tctx->validate_opaque);
+    if (selector == "warning") {
+        confd_trans_seterr(tctx, "first, replaced by the next");
+        confd_trans_seterr(tctx, "a value of type %d", newval->type);
+        return CONFD_VALIDATION_WARN;
+    }
+    if (selector == "reading") {
+        char path[256];
+        confd_pp_kpath(path, sizeof path, kp);
+        int32_t size = 0;
+        const int socket = qelconfd_maapi_socket_get(static_cast<qelconfd_t*>(tctx->vcb_opaque));
+        maapi_get_int32_elem(socket, tctx->thandle, &size, "%s", path);
+        maapi_exists(socket, tctx->thandle, "%s", path);
+        confd_trans_seterr(tctx, "%d is too much", size);
+        return size > 9 ? CONFD_ERR : CONFD_OK;
+    }
+    if (selector == "throwing") {
+        throw OwnError();
+    }
+    return selector == "silent" ? CONFD_ERR : selector == "odd" ? 7 : result_of("validate");
 }
 }

@@ -143,9 +143,15 @@ TEST(Command, FindsAndExplainsWhatEachExampleSays) {
         const json& findings = report["findings"];
         ASSERT_EQ(findings.size(), expected["findings"].size()) << findings;
         for (std::size_t i = 0; i < findings.size(); ++i) {
-            json filled = findings[i];
+            json found = findings[i];
+            for (json& value : found["values"]) {
+                value["line"] = value["location"]["line"];
+                value.erase("location");
+                value.erase("path");
+            }
+            json filled = found;
             filled.update(expected["findings"][i]);
-            EXPECT_EQ(findings[i], filled);
+            EXPECT_EQ(found, filled);
             EXPECT_TRUE(is_explained(filled)) << filled;
         }
     }

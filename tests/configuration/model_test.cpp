@@ -51,8 +51,8 @@ TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
         {{"grouping g { leaf l { type string; } } container c { uses g { refine l {\n " + use +
           " } } }"},
          "a.yang:3:2: v:validate stands under refine; put it into the"},
-        {{"container c; augment /c {\n" + use + "}"},
-         "a.yang:3:1: v:validate stands under augment; put it into the"},
+        {{"container c; augment /c {\ndescription '} // {' + \"\\\"; }\"; " + use + "}"},
+         "a.yang:3:33: v:validate stands under augment; put it into the"},
         {{"leaf l { type string; }", "import a { prefix a; }\ndeviation /a:l { " + use +
                                          " deviate add "
                                          "{ units 'u'; } }"},

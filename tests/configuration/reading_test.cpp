@@ -24,7 +24,7 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
             "<!-- b -->",
         "<d:system xmlns:d='DEVICE'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > -->"
         "</d:host-name></d:system>",
-        "<config xmlns='BASE'>" + xml + "</config>",
+        "<?xml version='1.0'?>\n<!-- <data> --><config xmlns='BASE'>" + xml + "</config>",
         "<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
         "</d:system></n:data><!-- behind -->",
         "<rpc-reply xmlns='BASE' message-id='1'><data>" + xml + "</data></rpc-reply>",

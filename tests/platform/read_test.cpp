@@ -3,6 +3,7 @@
 #include "confd_cdb.h"
 #include "confd_maapi.h"
 #include "crypto_key.h"
+#include "platform_error.h"
 #include "socket.h"
 #include "support.h"
 
@@ -102,6 +103,45 @@ TEST(Print, CutsOrLeavesAnEmptyTextWhenItFails) {
     EXPECT_EQ(confd_pp_value(buffer.data() + 4, 12, &number), CONFD_ERR);
     EXPECT_EQ(confd_pp_kpath(buffer.data() + 4, 12, &nothing), CONFD_ERR);
     EXPECT_STREQ(buffer.c_str() + 4, "-2147483648") << "the caller's own";
+}
+
+TEST(Value, IsOneOfItsTypeAndPrintedInItsCanonicalForm) {
+    const std::string longest = "0000:0000:0000:0000:0000:FFFF:255.255.255.255";
+    const std::string refused = "refused";
+    const struct {
+        confd_vtype type;
+        std::vector<std::pair<std::string, std::string>> texts;
+    } kCases[] = {
+        {C_INT32, {{"-2147483648", "-2147483648"}, {"007", "7"}, {"2147483648", refused}}},
+        {C_INT32, {{"1 ", refused}, {"", refused}, {"+1", refused}, {"0x1", refused}}},
+        {C_UINT8, {{"0", "0"}, {"255", "255"}, {"256", refused}, {"-1", refused}}},
+        {C_BOOL, {{"true", "true"}, {"false", "false"}, {"TRUE", refused}, {"1", refused}}},
+        {C_ENUM_VALUE, {{"low", "3"}, {"high", "0"}, {"3", refused}, {"lo", refused}}},
+        {C_IPV4, {{"192.0.2.1", "192.0.2.1"}, {"192.0.2.1/24", refused}, {"192.0.2", refused}}},
+        {C_IPV4, {{std::string("192.0.2.1\0", 10), refused}, {std::string(60, '1'), refused}}},
+        {C_IPV6, {{longest, "::ffff:255.255.255.255"}, {std::string(51, '0'), refused}}},
+        {C_IPV4_AND_PLEN, {{"10.1.2.3/0", "10.1.2.3/0"}, {"10.1.2.3/32", "10.1.2.3/32"}}},
+        {C_IPV4_AND_PLEN, {{"10.1.2.3/33", refused}, {"10.1.2.3/", refused}, {"10/8", refused}}},
+        {C_IPV4_AND_PLEN, {{"10.1.2.3", refused}, {"10.1.2.3/-1", refused}, {"/8", refused}}},
+        {C_IPV6_AND_PLEN, {{longest + "/128", "::ffff:255.255.255.255/128"}, {"::/129", refused}}},
+        {C_BUF, {{"", ""}, {"ä \"b", "ä \"b"}}},
+    };
+    for (const auto& [type, texts] : kCases) {
+        SchemaNode node = leaf("leaf", type);
+        node.enums = {{3, "low"}, {0, "high"}};
+        const auto model = std::make_shared<const SchemaNode>(container("", {node}));
+        for (const auto& [text, expected] : texts) {
+            std::string shown(64, '#');
+            try {
+                const DataTree tree = tree_of(model, {{"leaf", text}});
+                const int size = confd_pp_value(shown.data(), 64, &tree.find("leaf")->value);
+                shown.resize(static_cast<std::size_t>(size));
+            } catch (const PlatformError&) {
+                shown = refused;
+            }
+            EXPECT_EQ(shown, expected) << text << " of type " << type;
+        }
+    }
 }
 
 TEST(CryptoKeys, OfAHostWithoutOneReplaceThoseOfAnEarlierOne) {

@@ -126,11 +126,20 @@ TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
     ValidationUse use;
     use.messages = {{false, "no <name> there", "add"},
                     {false, "bad <name>.<reason>", "mend"},
-                    {true, "take care", "wait"}};
+                    {true, "take care", "wait"},
+                    {true, "<name> is <other> of <third>.", "turn"}};
     const std::vector<std::pair<std::string, std::string>> rows = {
-        {"no a b there", "add"}, {"no there there", "add"}, {"bad x.y.", "mend"},
-        {"bad x.", "mend"},      {"take care", "wait"},     {"take care!", ""},
-        {"bad x", ""},           {"no a b there?", ""},     {"", ""},
+        {"no a b there", "add"},
+        {"no there there", "add"},
+        {"bad x.y.", "mend"},
+        {"bad x.", "mend"},
+        {"take care", "wait"},
+        {"take care!", ""},
+        {"bad x", ""},
+        {"no a b there?", ""},
+        {"", ""},
+        {"a is b of c.", "turn"},
+        {"alpha of b is c.", ""},
     };
     for (const auto& [message, remedy] : rows) {
         EXPECT_EQ(remedy_for(use, message), remedy) << message;

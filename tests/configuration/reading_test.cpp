@@ -161,6 +161,7 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
         {R"("optical": [])", "\"optical\" is given as []; write [null]"},
         {R"("limit": 10)", "limit is no value of it; write a number in 1..9, or one of none"},
         {R"("limit": "5")", "limit is no value of it"},
+        {R"("limit": "true")", "limit is no value of it"},
         {R"("server": "a")", "\"server\" is given as a value; write [...]"},
         {R"("server": ["a", "a"])", "Duplicate instance of \"server\""},
         {R"("ntp": "a", "manual": {})", "Data for both cases \"ntp\" and \"manual\" exist"},
@@ -172,7 +173,7 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
     }
     for (const std::string member :
          {R"("mtu": 9000)", R"("offset": "-1.5")", R"("octets": "18446744073709551615")",
-          R"("limit": "none")", R"("limit": 9)", R"("optical": [null])",
+          R"("limit": "none")", R"("limit": 9)", R"("limit": true)", R"("optical": [null])",
           R"("kind": "optics:laser")", R"("manual": {"zone": "a"})", R"("extra": {"a": [1]})",
           R"("server": [])"}) {
         EXPECT_EQ(complaint_about("{\"device:system\": {" + member + "}}"), "") << member;

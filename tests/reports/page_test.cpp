@@ -72,7 +72,17 @@ TEST(Page, DrawsInstancesAndJoinsThoseInConflict) {
         many.instances.insert(many.instances.begin(),
                               {"i" + std::to_string(i), "ipv4", "9" + std::to_string(i)});
     }
+    for (const char* const id : {"1", "2", "3", "4", "6", "7"}) {
+        many.instances.push_back({"other", "ipv4", id});
+    }
     const Page crowded({many});
+    std::set<int> lines;
+    for (const auto& found : crowded.document.select_nodes("//svg//rect/@y")) {
+        lines.insert(found.attribute().as_int());
+    }
+    for (auto line = std::next(lines.begin()); line != lines.end(); ++line) {
+        EXPECT_GE(*line - *std::prev(line), 30) << "a chip is drawn over another";
+    }
     EXPECT_THAT(crowded.text, HasSubstr("42 more interfaces not drawn"));
     EXPECT_EQ(crowded.count("//svg//path[@class='conflict']"), 1U) << "what is wrong is drawn";
 }

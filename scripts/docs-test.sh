@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs every command that README and docs show, so that none of them can rot. A "console" block is a transcript:
 # each line after "$ " is run, and must print what stands below it. A "sh" block is run line by line; of a make
-# target, which has a run of its own in CI, only the name is checked. usage: docs-test.sh BUILD_DIR [--update]
+# target, which has a run of its own in CI, only the name is checked. Paths are those of a tree built in build/.
+# usage: docs-test.sh BUILD_DIR [--update]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=$(realpath "$1")
@@ -9,7 +10,8 @@ update=${2:-}
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
 git ls-files -z | xargs -0 cp --parents -t "$tree"
-export PATH="$build/bin:$PATH" SDK="$tree/sdk"
+export SDK="$tree/sdk"
+ln -s "$build" "$tree/build"
 mkdir -p "$SDK"
 cp -r platform/include "$SDK/include"
 cp -r "$(dirname "$(find "$build" -path "$build/stage" -prune -o -path '*/vrrp-valid/libconfd.so' -print)")" "$SDK/lib"

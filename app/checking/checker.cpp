@@ -21,7 +21,7 @@ namespace {
 void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
     for (const std::string& selector : wanted) {
         if (std::find(known.begin(), known.end(), selector) == known.end()) {
-            throw CannotCheck("--rule: the model uses no rule \"" + selector + "\"" +
+            throw CannotCheck("--rule: there is no rule \"" + selector + "\"" +
                               did_you_mean(selector, known) + "; run vrrp-valid rules");
         }
     }

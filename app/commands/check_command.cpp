@@ -86,7 +86,7 @@ std::vector<Pair> named_pairs(const FleetOptions& options) {
 int run_check(const FleetOptions& options) {
     if (options.candidates.empty() && options.files_from.empty()) {
         throw CannotCheck(
-            "no candidate was named: give CANDIDATE or --files-from; run vrrp-valid check --help");
+            "no candidate: give CANDIDATE or --files-from; run vrrp-valid check --help");
     }
     const Interrupt interrupt;
     Run run(options);
@@ -117,14 +117,14 @@ int run_check(const FleetOptions& options) {
     const Totals& totals = run.finish(pairs.size() - taken);
     if (options.report.quiet && totals.unchecked > 0) {
         std::cerr << complaint(std::to_string(totals.unchecked) + " of " +
-                               counted(totals.candidates, "candidate") + " not checked");
+                               counted(totals.candidates, "candidate") + " could not be checked");
     }
     if (checker) {
         checker->unload_plugin();
     }
     if (taken < pairs.size()) {
         std::cerr << complaint("interrupted: " + std::to_string(pairs.size() - taken) + " of " +
-                               counted(pairs.size(), "candidate") + " not checked");
+                               counted(pairs.size(), "candidate") + " were not checked");
         interrupt.pass_on();
     }
     return exit_code(totals, options.report.accepts(totals.warnings));
@@ -142,21 +142,22 @@ Subcommand add_check_command(CLI::App& app) {
     CLI::App* const command = add_subcommand(app, "check", "Check configurations",
                                              "--running running.json candidate.json");
     add_running(*command, options->running,
-                "The running configuration, or a folder of them; empty without it");
+                "The running configuration, or a folder of them; without it, an empty one");
     add_check_options(*command, *options);
     command
-        ->add_option("--rule", options->checker.selectors, "Run this rule only; can be given again")
+        ->add_option("--rule", options->checker.selectors,
+                     "Run only this rule; can be given more than once")
         ->type_name("RULE")
         ->allow_extra_args(false);
     command->add_flag("--diff", options->checker.difference,
-                      "Print first what the candidate changes");
+                      "First print what the candidate changes");
     command
         ->add_option("--files-from", options->files_from,
-                     "A file with more candidates, one a line, and behind a tab the running "
+                     "A list of candidates, one on each line; after a tab, the running "
                      "configuration of each")
         ->type_name("FILE");
     command->add_flag("--allow-missing-running", options->allow_missing_running,
-                      "Check a candidate without a running configuration against an empty one");
+                      "Check a candidate that has no running configuration against an empty one");
     add_candidates(*command, options->candidates)->required(false);
     return {command, [options] {
                 options->report.counts_clean =

@@ -27,7 +27,7 @@ std::string unexpected(CLI::App& app, const std::string& subcommand) {
     const std::vector<std::string> left = app.remaining(true);
     const auto option = std::find_if(left.begin(), left.end(), is_option);
     if (option == left.end()) {
-        return subcommand + " takes no \"" + left.front() + "\" beside the other arguments";
+        return subcommand + ": unexpected argument \"" + left.front() + "\"";
     }
     std::vector<std::string> names;
     for (const CLI::Option* const known : app.get_subcommand(subcommand)->get_options()) {

@@ -6,8 +6,8 @@
 
 Subcommand add_completion_command(CLI::App& app) {
     const auto shell = std::make_shared<std::string>();
-    CLI::App* const command = add_subcommand(
-        app, "completion", "Print what a shell reads to complete the command", "bash");
+    CLI::App* const command =
+        add_subcommand(app, "completion", "Print the completion script of a shell", "bash");
     command->add_option("SHELL", *shell, "The shell")
         ->required()
         ->check(CLI::IsMember({"bash", "fish", "zsh"}));

@@ -97,10 +97,10 @@ void require_known(const CLI::ConfigItem& item, const std::vector<CLI::App*>& su
         }
     }
     if (item.name.empty() || std::count(keys.begin(), keys.end(), item.name) == 0) {
-        throw CannotCheck(at + "is no option" + did_you_mean(item.name, keys));
+        throw CannotCheck(at + "is not an option" + did_you_mean(item.name, keys));
     }
     if (item.inputs.size() != 1) {
-        throw CannotCheck(at + "takes one value, given once");
+        throw CannotCheck(at + "needs exactly one value");
     }
 }
 

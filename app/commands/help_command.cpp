@@ -7,7 +7,7 @@
 Subcommand add_help_command(CLI::App& app) {
     const auto name = std::make_shared<std::string>();
     CLI::App* const command = add_subcommand(app, "help", "Show the help of a command", "check");
-    command->add_option("COMMAND", *name, "The command; all of them without it")
+    command->add_option("COMMAND", *name, "The command; without it, all of them")
         ->type_name("COMMAND");
     return {
         command, [&app, name] {

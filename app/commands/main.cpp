@@ -39,7 +39,8 @@ void add_output_options(CLI::App& app, OutputOptions& options) {
     for (const char* const name :
          {"check", "report", "diff", "commit", "rules", "explain", "encrypt", "completion"}) {
         app.get_subcommand(name)
-            ->add_option("-o,--output", options.file, "Write to this file, whole or not at all")
+            ->add_option("-o,--output", options.file,
+                         "Write the output to this file, complete or not at all")
             ->type_name("FILE");
     }
     for (const char* const name : {"check", "report", "diff", "commit"}) {
@@ -61,7 +62,8 @@ int run_with_output(const Subcommand& subcommand, const OutputOptions& options) 
     try {
         file.put_in_place();
     } catch (const CannotCheck& error) {
-        throw CannotCheck(error.what() + std::string("; all else ended with exit code ") +
+        throw CannotCheck(error.what() +
+                          std::string("; without that the exit code would have been ") +
                           std::to_string(code));
     }
     return code;
@@ -72,7 +74,7 @@ int run(int argc, char** argv) {
     app.require_subcommand(1);
     app.set_version_flag("--version", "vrrp-valid " VRRP_VALID_VERSION);
     app.footer(
-        "Exit codes: 0 nothing found, 1 errors, 2 could not check, 3 warnings only.\n"
+        "Exit codes: 0 nothing found, 1 errors, 2 could not be checked, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
     const std::vector<Subcommand> subcommands = {
         add_check_command(app),  add_diff_command(app),    add_report_command(app),

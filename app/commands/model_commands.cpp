@@ -90,7 +90,7 @@ void print_json(const Json& rules) {
 /// Nothing at all would tell nobody why.
 void require_rules(const Json& rules, const RuleOptions& options) {
     if (rules.empty()) {
-        throw CannotCheck(options.yang_dir + ": the model uses no rule (is --yang-dir right?)");
+        throw CannotCheck(options.yang_dir + ": the YANG modules use no rule; check --yang-dir");
     }
 }
 
@@ -124,7 +124,7 @@ int run_explain(const RuleOptions& options) {
             }
         });
     if (!options.selector.empty() && rules.empty()) {
-        throw CannotCheck("the model uses no rule \"" + options.selector + "\"" +
+        throw CannotCheck("there is no rule \"" + options.selector + "\"" +
                           did_you_mean(options.selector, model.selectors()) +
                           "; run vrrp-valid rules");
     }
@@ -155,12 +155,12 @@ Subcommand add_rules_command(CLI::App& app) {
 Subcommand add_explain_command(CLI::App& app) {
     const auto options = std::make_shared<RuleOptions>();
     CLI::App* const command = add_subcommand(
-        app, "explain", "Tell what a rule requires and what to do", "vrrp_vrf_validation");
-    command->add_option("RULE", options->selector, "The rule; every one without it")
+        app, "explain", "Explain what a rule requires and what to do", "vrrp_vrf_validation");
+    command->add_option("RULE", options->selector, "The rule; without it, every one")
         ->type_name("RULE");
     add_format(*command, *options, {"text", "markdown", "json"});
     command->add_flag("-v,--verbose", options->verbose,
-                      "Also how often the rule asks the platform");
+                      "Also list the platform calls that the rule makes");
     add_yang_dir(*command, options->yang_dir);
     return {command, [options] { return run_explain(*options); }};
 }

@@ -15,7 +15,8 @@ CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::stri
 
 void add_yang_dir(CLI::App& command, std::string& yang_dir) {
     yang_dir = default_yang_dir();
-    command.add_option("--yang-dir", yang_dir, "The folder of YANG modules")->type_name("DIR");
+    command.add_option("--yang-dir", yang_dir, "The folder with the YANG modules")
+        ->type_name("DIR");
 }
 
 CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description) {
@@ -31,8 +32,7 @@ CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candida
 }
 
 void add_max_size(CLI::App& command, std::size_t& max_size) {
-    command
-        .add_option("--max-size", max_size, "Refuse files of more bytes; with a unit, as in 100MB")
+    command.add_option("--max-size", max_size, "Refuse larger files; with a unit, as in 100MB")
         ->transform(CLI::AsSizeValue(false))
         ->type_name("SIZE")
         ->capture_default_str();
@@ -42,21 +42,23 @@ void add_report_options(CLI::App& command, ReportOptions& options) {
     command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
         ->capture_default_str();
-    command.add_flag("--accept-warnings", options.accept_warnings, "Warnings do not count");
+    command.add_flag("--accept-warnings", options.accept_warnings,
+                     "Accept warnings: they do not change the exit code");
     command
         .add_option("--max-warnings", options.max_warnings,
-                    "As many warnings, of all candidates together, do not count")
+                    "Accept this many warnings, counted over all candidates")
         ->type_name("NUMBER")
         ->capture_default_str();
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
-    command.add_flag("--silent", options.silent, "Print nothing: the exit code tells");
+    command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
 }
 
 void add_reading_options(CLI::App& command, CheckerOptions& options) {
-    command.add_flag("--edit", options.is_edit,
-                     "Candidates are edits of the running configuration, JSON ones to be merged");
+    command.add_flag(
+        "--edit", options.is_edit,
+        "Candidates are edits of the running configuration: an edit-config, or JSON to merge");
     command.add_flag("--ignore-unknown", options.ignore_unknown,
-                     "Skip nodes that the modules of the model do not have, and list them");
+                     "Skip nodes that the YANG modules do not define, and list them");
 }
 
 void add_check_options(CLI::App& command, CheckOptions& options) {
@@ -65,15 +67,15 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
     add_report_options(command, options.report);
     command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
         ->type_name("FILE");
-    command.add_option("--plugin", options.checker.plugin_file, "The plug-in that checks")
+    command.add_option("--plugin", options.checker.plugin_file, "The plug-in with the rules")
         ->type_name("FILE");
     command
         .add_option("--max-findings", options.checker.max_findings,
-                    "Print so many findings of a rule, and the rest as a count")
+                    "Print at most this many findings of each rule, and count the rest")
         ->capture_default_str();
     command
         .add_option("-j,--jobs", options.checker.threads,
-                    "Check with so many threads; as many as there are cores unless given")
+                    "Number of threads; as many as there are cores unless given")
         ->check(CLI::PositiveNumber);
     add_reading_options(command, options.checker);
     add_max_size(command, options.max_size);
@@ -82,6 +84,6 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
 
 void require_one_standard_input(const std::vector<std::string>& files) {
     if (std::count(files.begin(), files.end(), "-") > 1) {
-        throw CannotCheck("standard input can be read once: give \"-\" once only");
+        throw CannotCheck("standard input can be read only once: give \"-\" once");
     }
 }

@@ -21,8 +21,8 @@ int run_encrypt(const std::string& key_file) {
 Subcommand add_keygen_command(CLI::App& app) {
     const auto file = std::make_shared<std::string>();
     CLI::App* const command =
-        add_subcommand(app, "keygen", "Make a key for encrypted passwords", "router.key");
-    command->add_option("FILE", *file, "The key file to make")->type_name("FILE")->required();
+        add_subcommand(app, "keygen", "Create a key for encrypted passwords", "router.key");
+    command->add_option("FILE", *file, "The key file to create")->type_name("FILE")->required();
     return {command, [file] {
                 make_key_file(*file);
                 return kExitClean;

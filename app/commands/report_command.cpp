@@ -43,8 +43,8 @@ class Reported {
         const auto [first, is_new] =
             files_.emplace(std::pair(report.candidate, report.running), file);
         if (!is_new) {
-            throw CannotCheck(file + ": reports " + report.candidate + " as " + first->second +
-                              " does; give each report once");
+            throw CannotCheck(file + ": reports " + report.candidate + ", which " + first->second +
+                              " reports too; give each report once");
         }
     }
 
@@ -84,11 +84,11 @@ Subcommand add_report_command(CLI::App& app) {
     const auto options = std::make_shared<ReportCommandOptions>();
     options->report.counts_clean = true;
     CLI::App* const command =
-        add_subcommand(app, "report", "Print stored JSON reports as one, in any format",
+        add_subcommand(app, "report", "Join stored JSON reports into one, in any format",
                        "--format junit shard-1.json shard-2.json");
     add_report_options(*command, options->report);
     add_yang_dir(*command, options->yang_dir);
-    command->add_option("REPORT", options->files, "What check --format json has printed")
+    command->add_option("REPORT", options->files, "A report that check --format json printed")
         ->required()
         ->type_name("FILE");
     return {command, [options] { return run_report(*options); }};

@@ -29,7 +29,7 @@ std::size_t known_size(int fd) {
 void require_at_most(std::size_t max_size, std::size_t size) {
     if (size > max_size) {
         throw std::runtime_error("it has more than " + std::to_string(max_size) +
-                                 " bytes; --max-size takes a larger one");
+                                 " bytes; raise --max-size");
     }
 }
 

@@ -57,7 +57,7 @@ CryptoKey read_key_file(const std::string& file) {
         throw CannotCheck(file + ": the key file cannot be opened: " + last_system_error());
     }
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-        throw CannotCheck(file + ": others can get at the key; run chmod 600 on it");
+        throw CannotCheck(file + ": readable by other users; run: chmod 600 " + file);
     }
     std::array<char, kFileSize + 1> content{};
     const ssize_t size = read(opened.number(), content.data(), content.size());
@@ -78,7 +78,7 @@ CryptoKey read_key_file(const std::string& file) {
     explicit_bzero(content.data(), content.size());
     explicit_bzero(bytes.data(), bytes.size());
     if (!is_key) {
-        throw CannotCheck(file + ": no key file; make one with vrrp-valid keygen");
+        throw CannotCheck(file + ": not a key file; make one with vrrp-valid keygen");
     }
     return key;
 }

@@ -77,7 +77,7 @@ class Pairing {
             const std::size_t tab = line.find('\t');
             if (tab == 0 || line.find('\t', tab + 1) < line.size()) {
                 throw CannotCheck(name + ":" + std::to_string(number) +
-                                  ": give a candidate, and behind a tab its running configuration");
+                                  ": give a candidate and, after a tab, its running configuration");
             }
             if (tab != std::string::npos) {
                 add_pair(line.substr(0, tab), line.substr(tab + 1));

@@ -37,8 +37,8 @@ std::string fingerprint_of_failure(const Report& report) {
     return digest({repository_path(report.candidate)});
 }
 
-std::string fingerprint_of_rest(const Report& report, const std::string& selector) {
-    return digest({repository_path(report.candidate), selector});
+std::string fingerprint_of_rest(const Report& report, const std::string& subject) {
+    return digest({repository_path(report.candidate), subject});
 }
 
 std::string repository_path(const std::string& file) {

@@ -12,8 +12,8 @@ std::string fingerprint(const Report& report, const Finding& finding);
 /// The same for a candidate that could not be checked.
 std::string fingerprint_of_failure(const Report& report);
 
-/// The same for the findings of a rule that the report only counts.
-std::string fingerprint_of_rest(const Report& report, const std::string& selector);
+/// The same for what there is to say of the candidate beside its findings, as `subject` names it.
+std::string fingerprint_of_rest(const Report& report, const std::string& subject);
 
 /// The candidate's name in a repository: without "./" and the like.
 std::string repository_path(const std::string& file);

@@ -73,5 +73,8 @@ std::string format_github(const std::vector<Report>& reports, const ReportOption
         }
         text += command("notice", report.candidate, {}, "vrrp-valid", result);
     }
+    if (options.unreached > 0) {
+        text += "::error title=interrupted::" + unreached_text(options.unreached) + "\n";
+    }
     return text;
 }

@@ -50,6 +50,21 @@ std::string format_gitlab(const std::vector<Report>& reports, const ReportOption
             json["severity"] = rest.errors > 0 ? "critical" : "minor";
             issues.push_back(json);
         }
+        for (const std::string& note : notes(report)) {
+            Json json = issue(report, {}, note);
+            json["check_name"] = "note";
+            json["fingerprint"] = fingerprint_of_rest(report, note);
+            json["severity"] = "info";
+            issues.push_back(json);
+        }
+    }
+    if (options.unreached > 0) {
+        const Report last = reports.empty() ? Report() : reports.back();
+        Json json = issue(last, {}, unreached_text(options.unreached));
+        json["check_name"] = "interrupted";
+        json["fingerprint"] = fingerprint_of_rest(last, "interrupted");
+        json["severity"] = "blocker";
+        issues.push_back(json);
     }
     return issues.dump(2) + "\n";
 }

@@ -287,6 +287,9 @@ std::string format_html(const std::vector<Report>& reports, const ReportOptions&
     add_head(html, reports.size() == 1 ? title + ": " + reports.front().candidate : title);
     pugi::xml_node main = add_element(add_element(html, "body"), "main");
     add_element(main, "h1", "", title);
+    if (options.unreached > 0) {
+        add_element(main, "div", "result error", unreached_text(options.unreached));
+    }
     if (reports.size() > 1) {
         add_overview(main, reports, sections);
     }

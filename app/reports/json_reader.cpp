@@ -113,6 +113,6 @@ StoredReports reports_from_json(const std::string& name, const std::string& text
         return stored;
     } catch (const Json::exception& error) {
         throw CannotCheck(
-            name + ": not a whole report of vrrp-valid check --format json: " + error.what());
+            name + ": not a complete report of vrrp-valid check --format json: " + error.what());
     }
 }

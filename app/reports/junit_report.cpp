@@ -10,12 +10,20 @@ namespace {
 
 /// The test that every suite has beside those of the rules.
 constexpr const char* kReadable = "can be checked";
+constexpr const char* kTool = "vrrp-valid";
 
 struct Counts {
     unsigned tests = 0;
     unsigned failures = 0;
     unsigned errors = 0;
     unsigned skipped = 0;
+
+    void add(const Counts& other) {
+        tests += other.tests;
+        failures += other.failures;
+        errors += other.errors;
+        skipped += other.skipped;
+    }
 };
 
 pugi::xml_node add_test(pugi::xml_node suite, const Report& report, const std::string& name) {
@@ -117,21 +125,34 @@ Counts add_suite(pugi::xml_node suites, const Report& report, bool accept_warnin
     return counts;
 }
 
+/// Candidates that were not reached have no suite: that the run was ended is an error by itself.
+Counts add_interruption(pugi::xml_node suites, std::size_t unreached) {
+    pugi::xml_node suite = suites.append_child("testsuite");
+    suite.append_attribute("name") = kTool;
+    pugi::xml_node test = suite.append_child("testcase");
+    test.append_attribute("classname") = kTool;
+    test.append_attribute("name") = "every candidate was checked";
+    const std::string text = unreached_text(unreached);
+    add_outcome(test, "error", "interrupted", text, text);
+    const Counts counts{1, 0, 1, 0};
+    set_counts(suite, counts, 0);
+    return counts;
+}
+
 }  // namespace
 
 std::string format_junit(const std::vector<Report>& reports, const ReportOptions& options) {
     pugi::xml_document document;
     pugi::xml_node suites = document.append_child("testsuites");
-    suites.append_attribute("name") = "vrrp-valid";
+    suites.append_attribute("name") = kTool;
     Counts all;
     double seconds = 0;
     for (const Report& report : reports) {
-        const Counts counts = add_suite(suites, report, options.accept_warnings);
-        all.tests += counts.tests;
-        all.failures += counts.failures;
-        all.errors += counts.errors;
-        all.skipped += counts.skipped;
+        all.add(add_suite(suites, report, options.accept_warnings));
         seconds += report.seconds;
+    }
+    if (options.unreached > 0) {
+        all.add(add_interruption(suites, options.unreached));
     }
     set_counts(suites, all, seconds);
     std::ostringstream xml;

@@ -14,6 +14,7 @@ struct ReportOptions {
     bool quiet = false;            ///< findings only, in the formats for readers
     bool silent = false;           ///< nothing
     bool counts_clean = false;     ///< in text, a candidate without findings is only counted
+    std::size_t unreached = 0;     ///< candidates without a report, since the run was ended
 
     /// Whether a run with so many warnings is no failure.
     bool accepts(std::size_t warnings) const { return accept_warnings || warnings <= max_warnings; }

@@ -34,6 +34,7 @@ void ReportStream::add(Report report) {
 void ReportStream::finish(std::size_t unreached) {
     const bool is_empty = totals_.candidates == 0;
     totals_.add_unreached(unreached);
+    options_.unreached = unreached;
     if (options_.silent) {
         return;
     }

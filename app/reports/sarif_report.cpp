@@ -156,17 +156,22 @@ std::string format_sarif(const std::vector<Report>& reports, const ReportOptions
             results.push_back(result);
         }
     }
-    const Json run = {{"tool",
-                       {{"driver",
-                         {{"name", "vrrp-valid"},
-                          {"version", VRRP_VALID_VERSION},
-                          {"semanticVersion", VRRP_VALID_VERSION},
-                          {"rules", rules.json}}}}},
-                      {"columnKind", "unicodeCodePoints"},
-                      {"invocations",
-                       {{{"executionSuccessful", total_of(reports).unchecked == 0},
-                         {"toolExecutionNotifications", notifications}}}},
-                      {"results", results}};
+    if (options.unreached > 0) {
+        notifications.push_back(
+            {{"level", "error"}, {"message", {{"text", unreached_text(options.unreached)}}}});
+    }
+    const bool is_complete = total_of(reports).unchecked == 0 && options.unreached == 0;
+    const Json run = {
+        {"tool",
+         {{"driver",
+           {{"name", "vrrp-valid"},
+            {"version", VRRP_VALID_VERSION},
+            {"semanticVersion", VRRP_VALID_VERSION},
+            {"rules", rules.json}}}}},
+        {"columnKind", "unicodeCodePoints"},
+        {"invocations",
+         {{{"executionSuccessful", is_complete}, {"toolExecutionNotifications", notifications}}}},
+        {"results", results}};
     const Json json = {{"$schema", kSchema}, {"version", "2.1.0"}, {"runs", {run}}};
     return json.dump(2) + "\n";
 }

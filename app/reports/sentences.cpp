@@ -62,7 +62,7 @@ std::string omitted_text(const Omitted& omitted) {
     return (omitted.warnings == 0 ? errors
             : omitted.errors == 0 ? warnings
                                   : errors + " and " + warnings) +
-           " of " + printable(omitted.selector) + "; --max-findings shows them";
+           " of " + printable(omitted.selector) + "; raise --max-findings to see them";
 }
 
 std::string result_text(const Report& report) {
@@ -75,7 +75,7 @@ std::string result_text(const Report& report) {
            " against " + running;
 }
 
-std::vector<std::string> remarks(const Report& report) {
+std::vector<std::string> notes(const Report& report) {
     std::vector<std::string> sentences;
     if (!report.failure.empty()) {
         return sentences;
@@ -83,9 +83,6 @@ std::vector<std::string> remarks(const Report& report) {
     if (report.requests == 0) {
         sentences.emplace_back(report.instances.empty() ? "no VRRP instances: no rule ran"
                                                         : "no rule ran");
-    }
-    for (const Omitted& rest : report.omitted) {
-        sentences.push_back(omitted_text(rest));
     }
     if (report.removed_instances > 0) {
         sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));
@@ -95,9 +92,25 @@ std::vector<std::string> remarks(const Report& report) {
                             " that no module describes: " + listed(report.skipped.modules));
     }
     for (const std::string& node : report.skipped.unknown) {
-        sentences.push_back("skipped, since its module does not have it: " + printable(node));
+        sentences.push_back("skipped, not defined in its module: " + printable(node));
     }
     return sentences;
+}
+
+std::vector<std::string> remarks(const Report& report) {
+    std::vector<std::string> sentences;
+    for (const Omitted& rest : report.omitted) {
+        sentences.push_back(omitted_text(rest));
+    }
+    for (std::string& note : notes(report)) {
+        sentences.push_back(std::move(note));
+    }
+    return sentences;
+}
+
+std::string unreached_text(std::size_t count) {
+    return "interrupted: " + counted(count, "candidate") +
+           (count == 1 ? " was not checked" : " were not checked");
 }
 
 std::string total_text(const Totals& totals) {

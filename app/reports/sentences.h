@@ -30,9 +30,15 @@ std::string omitted_text(const Omitted& omitted);
 /// or that it could not be checked.
 std::string result_text(const Report& report);
 
-/// What else a reader of the result must know, one sentence each: that no rule ran, what the change
-/// removes, what was left out.
+/// What a reader of the result must know as well, one sentence each: that no rule ran, what the
+/// change removes, what was skipped.
+std::vector<std::string> notes(const Report& report);
+
+/// Those of omitted findings, and notes().
 std::vector<std::string> remarks(const Report& report);
+
+/// That the run was ended: "interrupted: 3 candidates were not checked".
+std::string unreached_text(std::size_t count);
 
 /// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 not checked".
 std::string total_text(const Totals& totals);

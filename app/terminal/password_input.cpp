@@ -159,7 +159,7 @@ void require_password(const std::string& text) {
                           " bytes, and a character outside ASCII takes more than one of them");
     }
     if (text.find('\0') != std::string::npos) {
-        throw CannotCheck("the password holds a NUL byte, at which it would end; leave it out");
+        throw CannotCheck("the password contains a NUL byte; remove it");
     }
 }
 

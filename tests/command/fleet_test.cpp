@@ -75,7 +75,7 @@ TEST_F(FleetTest, SaysOfWhichCandidateThereIsNoRunningConfiguration) {
     EXPECT_EQ(refused.status, 2);
     EXPECT_TRUE(holds(refused.err, "running/site/device-a.json: there is no such running"))
         << refused.err;
-    EXPECT_TRUE(holds(refused.err, "1 of 12 candidates not checked")) << refused.err;
+    EXPECT_TRUE(holds(refused.err, "1 of 12 candidates could not be checked")) << refused.err;
     EXPECT_EQ(run(check({"--allow-missing-running"})).status, 1);
 }
 
@@ -94,7 +94,43 @@ TEST_F(FleetTest, IsJoinedFromItsShards) {
     const std::string cut = folder_.put("cut.json", whole.substr(0, whole.size() / 2));
     const Outcome broken = run({"report", cut});
     EXPECT_EQ(broken.status, 2);
-    EXPECT_EQ(broken.err.find("vrrp-valid: " + cut + ": not a whole report"), 0U) << broken.err;
+    EXPECT_EQ(broken.err.find("vrrp-valid: " + cut + ": not a complete report"), 0U) << broken.err;
+}
+
+/// Waits for the command to open `fifo`, and `seconds` more before it gets an empty configuration.
+void feed(const std::string& fifo, unsigned seconds) {
+    const int end = open(fifo.c_str(), O_WRONLY);
+    sleep(seconds);
+    EXPECT_EQ(write(end, "{}", 2), 2);
+    close(end);
+}
+
+TEST_F(FleetTest, ShowsHowFarItIsOnATerminalOnly) {
+    const std::string fifth = folder_ / "candidate/site/device-e.json";
+    const std::string ninth = folder_ / "candidate/site/device-i.json";
+    for (const std::string& fifo : {fifth, ninth}) {
+        fs::remove(fifo);
+        ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    }
+    for (const bool is_terminal : {true, false}) {
+        const std::string err = folder_.put("err", "");
+        Terminal terminal(check({"--jobs", "1"}), {}, [&] {
+            if (!is_terminal && freopen(err.c_str(), "w", stderr) == nullptr) {
+                _exit(127);
+            }
+        });
+        feed(fifth, 1);
+        if (is_terminal) {
+            terminal.answer("\r\033[K5 of 12 candidates, 1 finding, ", "");
+            terminal.answer(" s left", "");
+        }
+        feed(ninth, 0);
+        const Outcome outcome = terminal.finish();
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_EQ(holds(outcome.out, " s left\r\033[K12 candidates: "), is_terminal);
+        EXPECT_EQ(holds(outcome.out, "12 candidates, "), is_terminal) << outcome.out;
+        EXPECT_EQ(content_of(err), "");
+    }
 }
 
 TEST_F(FleetTest, EndsWithWhatIsDoneWhenInterrupted) {
@@ -111,7 +147,8 @@ TEST_F(FleetTest, EndsWithWhatIsDoneWhenInterrupted) {
     const Outcome outcome = terminal.finish();
     EXPECT_EQ(outcome.status, -SIGINT);
     EXPECT_TRUE(holds(outcome.out, "12 candidates: 1 error, 0 warnings")) << outcome.out;
-    EXPECT_TRUE(holds(outcome.out, "interrupted: 7 of 12 candidates not checked")) << outcome.out;
+    EXPECT_TRUE(holds(outcome.out, "interrupted: 7 of 12 candidates were not checked"))
+        << outcome.out;
 }
 
 }  // namespace

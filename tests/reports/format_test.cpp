@@ -118,7 +118,7 @@ TEST(Reports, SayWhatACleanResultDoesNotMean) {
     EXPECT_THAT(format_text({report}, {}),
                 EndsWith("candidate: removes 2 VRRP instances\n"
                          "candidate: skipped 7 nodes that no module describes: a, b\n"
-                         "candidate: skipped, since its module does not have it: "
+                         "candidate: skipped, not defined in its module: "
                          "candidate:3: /config/vlna\n"));
     report.requests = 0;
     for (const char* const format : {"text", "junit"}) {
@@ -140,9 +140,10 @@ TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     EXPECT_EQ(exit_code({report}, true), 1);
     const std::string text = formatted({report}, "text");
     EXPECT_THAT(text, HasSubstr("candidate: 9 errors, 2 warnings in "));
-    EXPECT_THAT(text, HasSubstr("candidate: 8 more errors and 1 more warning of "
-                                "vrrp_ipv4_addr_update_validation; --max-findings shows them\n"
-                                "candidate: 1 more warning of vrrp_version_validation; "));
+    EXPECT_THAT(text,
+                HasSubstr("candidate: 8 more errors and 1 more warning of "
+                          "vrrp_ipv4_addr_update_validation; raise --max-findings to see them\n"
+                          "candidate: 1 more warning of vrrp_version_validation; "));
     EXPECT_EQ(against_schema(formatted({report}, "json")), "");
     const json shown = json::parse(formatted({report}, "json"));
     EXPECT_EQ(shown["summary"]["errors"], 9);
@@ -153,6 +154,30 @@ TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     report.findings.clear();
     report.omitted = {{bare_warning().selector, 0, 1}};
     EXPECT_EQ(exit_code({report}, false), 3);
+}
+
+TEST(Reports, SayInEveryFormatWhatTheyDoNotHold) {
+    Report report = checked("candidate", {changed_address()});
+    report.omitted = {{"vrrp_vrf_validation", 8, 1}};
+    report.skipped = {7, {"a"}, {"candidate:3: /config/vlna"}};
+    for (const std::string& format : report_formats()) {
+        std::string text;
+        ReportOptions options;
+        options.format = format;
+        ReportStream stream(options, [&](const std::string& part) { text += part; });
+        stream.add(report);
+        stream.finish(3);
+        const bool is_json = format == "json";
+        for (const char* const words :
+             {is_json ? "\"errors\": 8" : "8 more errors and 1 more warning of vrrp_vrf_validation",
+              is_json ? "\"nodes\": 7" : "skipped 7 nodes that no module describes: a",
+              "candidate:3: /config/vlna",
+              is_json            ? "\"not_judged\": 3"
+              : format == "text" ? ", 3 not checked"
+                                 : "interrupted: 3 candidates were not checked"}) {
+            EXPECT_THAT(text, HasSubstr(words)) << format;
+        }
+    }
 }
 
 TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {

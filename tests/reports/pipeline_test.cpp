@@ -67,9 +67,6 @@ TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
         EXPECT_NE(issues(other)[0]["fingerprint"], first[0]["fingerprint"]);
     }
     EXPECT_EQ(issues(not_checked("broken"))[0]["severity"], "blocker");
-    moved.omitted = {{"vrrp_vrf_validation", 2, 1}};
-    EXPECT_EQ(issues(moved)[2]["description"],
-              "2 more errors and 1 more warning of vrrp_vrf_validation; --max-findings shows them");
     EXPECT_EQ(format_gitlab({checked("clean", {})}, {}), "[]\n");
 }
 

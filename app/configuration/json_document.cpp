@@ -197,12 +197,13 @@ void JsonReader::read_name(DocumentNode& parent, std::string_view name, std::siz
         return;
     }
     const std::size_t colon = name.find(':');
-    if (colon == std::string_view::npos && is_top) {
+    const bool is_bare = colon == std::string_view::npos;
+    const std::string_view local = is_bare ? name : name.substr(colon + 1);
+    const std::string_view prefix = name.substr(0, is_bare ? 0 : colon);
+    if (prefix.empty() && (is_top || !is_bare)) {
         builder_.refuse(offset, "\"" + std::string(name) + "\" names no module; write \"MODULE:" +
-                                    std::string(name) + "\"");
+                                    std::string(local) + "\"");
     }
-    const std::string_view local = colon == std::string_view::npos ? name : name.substr(colon + 1);
-    const std::string_view prefix = name.substr(0, colon == std::string_view::npos ? 0 : colon);
     if (is_top && is_protocol(prefix)) {
         builder_.refuse(offset, "\"" + std::string(name) +
                                     "\" is no configuration; give a configuration, or an answer "

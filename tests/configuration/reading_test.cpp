@@ -73,6 +73,8 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"<a:system/>", "file:1:1: bad XML"},
         {"<system/>", "file:1:1: <system> has no namespace"},
         {R"({"system": {}})", "file:1:2: \"system\" names no module"},
+        {R"({":a": {}})", "file:1:2: \":a\" names no module"},
+        {R"({"device:system": {":mtu": 70}})", "file:1:20: \":mtu\" names no module"},
         {"<system xmlns='DEVICE'><mtu operation='delete'/></system>",
          "file:1:47: <mtu> has the attribute \"operation\", which has no namespace; write nc:"},
         {"<system xmlns='DEVICE'><mtu xmlns:n='BASE' n:operation='delete'/></system>",

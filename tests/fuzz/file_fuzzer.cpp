@@ -8,7 +8,8 @@
 
 namespace {
 
-void write_and_read_again(const YangModel& model, const Document& document) {
+/// That it cannot be read, or not the same, ends the process.
+void write_and_read_again(const YangModel& model, const Document& document) noexcept {
     const std::string once = write_document(document, document);
     const Document again = model.parse(configuration_from_bytes("written", once), {false, true});
     if (write_document(again, again) != once) {

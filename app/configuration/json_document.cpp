@@ -11,17 +11,18 @@
 
 namespace {
 
-/// The file's text as RapidJSON reads it; it tells where it is at any time.
+/// The file's text as RapidJSON reads it, with NULs without end behind it: the library takes the
+/// bytes that a character of UTF-8 is to have. Tells where it is at any time.
 class TextStream {
   public:
     using Ch = char;
 
-    /// Of `text`, which a NUL follows, from the byte `begin` on.
+    /// Of `text` from the byte `begin` on.
     TextStream(std::string_view text, std::size_t begin)
-        : begin_(text.data()), at_(begin_ + begin) {}
+        : begin_(text.data()), at_(begin_ + begin), end_(begin_ + text.size()) {}
 
-    char Peek() const { return *at_; }
-    char Take() { return *at_++; }
+    char Peek() const { return at_ == end_ ? '\0' : *at_; }
+    char Take() { return at_ == end_ ? '\0' : *at_++; }
     std::size_t Tell() const { return static_cast<std::size_t>(at_ - begin_); }
     // Only a parser that writes into the text calls these.
     char* PutBegin() { return nullptr; }
@@ -31,6 +32,7 @@ class TextStream {
   private:
     const char* begin_;
     const char* at_;
+    const char* end_;
 };
 
 /// What an object or array that has not ended yet holds.

@@ -55,6 +55,7 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"{} {}", "file:1:4: bad JSON"},
         {"{\n \"device:system\": {,}}", "file:2:20: bad JSON"},
         {"{\"device:system\": {\"host-name\": \"\xff\"}}", "file:1:34: bad JSON"},
+        {"{\"a\xe3", "file:1:4: bad JSON"},
         {"<html/>", "file:1:1: <html> is no configuration"},
         {"<hello xmlns='BASE'/>", "file:1:1: <hello> is no configuration"},
         {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>", "file:1:60: <rpc-error> is no config"},

@@ -7,7 +7,10 @@ configure_file(docs/vrrp-valid.1.in vrrp-valid.1 @ONLY)
 execute_process(COMMAND ${GZIP} -9nkf vrrp-valid.1 WORKING_DIRECTORY ${PROJECT_BINARY_DIR} COMMAND_ERROR_IS_FATAL ANY)
 install(FILES ${PROJECT_BINARY_DIR}/vrrp-valid.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES README.md DESTINATION ${docdir})
-install(DIRECTORY docs examples DESTINATION ${docdir} PATTERN *.in EXCLUDE)
+install(DIRECTORY docs examples DESTINATION ${docdir} PATTERN *.in EXCLUDE PATTERN *.sh EXCLUDE)
+install(PROGRAMS examples/fleet/check-shard.sh examples/fleet/parallel.sh examples/fleet/slurm.sh
+  DESTINATION ${docdir}/examples/fleet)
+install(FILES .pre-commit-hooks.yaml DESTINATION ${docdir}/examples RENAME pre-commit-hooks.yaml)
 
 # The changes of this version, as Debian writes them.
 file(READ CHANGELOG.md changes)

@@ -122,7 +122,7 @@ void add_values(const ReadTrees& trees, const Node& node, const ReadLog& log, Fi
                 values.add_read(read.is_running ? "running" : kCandidate, *found, read.is_count);
             }
         } catch (const local_platform::PlatformError&) {
-            finding.note = "The rule could not look at " + std::string(log.path(read)) + kBadName;
+            finding.note = "The rule could not read " + std::string(log.path(read)) + kBadName;
         }
     }
     if (node.schema->kind == NodeKind::leaf) {

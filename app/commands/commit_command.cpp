@@ -25,7 +25,7 @@ struct CommitOptions : CheckOptions {
     bool is_text() const { return report.format == "text"; }
 };
 
-constexpr const char* kOldIsThere = "it is as it was";
+constexpr const char* kOldIsThere = "nothing was changed";
 constexpr const char* kNewIsThere = "the new configuration is in its place";
 
 std::optional<ConfigurationFile> content_of(const LockedFile& file, const std::string& name) {
@@ -219,10 +219,10 @@ Subcommand add_commit_command(CLI::App& app) {
     add_check_options(*command, *options);
     options->checker.difference = true;
     command->add_flag("-y,--yes", options->yes,
-                      "Commit without a question; warnings still need one or --accept-warnings");
+                      "Commit without asking; for warnings, give --accept-warnings as well");
     command
         ->add_option("--lock-timeout", options->lock_timeout,
-                     "How long to wait for another commit; to its end unless given")
+                     "How long to wait for another commit; without it, until that ends")
         ->type_name("SECONDS");
     add_candidates(*command, options->candidates)->expected(1);
     return {command, [options] { return run_commit(*options); }};

@@ -15,7 +15,7 @@ constexpr std::size_t kManyNames = 12;  // more are no help
 
 std::shared_ptr<DocumentSource> make_source(ConfigurationFile file) {
     if (file.bytes.size() > std::numeric_limits<std::int32_t>::max()) {
-        throw CannotCheck(file.name + ": has 2 GiB or more; check it in parts");
+        throw CannotCheck(file.name + ": is 2 GiB or larger; check it in parts");
     }
     return std::make_shared<DocumentSource>(std::move(file));
 }
@@ -56,7 +56,7 @@ const char* kind_of(const lysc_node& node) {
         case LYS_NOTIF:
             return "a notification";
         default:
-            return "state, which no configuration holds";
+            return "state data, not configuration";
     }
 }
 
@@ -122,7 +122,7 @@ const lysc_node* DocumentBuilder::find(const DocumentNode& parent, const lys_mod
     }
     if (found != nullptr) {
         refuse(offset, "\"" + std::string(name) + "\" is " + kind_of(*found) +
-                           "; take it out, or skip it with --ignore-unknown");
+                           "; remove it, or skip it with --ignore-unknown");
     }
     const std::string of_module = parent.schema == nullptr ? std::string(" of ") + module.name : "";
     refuse(offset, name_of(parent) + " has no node \"" + std::string(name) + "\"" + of_module +
@@ -187,8 +187,8 @@ void DocumentBuilder::require_foreign(const SkippedPiece& piece, const lys_modul
                                       std::size_t offset) const {
     if (piece.schema == nullptr && module != nullptr && module != piece.own) {
         refuse(offset, std::string("data of ") + module->name + " inside \"" + piece.name +
-                           "\", which the model does not describe: a check would miss it; take it "
-                           "out of there, or give the module with --yang-dir");
+                           "\", which the model does not describe: a check would miss it; remove "
+                           "it, or give the module with --yang-dir");
     }
 }
 

@@ -42,7 +42,7 @@ void require_format(const Document& document, const DocumentNode& node,
     const DocumentSource& source = *document.sources()[node.source];
     if (has_own_text(node) && source.file.format != format) {
         throw CannotCheck(document.location_of(node),
-                          std::string("what stands here cannot be written as ") +
+                          std::string("this cannot be written as ") +
                               (format == ConfigurationFormat::xml ? "XML" : "JSON") +
                               " without its module; give both configurations in one format");
     }

@@ -206,7 +206,7 @@ class Editor {
             }
             if (touched_.count(other) > 0) {
                 refuse(node, std::string(node.schema->name) + " and " + other->schema->name +
-                                 " are of two cases of a choice; give one of them");
+                                 " belong to two cases of a choice; give only one of them");
             }
             remove(*other);
         }
@@ -345,8 +345,8 @@ class Editor {
             return;  // a new entry is the last one
         }
         if (!is_ordered_by_user(*node.schema)) {
-            refuse(node, describe(node) + " has a place, and the order of " + node.schema->name +
-                             " is the system's; take insert out");
+            refuse(node, describe(node) + " has a position, and the order of " + node.schema->name +
+                             " is up to the system; remove insert");
         }
         DocumentNode* anchor = nullptr;
         if (insertion == Insertion::before || insertion == Insertion::after) {
@@ -409,8 +409,9 @@ class Editor {
             found = find_among(found->next, step);
         }
         if (found == nullptr || anchor.empty()) {
-            refuse(node, "missing-instance: " + describe(node) + " is put beside \"" +
-                             std::string(anchor) + "\", which is not there; name an entry with " +
+            refuse(node, "missing-instance: " + describe(node) + " is to be placed next to \"" +
+                             std::string(anchor) +
+                             "\", which does not exist; name an existing entry with " +
                              (is_list ? "key" : "value"));
         }
         return const_cast<DocumentNode&>(*found);
@@ -426,7 +427,7 @@ class Editor {
              key != nullptr && lysc_is_key(key); key = key->next) {
             if (node.child(key) == nullptr) {
                 refuse(node, std::string(node.schema->name) + " has no " + key->name +
-                                 ", which is a key of it; give it one");
+                                 ", which is one of its keys; add it");
             }
         }
     }

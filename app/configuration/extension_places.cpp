@@ -128,9 +128,9 @@ void require_plain_uses(const std::string& file) {
             keyword = word;
             if (keyword == validate && (open.empty() || !may_hold_uses(open.back()))) {
                 throw CannotCheck(position_in(file, text, words.begin()),
-                                  validate + " stands under " +
+                                  validate + " is under " +
                                       std::string(open.empty() ? "nothing" : open.back()) +
-                                      "; put it into the container, list or leaf itself");
+                                      "; move it into the container, list or leaf itself");
             }
         }
     }

@@ -187,13 +187,13 @@ void JsonReader::read_name(DocumentNode& parent, std::string_view name, std::siz
         return;
     }
     if (is_wrapped_ && levels_.size() == 1) {
-        builder_.refuse(offset, "\"" + std::string(name) + "\" stands beside the configuration's " +
-                                    builder_.document().envelope.name + "; take it out");
+        builder_.refuse(offset, "\"" + std::string(name) + "\" is next to the configuration's " +
+                                    builder_.document().envelope.name + "; remove it");
     }
     if (is_top && is_envelope(name) && levels_.size() == 1) {
         if (parent.first_child != nullptr) {
             builder_.refuse(offset,
-                            "\"" + std::string(name) + "\" stands beside data; give one of them");
+                            "\"" + std::string(name) + "\" is next to data; give only one of them");
         }
         member_.kind = Member::Kind::envelope;
         return;
@@ -208,8 +208,8 @@ void JsonReader::read_name(DocumentNode& parent, std::string_view name, std::siz
     }
     if (is_top && is_protocol(prefix)) {
         builder_.refuse(offset, "\"" + std::string(name) +
-                                    "\" is no configuration; give a configuration, or an answer "
-                                    "that holds one");
+                                    "\" is not a configuration; give a configuration, or an answer "
+                                    "that contains one");
     }
     const NamedModule* const named = prefix.empty() ? nullptr : &builder_.module(prefix);
     const lys_module* const module = named == nullptr ? parent.schema->module : named->module;
@@ -232,7 +232,7 @@ void JsonReader::refuse_value(std::size_t offset, const char* given) {
     const bool is_in_array = levels_.back().kind != Level::Kind::object;
     const lysc_node* const schema = is_in_array ? levels_.back().schema : member_.schema;
     if (schema == nullptr) {
-        builder_.refuse(offset, std::string(given) + " where {...} belongs");
+        builder_.refuse(offset, std::string(given) + " where {...} is expected");
     }
     const std::string name = std::string("\"") + schema->name + "\"";
     const char* wanted = "a value";
@@ -271,7 +271,7 @@ void JsonReader::end_skipped_value(std::size_t end) {
             if (text.find(edit) != std::string_view::npos) {
                 builder_.refuse(member_.offset,
                                 std::string("a JSON file is merged as a whole, so ") + edit +
-                                    " cannot be followed; write the edit "
+                                    " is not supported; write the edit "
                                     "in XML");
             }
         }
@@ -296,7 +296,7 @@ void JsonReader::add_value(DocumentNode& parent, const lysc_node* schema, std::s
 
 bool JsonReader::scalar(ValueKind kind, std::size_t offset, std::string_view text) {
     if (levels_.empty()) {
-        builder_.refuse(offset, "a value where {...} belongs");
+        builder_.refuse(offset, "a value where {...} is expected");
     }
     if (is_skipped(false)) {
         end_skipped_value(stream_.Tell());
@@ -383,7 +383,7 @@ bool JsonReader::EndObject(rapidjson::SizeType /*count*/) {
 bool JsonReader::StartArray() {
     const std::size_t offset = stream_.Tell();
     if (levels_.empty()) {
-        builder_.refuse(offset, "an array where {...} belongs");
+        builder_.refuse(offset, "an array where {...} is expected");
     }
     const Level& level = levels_.back();
     if (is_skipped(true)) {

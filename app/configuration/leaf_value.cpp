@@ -47,8 +47,8 @@ std::string decimal(int64_t number, std::size_t fraction_digits) {
 }
 
 std::string allowed_decimals(const lysc_type_dec& type) {
-    std::string text = "a number with at most " + std::to_string(type.fraction_digits) +
-                       " digits behind the point";
+    std::string text =
+        "a number with at most " + std::to_string(type.fraction_digits) + " digits after the point";
     if (type.range == nullptr) {
         return text;
     }
@@ -233,7 +233,7 @@ std::string wrong_kind(const lysc_node& leaf, ValueKind kind, std::string_view t
         return {};
     }
     if (type.basetype == LY_TYPE_UNION) {
-        return takes(leaf, type, kind, text) ? "" : "is no value of it; write " + allowed(type);
+        return takes(leaf, type, kind, text) ? "" : "is not a valid value; write " + allowed(type);
     }
     if (kind_of(type) == kind) {
         return {};

@@ -32,7 +32,7 @@ std::string first_complaint(const ly_ctx* context, const std::string& file) {
         item = item->next;
     }
     if (item == nullptr) {
-        return file + ": libyang refuses it without a reason";
+        return file + ": libyang refused it and gave no reason";
     }
     const std::string_view location = item->path == nullptr ? "" : item->path;
     const std::string path = quoted_path(location);

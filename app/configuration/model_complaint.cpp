@@ -119,7 +119,8 @@ CannotCheck model_complaint(const ly_ctx& context, const Document& document) {
         item = item->next;
     }
     if (item == nullptr) {
-        return CannotCheck(document.name() + ": the model refuses it without a reason");
+        return CannotCheck(document.name() +
+                           ": the model does not allow it; libyang gave no reason");
     }
     std::string message = item->msg;
     while (!message.empty() && message.back() == '.') {

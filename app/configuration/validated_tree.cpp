@@ -79,7 +79,7 @@ class DataBuilder {
             const DocumentNode* const leaf = node.child(key);
             if (leaf == nullptr) {
                 refuse(node, std::string(node.schema->name) + " has no " + key->name +
-                                 ", which is a key of it; give it one");
+                                 ", which is one of its keys; add it");
             }
             if (count == kMostKeys) {
                 refuse(node, std::string(node.schema->name) + " has too many keys");
@@ -130,7 +130,7 @@ class DataBuilder {
         const std::string what = is_secret(*leaf.schema)
                                      ? "the value of " + name + ", which is not shown,"
                                      : "\"" + std::string(leaf.text) + "\"";
-        refuse(leaf, what + " is no value of " + name + allowed_instead(*leaf.schema));
+        refuse(leaf, what + " is not a value of " + name + allowed_instead(*leaf.schema));
     }
 
     [[noreturn]] void refuse(const DocumentNode& node, const std::string& what_is_wrong) const {

@@ -179,7 +179,7 @@ void XmlReader::read() {
         begin = *end;
     }
     if (builder_.document().is_edit && !has_data_) {
-        builder_.refuse(0, "the edit holds no <config>; give what it changes");
+        builder_.refuse(0, "the edit has no <config>; add one with what it changes");
     }
 }
 
@@ -206,7 +206,7 @@ std::optional<std::size_t> XmlReader::read_one(std::size_t begin) {
     XML_SetStartDoctypeDeclHandler(
         parser, [](void* data, const char*, const char*, const char*, int) {
             self(data).guarded([&] {
-                self(data).refuse("a document type has no place in a configuration; take it out");
+                self(data).refuse("a document type is not allowed in a configuration; remove it");
             });
         });
     XML_SetXmlDeclHandler(parser, [](void* data, const char*, const char* encoding, int) {
@@ -216,7 +216,7 @@ std::optional<std::size_t> XmlReader::read_one(std::size_t begin) {
                 c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
             }
             if (name != "UTF-8" && name != "US-ASCII") {
-                self(data).refuse("its encoding is " + name + "; store it as UTF-8");
+                self(data).refuse("its encoding is " + name + "; save it as UTF-8");
             }
         });
     });
@@ -313,16 +313,17 @@ Level XmlReader::enter(const QualifiedName& name) {
         case Level::Kind::data:
             return enter_data(*around.node, name);
         default:
-            refuse("<" + std::string(name.local) + "> stands in " +
+            refuse("<" + std::string(name.local) + "> is inside " +
                    (around.node == nullptr ? "a parameter" : name_of(*around.node)) +
-                   ", which holds a value only; take it out");
+                   ", which can only have a value; remove it");
     }
 }
 
 void XmlReader::refuse_document(const QualifiedName& name) const {
-    refuse("<" + std::string(name.local) +
-           "> is no configuration; give a configuration, an answer to get-config or get-data, or "
-           "an edit-config");
+    refuse(
+        "<" + std::string(name.local) +
+        "> is not a configuration; give a configuration, an answer to get-config or get-data, or "
+        "an edit-config");
 }
 
 Level XmlReader::enter_outermost(const QualifiedName& name) {
@@ -347,8 +348,8 @@ Level XmlReader::enter_outermost(const QualifiedName& name) {
     }
     Envelope& envelope = builder_.document().envelope;
     if (!envelope.name.empty()) {
-        refuse("<" + std::string(name.local) + "> stands beside <" + envelope.name +
-               ">; give one of them");
+        refuse("<" + std::string(name.local) + "> is next to <" + envelope.name +
+               ">; give only one of them");
     }
     if (!has_data_) {
         envelope.head = head_before(offset());
@@ -359,7 +360,7 @@ Level XmlReader::enter_outermost(const QualifiedName& name) {
 
 Level XmlReader::begin_data(const QualifiedName& name) {
     if (has_data_) {
-        refuse("<" + std::string(name.local) + "> stands beside other data; give one of them");
+        refuse("<" + std::string(name.local) + "> is next to other data; give only one of them");
     }
     has_data_ = true;
     Envelope& envelope = builder_.document().envelope;
@@ -387,7 +388,7 @@ Level XmlReader::enter_edit(const QualifiedName& name) {
         return begin_data(name);
     }
     if (name.local == "url") {
-        refuse("the edit names its data by <url>; give the data in <config>");
+        refuse("the edit refers to its data by <url>; give the data in <config>");
     }
     is_parameter_of_default_ = name.local == "default-operation";
     // Where the edit goes, and what a server does about errors, are nothing to a check.
@@ -404,7 +405,7 @@ Level XmlReader::begin_skip(const SkippedPiece& piece) {
 Level XmlReader::enter_data(DocumentNode& parent, const QualifiedName& name) {
     if (name.xml_namespace.empty()) {
         refuse("<" + std::string(name.local) +
-               "> has no namespace; write xmlns=\"...\" with that of its module");
+               "> has no namespace; add xmlns=\"...\" with that of its module");
     }
     const NamedModule& module = builder_.module(name.xml_namespace);
     if (module.module == nullptr) {
@@ -433,7 +434,7 @@ void XmlReader::read_attributes(const Level& level, const char** attributes) {
                    "\", which has no namespace; " +
                    (name.local == "operation"
                         ? "write nc:operation with xmlns:nc=\"" + std::string(kBase) + "\""
-                        : "take it out"));
+                        : "remove it"));
         }
         const bool is_edit = (name.xml_namespace == kBase && name.local == "operation") ||
                              name.xml_namespace == kYang;
@@ -457,8 +458,8 @@ void XmlReader::require_no_operation(const char** attributes) const {
         }
         if (is_operation && piece_.schema != nullptr) {
             refuse("\"" + piece_.name +
-                   "\" holds any data, and an operation on it cannot be followed; write it at the "
-                   "node above");
+                   "\" can have any data, so an operation inside it is not supported; write it "
+                   "at the node above");
         }
     }
 }
@@ -477,7 +478,7 @@ void XmlReader::read_edit_attribute(DocumentNode& node, const QualifiedName& nam
                 return;
             }
         }
-        refuse(text + " is no operation; write merge, replace, create, delete or remove");
+        refuse(text + " is not an operation; write merge, replace, create, delete or remove");
     }
     if (name.local == "insert") {
         for (const auto& [insertion_name, insertion] : kInsertions) {
@@ -486,10 +487,10 @@ void XmlReader::read_edit_attribute(DocumentNode& node, const QualifiedName& nam
                 return;
             }
         }
-        refuse(text + " is no place; write first, last, before or after");
+        refuse(text + " is not a position; write first, last, before or after");
     }
     if (name.local != "key" && name.local != "value") {
-        refuse(text + " means nothing here; take it out");
+        refuse(text + " has no meaning here; remove it");
     }
     const auto module_of = [this](std::string_view prefix) { return module_of_prefix(prefix); };
     attributes.anchor = name.local == "key"
@@ -510,9 +511,9 @@ void XmlReader::characters(std::string_view text) {
             if (const std::size_t first = text.find_first_not_of(kBlanks);
                 first != std::string_view::npos) {
                 builder_.refuse(offset() + first,
-                                "text stands in " +
+                                "text inside " +
                                     (level.node == nullptr ? "an envelope" : name_of(*level.node)) +
-                                    ", which holds nodes only; take it out");
+                                    ", which can only have nodes; remove it");
             }
             return;
     }
@@ -547,9 +548,9 @@ void XmlReader::end() {
     } else if (level.kind == Level::Kind::parameter) {
         end_parameter();
     } else if (level.kind == Level::Kind::reply && !has_data_) {
-        refuse("<rpc-reply> holds no <data>; give the answer to a get-config or get-data");
+        refuse("<rpc-reply> has no <data>; give the answer to a get-config or get-data");
     } else if (level.kind == Level::Kind::rpc && !has_data_) {
-        refuse("<rpc> holds no <edit-config>; give the edit");
+        refuse("<rpc> has no <edit-config>; add the edit");
     }
     levels_.pop_back();
     if (levels_.size() == 1) {
@@ -607,7 +608,7 @@ std::string_view XmlReader::with_bound_prefixes(const std::optional<std::string>
                                                 std::string_view as_given) {
     if (!value) {
         refuse("\"" + std::string(as_given) +
-               "\" has a prefix that is bound to no module of the model; declare it with xmlns");
+               "\" has a prefix that is not bound to a module of the model; declare it with xmlns");
     }
     return builder_.keep(*value);
 }

@@ -30,7 +30,7 @@ std::vector<std::string> module_names(const std::string& dir) {
         throw CannotCheck(dir + ": the folder of YANG modules cannot be read: " + error.message());
     }
     if (names.empty()) {
-        throw CannotCheck(dir + ": holds no YANG module; name the folder with --yang-dir");
+        throw CannotCheck(dir + ": has no YANG module; name the folder with --yang-dir");
     }
     std::sort(names.begin(), names.end());
     // Several revisions of a module are one module.

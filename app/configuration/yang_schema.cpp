@@ -110,8 +110,8 @@ void require_own_name(const lysc_node& node, const std::vector<const lysc_node*>
         if (std::string_view(sibling->name) == node.name) {
             throw CannotCheck("the modules " + std::string(sibling->module->name) + " and " +
                               node.module->name + " both have a node " + node.name +
-                              " in the same place, and a path cannot tell them apart; leave one of "
-                              "the modules out of the folder");
+                              " in the same place, and a path cannot tell them apart; remove one "
+                              "of the modules from the folder");
         }
     }
 }
@@ -262,7 +262,7 @@ void require_reachable_uses(const lys_module& module) {
     if (!unreachable.empty()) {
         throw CannotCheck(std::string(module.name) + ": " + unreachable.front()->name +
                           ": a validation point can be used on a container, list or leaf of the "
-                          "configuration only; take vp:validate off it");
+                          "configuration only; remove vp:validate from it");
     }
 }
 

@@ -17,7 +17,8 @@ constexpr std::chrono::milliseconds kPause(20);
 constexpr std::chrono::seconds kSilence(1);
 
 [[noreturn]] void fail(const std::string& shown_name) {
-    throw CannotCheck(shown_name + ": cannot be locked; it is as it was: " + last_system_error());
+    throw CannotCheck(shown_name +
+                      ": cannot be locked; nothing was changed: " + last_system_error());
 }
 
 /// The whole file, for writing.
@@ -58,9 +59,10 @@ class Wait {
     void go_on(int file) {
         const Clock::duration waited = Clock::now() - start_;
         if (patience_.seconds && waited >= std::chrono::seconds(*patience_.seconds)) {
-            throw CannotCheck(shown_name_ + ": " + holder_of(file) +
-                              " is committing to it; it is as it was: run the command again, or "
-                              "give a longer --lock-timeout");
+            throw CannotCheck(
+                shown_name_ + ": " + holder_of(file) +
+                " is committing to it; nothing was changed: run the command again, or "
+                "give a longer --lock-timeout");
         }
         if (!was_said_ && waited >= kSilence) {
             was_said_ = true;

@@ -17,7 +17,7 @@ constexpr int kMostLinks = 40;
 constexpr mode_t kFirstMode = S_IRUSR | S_IWUSR | S_IRGRP;
 
 [[noreturn]] void fail(const std::string& file, const char* what) {
-    throw CannotCheck(file + ": " + what + "; it is as it was: " + last_system_error());
+    throw CannotCheck(file + ": " + what + "; nothing was changed: " + last_system_error());
 }
 
 [[noreturn]] void refuse_irregular(const std::string& file) {
@@ -34,11 +34,12 @@ std::filesystem::path resolve(const std::string& file) {
             return path;
         }
         if (error) {
-            throw CannotCheck(file + ": cannot be looked at; it is as it was: " + error.message());
+            throw CannotCheck(file +
+                              ": cannot be examined; nothing was changed: " + error.message());
         }
         path = path.parent_path() / target;
     }
-    throw CannotCheck(file + ": too many symbolic links; it is as it was");
+    throw CannotCheck(file + ": too many symbolic links; nothing was changed");
 }
 
 std::string folder_of(const std::filesystem::path& target) {
@@ -51,7 +52,7 @@ FileDescriptor open_folder(const std::string& shown_name, const std::filesystem:
     struct stat status {};
     const bool exists = stat(target.c_str(), &status) == 0;
     if (!exists && errno != ENOENT) {
-        fail(shown_name, "cannot be looked at");
+        fail(shown_name, "cannot be examined");
     }
     if (exists && !S_ISREG(status.st_mode)) {
         refuse_irregular(shown_name);
@@ -107,7 +108,7 @@ bool LockedFile::Place::is_place_of(const std::string& shown_name) const {
     struct stat named {};
     struct stat opened {};
     if (stat(folder_of(target).c_str(), &named) != 0 || fstat(folder.number(), &opened) != 0) {
-        fail(shown_name, "its folder cannot be looked at");
+        fail(shown_name, "its folder cannot be examined");
     }
     return target.filename() == name && named.st_dev == opened.st_dev &&
            named.st_ino == opened.st_ino;
@@ -138,7 +139,7 @@ void LockedFile::read() {
         fail(shown_name_, "cannot be opened");
     }
     if (fstat(file_.number(), &seen_) != 0) {
-        fail(shown_name_, "cannot be looked at");
+        fail(shown_name_, "cannot be examined");
     }
     if (!S_ISREG(seen_.st_mode)) {
         refuse_irregular(shown_name_);
@@ -146,7 +147,7 @@ void LockedFile::read() {
     try {
         bytes_ = read_all(file_.number(), max_size_);
     } catch (const std::runtime_error& error) {
-        throw CannotCheck(shown_name_ + ": cannot be read; it is as it was: " + error.what());
+        throw CannotCheck(shown_name_ + ": cannot be read; nothing was changed: " + error.what());
     }
 }
 
@@ -158,7 +159,7 @@ bool LockedFile::is_as_it_was_read() const {
     const bool exists =
         fstatat(place_->folder.number(), place_->name.c_str(), &now, AT_SYMLINK_NOFOLLOW) == 0;
     if (!exists && errno != ENOENT) {
-        fail(shown_name_, "cannot be looked at");
+        fail(shown_name_, "cannot be examined");
     }
     if (!exists || !file_.is_open()) {
         return exists == file_.is_open();
@@ -174,7 +175,8 @@ bool LockedFile::is_as_it_was_read() const {
     try {
         return read_all(file_.number(), max_size_) == bytes_;
     } catch (const std::runtime_error& error) {
-        throw CannotCheck(shown_name_ + ": cannot be read again; it is as it was: " + error.what());
+        throw CannotCheck(shown_name_ +
+                          ": cannot be read again; nothing was changed: " + error.what());
     }
 }
 
@@ -190,25 +192,25 @@ std::string LockedFile::replace(const std::string& bytes) const {
                       is_first ? kFirstMode : S_IRUSR | S_IWUSR);
     }));
     if (!file.is_open()) {
-        fail(shown_name_, "no new file can be made beside it");
+        fail(shown_name_, "cannot create a new file next to it");
     }
     TemporaryFile temporary(folder, temporary_name);
     try {
         write_all(file.number(), bytes);
     } catch (const std::system_error& error) {
-        throw CannotCheck(shown_name_ + ": the new file cannot be written; it is as it was: " +
+        throw CannotCheck(shown_name_ + ": the new file cannot be written; nothing was changed: " +
                           error.code().message());
     }
     if (!is_first && !carry_access(file_.number(), file.number())) {
-        fail(shown_name_, "the new file cannot have its owner, permissions and attributes");
+        fail(shown_name_, "the new file cannot get its owner, permissions and attributes");
     }
     if (uninterrupted([&] { return fsync(file.number()); }) != 0) {
         fail(shown_name_, "the new file cannot be written to disk");
     }
     if (!is_as_it_was_read()) {
         throw CannotCheck(shown_name_ +
-                          ": was changed after it was read; nothing was written: run the command "
-                          "again, to check against what it holds now");
+                          ": someone changed it after it was read; nothing was written: run the "
+                          "command again, to check against its new content");
     }
     if (!temporary.rename_to(place_->name)) {
         fail(shown_name_, "cannot be replaced");

@@ -273,7 +273,7 @@ bool survives(bool is_first, std::size_t at, int fault) {
         EXPECT_EQ(outcome.status, 2);
         EXPECT_EQ(outcome.err.find("vrrp-valid: " + router.link + ": "), 0U);
         EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1);
-        EXPECT_EQ(holds(outcome.err, "it is as it was"), !is_new);
+        EXPECT_EQ(holds(outcome.err, "nothing was changed"), !is_new);
         EXPECT_EQ(holds(outcome.err, "the new configuration is in its place"), is_new);
         EXPECT_FALSE(is_first && fs::exists(router.folder / ".running.vrrp-valid-new"));
     }
@@ -358,7 +358,7 @@ TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
         run({"commit", "--yes", "--lock-timeout", "0", "--running", running, kWarned});
     EXPECT_EQ(hasty.status, 2);
     EXPECT_TRUE(holds(hasty.err, running + ": " + holder + " is committing")) << hasty.err;
-    EXPECT_TRUE(holds(hasty.err, "it is as it was")) << hasty.err;
+    EXPECT_TRUE(holds(hasty.err, "nothing was changed")) << hasty.err;
     EXPECT_EQ(run({"commit", "--yes", "--running", folder / "second", kWarned}).status, 0);
 
     // What it waited for has replaced the configuration and has removed the lock's file: it has
@@ -494,7 +494,7 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
     const Arguments commit = {"commit", "--yes", "--running", running, folder.put("new", kNew)};
     const Outcome unread = run(commit, surroundings);
     EXPECT_EQ(unread.status, 2);
-    EXPECT_TRUE(holds(unread.err, running + ": it is as it was, but standard output"))
+    EXPECT_TRUE(holds(unread.err, running + ": nothing was changed, but standard output"))
         << unread.err;
 
     Arguments in_json = commit;
@@ -512,6 +512,6 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
     const Outcome too_large =
         run({"commit", "--yes", "--silent", "--running", limited, folder / "new"}, surroundings);
     EXPECT_EQ(too_large.status, 2);
-    EXPECT_TRUE(holds(too_large.err, "it is as it was: File too large")) << too_large.err;
+    EXPECT_TRUE(holds(too_large.err, "nothing was changed: File too large")) << too_large.err;
     EXPECT_EQ(content_of(limited), "{ }");
 }

@@ -65,7 +65,7 @@ TEST(Edit, DoesWhatEachOperationSays) {
         {"<port><slot>t</slot><number>1</number><link><speed>3</speed></link></port>",
          with("2}}]", R"(2}},{"slot":"t","number":1,"link":{"speed":3}}])")},
         {"<port><slot>s</slot><number>2</number></port>", compact(kRunning)},
-        {"<port><slot>s</slot></port>", "edit:2:45: port has no number, which is a key"},
+        {"<port><slot>s</slot></port>", "edit:2:45: port has no number, which is one of its keys"},
         {"<system><server>d</server></system>", with(R"("c"])", R"("c","d"])")},
         // replace
         {"<system op='replace'><mtu>71</mtu></system>",
@@ -116,12 +116,13 @@ TEST(Edit, DoesWhatEachOperationSays) {
         {"<port><slot op='delete'>s</slot><number>1</number></port>",
          "edit:2:45: slot is a key and"},
         {"<system><mtu>71</mtu><mtu>72</mtu></system>", "edit:2:60: system mtu is given twice"},
-        {"<system><mtu op='erase'/></system>", "edit:2:47: operation=\"erase\" is no operation"},
-        {"<system><mtu>9001</mtu></system>", "edit:2:47: \"9001\" is no value of mtu"},
+        {"<system><mtu op='erase'/></system>",
+         "edit:2:47: operation=\"erase\" is not an operation"},
+        {"<system><mtu>9001</mtu></system>", "edit:2:47: \"9001\" is not a value of mtu"},
         // choices
         {"<system><manual/></system>",
          with(R"("ntp":"n","server":["a","b","c"])", R"("server":["a","b","c"],"manual":{})")},
-        {"<system><ntp>m</ntp><manual/></system>", "edit:2:59: manual and ntp are of two cases"},
+        {"<system><ntp>m</ntp><manual/></system>", "edit:2:59: manual and ntp belong to two cases"},
         {"<system><ntp op='delete'/><manual/></system>",
          with(R"("ntp":"n","server":["a","b","c"])", R"("server":["a","b","c"],"manual":{})")},
     };
@@ -142,10 +143,10 @@ TEST(Edit, PutsEntriesWhereTheUserOrdersThem) {
         {"<server y:insert='first'>c</server><server y:insert='first'>b</server>",
          R"(["b","c","a"])"},
         {"<server op='delete'>b</server><server y:insert='before' y:value='b'>d</server>",
-         "edit:2:86: missing-instance: system server d is put beside \"b\""},
+         "edit:2:86: missing-instance: system server d is to be placed next to \"b\""},
         {"<server y:insert='before'>d</server>", "edit:2:47: missing-instance: "},
-        {"<server y:insert='middle'>d</server>", "edit:2:47: insert=\"middle\" is no place"},
-        {"<mtu y:insert='first'>70</mtu>", "edit:2:47: system mtu has a place"},
+        {"<server y:insert='middle'>d</server>", "edit:2:47: insert=\"middle\" is not a position"},
+        {"<mtu y:insert='first'>70</mtu>", "edit:2:47: system mtu has a position"},
     };
     for (const auto& [edit, order] : rows) {
         const bool is_order = order[0] == '[';
@@ -162,7 +163,7 @@ TEST(Edit, PutsEntriesWhereTheUserOrdersThem) {
     EXPECT_EQ(edited(kRunning, in_config(replaced(move, "INSERT", "after"))), compact(kRunning));
     EXPECT_THAT(
         edited(kRunning, in_config(replaced(replaced(move, "INSERT", "after"), "'p'", "'x'"))),
-        testing::HasSubstr("missing-instance: port s 1 route q is put beside"));
+        testing::HasSubstr("missing-instance: port s 1 route q is to be placed next to"));
 }
 
 TEST(Edit, FollowsTheDefaultOperation) {

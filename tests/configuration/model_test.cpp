@@ -50,18 +50,17 @@ TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
         {{"container c; augment /c { leaf l { type string; " + use + " } }"}, "uses x "},
         {{"grouping g { leaf l { type string; } } container c { uses g { refine l {\n " + use +
           " } } }"},
-         "a.yang:3:2: v:validate stands under refine; put it into the"},
+         "a.yang:3:2: v:validate is under refine; move it into the"},
         {{"container c; augment /c {\ndescription '} // {' + \"\\\"; }\"; " + use + "}"},
-         "a.yang:3:33: v:validate stands under augment; put it into the"},
+         "a.yang:3:33: v:validate is under augment; move it into the"},
         {{"leaf l { type string; }", "import a { prefix a; }\ndeviation /a:l { " + use +
                                          " deviate add "
                                          "{ units 'u'; } }"},
-         "b.yang:3:18: v:validate stands under deviation; put it into the"},
+         "b.yang:3:18: v:validate is under deviation; move it into the"},
         {{"leaf l { type string; }",
           "import a { prefix a; } deviation /a:l { deviate add { " + use + " } }"},
-         "b.yang:2:55: v:validate stands under deviate; put it into the"},
-        {{"leaf-list l { type string; " + use + " }"},
-         "a.yang:2:28: v:validate stands under leaf-"},
+         "b.yang:2:55: v:validate is under deviate; move it into the"},
+        {{"leaf-list l { type string; " + use + " }"}, "a.yang:2:28: v:validate is under leaf-"},
         {{"rpc r { input { leaf l { type string; " + use + " } } }"},
          "a: l: a validation point can"},
         {{"container c { config false; leaf l { type string; " + use + " } }"},

@@ -56,19 +56,19 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"{\n \"device:system\": {,}}", "file:2:20: bad JSON"},
         {"{\"device:system\": {\"host-name\": \"\xff\"}}", "file:1:34: bad JSON"},
         {"{\"a\xe3", "file:1:4: bad JSON"},
-        {"<html/>", "file:1:1: <html> is no configuration"},
-        {"<hello xmlns='BASE'/>", "file:1:1: <hello> is no configuration"},
-        {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>", "file:1:60: <rpc-error> is no config"},
-        {"<rpc-reply xmlns='BASE'></rpc-reply>", "file:1:60: <rpc-reply> holds no <data>"},
-        {"<rpc xmlns='BASE'><get-config/></rpc>", "file:1:54: <get-config> is no configuration"},
-        {R"({"ietf-restconf:errors": {}})", "file:1:2: \"ietf-restconf:errors\" is no config"},
+        {"<html/>", "file:1:1: <html> is not a configuration"},
+        {"<hello xmlns='BASE'/>", "file:1:1: <hello> is not a configuration"},
+        {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>",
+         "file:1:60: <rpc-error> is not a config"},
+        {"<rpc-reply xmlns='BASE'></rpc-reply>", "file:1:60: <rpc-reply> has no <data>"},
+        {"<rpc xmlns='BASE'><get-config/></rpc>", "file:1:54: <get-config> is not a configuration"},
+        {R"({"ietf-restconf:errors": {}})", "file:1:2: \"ietf-restconf:errors\" is not a config"},
         {R"({"ietf-restconf:data": {}, "device:system": {}})", "file:1:28: "},
-        {"<data xmlns='BASE'/><system xmlns='DEVICE'/>",
-         "file:1:56: <system> stands beside <data>"},
+        {"<data xmlns='BASE'/><system xmlns='DEVICE'/>", "file:1:56: <system> is next to <data>"},
         {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "file:1:13: a document type"},
         {"<?xml version='1.0' encoding='latin1'?><a/>", "file:1:1: its encoding is LATIN1"},
-        {"<system xmlns='DEVICE'>\n\t\xc3\xa4</system>", "file:2:2: text stands in system"},
-        {"<system xmlns='DEVICE'><mtu><a/></mtu></system>", "file:1:52: <a> stands in mtu"},
+        {"<system xmlns='DEVICE'>\n\t\xc3\xa4</system>", "file:2:2: text inside system"},
+        {"<system xmlns='DEVICE'><mtu><a/></mtu></system>", "file:1:52: <a> is inside mtu"},
         {"<system xmlns='DEVICE'>", "file:1:47: bad XML"},
         {"<system xmlns='DEVICE'/>x", "file:1:48: bad XML"},
         {"<a:system/>", "file:1:1: bad XML"},
@@ -102,7 +102,7 @@ TEST(Reading, TellsASlipOfThePenFromAnotherModule) {
          "file:1:2: the configuration has no node \"x\" of device; known there: system port; "},
         {R"({"devise:system": {}})",
          "file:1:2: the model has no module \"devise\"; did you mean \"device\"?"},
-        {R"({"device:system": {"uptime": 1}})", "file:1:20: \"uptime\" is state"},
+        {R"({"device:system": {"uptime": 1}})", "file:1:20: \"uptime\" is state data"},
         {R"({"device:alarm": {}})", "file:1:2: \"alarm\" is a notification"},
         {R"({"device:system": {"reboot": {}}})", "file:1:20: \"reboot\" is an operation"},
     };
@@ -140,31 +140,31 @@ TEST(Reading, CountsWhatItSkips) {
 
 TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
     const std::vector<std::pair<std::string, std::string>> rows = {
-        {R"("host-name": "")", "\"\" is no value of host-name; write a text of 1..8 characters"},
+        {R"("host-name": "")", "\"\" is not a value of host-name; write a text of 1..8 characters"},
         {R"("host-name": 5)", "host-name is written as a number; write a string in quotes"},
         {R"("host-name": null)", "\"host-name\" is given as null"},
         {R"("host-name": ["a"])", "\"host-name\" is given as an array; write a value"},
         {R"("secret": "PASS")",
-         "the value of secret, which is not shown, is no value of secret; write a text that "
+         "the value of secret, which is not shown, is not a value of secret; write a text that "
          "matches "
          "[a-z]*"},
-        {R"("code": "ab")", "\"ab\" is no value of code: Two capital letters, such as AB"},
-        {R"("mtu": 1501)", "\"1501\" is no value of mtu; write a number in 68..1500 | 9000"},
+        {R"("code": "ab")", "\"ab\" is not a value of code: Two capital letters, such as AB"},
+        {R"("mtu": 1501)", "\"1501\" is not a value of mtu; write a number in 68..1500 | 9000"},
         {R"("mtu": "1500")", "mtu is written as a string in quotes; write a number"},
         {R"("offset": "1.501")",
-         "\"1.501\" is no value of offset; write a number with at most 2 "
-         "digits behind the point in -1.50..1.50"},
+         "\"1.501\" is not a value of offset; write a number with at most 2 "
+         "digits after the point in -1.50..1.50"},
         {R"("offset": 1.5)", "offset is written as a number; write a string in quotes"},
         {R"("octets": 1)", "octets is written as a number; write a string in quotes"},
         {R"("enabled": "yes")", "enabled is written as a string in quotes; write true or false"},
-        {R"("level": "mid")", "\"mid\" is no value of level; write one of low, high"},
+        {R"("level": "mid")", "\"mid\" is not a value of level; write one of low, high"},
         {R"("kind": "device:copper")",
-         "\"device:copper\" is no value of kind; write an identity of"},
+         "\"device:copper\" is not a value of kind; write an identity of"},
         {R"("optical": null)", "\"optical\" is given as null"},
         {R"("optical": [])", "\"optical\" is given as []; write [null]"},
-        {R"("limit": 10)", "limit is no value of it; write a number in 1..9, or one of none"},
-        {R"("limit": "5")", "limit is no value of it"},
-        {R"("limit": "true")", "limit is no value of it"},
+        {R"("limit": 10)", "limit is not a valid value; write a number in 1..9, or one of none"},
+        {R"("limit": "5")", "limit is not a valid value"},
+        {R"("limit": "true")", "limit is not a valid value"},
         {R"("server": "a")", "\"server\" is given as a value; write [...]"},
         {R"("server": ["a", "a"])", "Duplicate instance of \"server\""},
         {R"("ntp": "a", "manual": {})", "Data for both cases \"ntp\" and \"manual\" exist"},
@@ -192,7 +192,8 @@ TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
         {good + "\n{\"slot\": \"b\", \"number\": 1,\n \"link\": {}}",
          "file:3:2: Mandatory node \"speed\""},
         {good + "\n{\"slot\": \"b\", \"number\": 1}", "file:2:2: Mandatory node \"speed\""},
-        {good + "\n{\"slot\": \"b\",\n\"number\": 256}", "file:3:1: \"256\" is no value of number"},
+        {good + "\n{\"slot\": \"b\",\n\"number\": 256}",
+         "file:3:1: \"256\" is not a value of number"},
     };
     for (const auto& [ports, complaint] : rows) {
         EXPECT_THAT(complaint_about("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
@@ -204,7 +205,7 @@ TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {
     EXPECT_EQ(value_at(named(replaced(kind, "KIND", "x:laser")), "/system/kind"), "optics:laser");
     EXPECT_EQ(value_at(named(replaced(kind, "KIND", " fibre\n")), "/system/kind"), "device:fibre");
     EXPECT_THAT(complaint_about(named(replaced(kind, "KIND", "optics:laser"))),
-                testing::HasSubstr("\"optics:laser\" has a prefix that is bound to no module"));
+                testing::HasSubstr("\"optics:laser\" has a prefix that is not bound to a module"));
     const std::string peer =
         "<e:system xmlns:e='DEVICE' xmlns:x='OPTICS'><e:peer>/e:port[e:slot=':x:'][e:number='1']"
         "/x:wavelength</e:peer></e:system>";

@@ -3,14 +3,10 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <csignal>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
@@ -41,33 +37,8 @@ int exit_code(int status) {
 
 }  // namespace
 
-std::string place_for_folders() {
-    const std::string in_memory = "/dev/shm/";
-    const bool is_usable = access(in_memory.c_str(), W_OK) == 0 &&
-                           getxattr(in_memory.c_str(), "user.any", nullptr, 0) < 0 &&
-                           errno == ENODATA;
-    return is_usable ? in_memory : testing::TempDir();
-}
-
-std::string Folder::put(const std::string& name, const std::string& bytes) const {
-    std::ofstream(*this / name, std::ios::binary) << bytes;
-    return *this / name;
-}
-
-std::string content_of(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
-}
-
-std::string replaced(std::string text, const std::string& word, const std::string& by) {
-    for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; at += by.size()) {
-        text.replace(at, word.size(), by);
-    }
-    return text;
 }
 
 Outcome run(const Arguments& arguments, const Surroundings& surroundings) {

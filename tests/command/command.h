@@ -1,33 +1,13 @@
 /// Runs the installed command as an operator, a pipeline or a debugger does.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <functional>
 #include <map>
-#include <string>
 #include <vector>
 
-/// Where tests write: in memory, where that holds extended attributes, since each commit waits
-/// twice for a disk.
-std::string place_for_folders();
+#include "folder.h"
 
-/// A folder of one test's own, removed when it goes.
-struct Folder {
-    Folder() { EXPECT_NE(mkdtemp(path.data()), nullptr); }
-    Folder(const Folder&) = delete;
-    ~Folder() { std::filesystem::remove_all(path); }
-    std::string operator/(const std::string& name) const { return path + "/" + name; }
-    /// Writes the file `name` and gives its path.
-    std::string put(const std::string& name, const std::string& bytes) const;
-
-    std::string path = place_for_folders() + "vrrp-valid-XXXXXX";
-};
-
-std::string content_of(const std::string& file);
 bool holds(const std::string& text, const std::string& part);
-std::string replaced(std::string text, const std::string& word, const std::string& by);
 
 struct Outcome {
     int status;       ///< the exit code, or minus the signal that ended the command

@@ -1,38 +1,30 @@
 // Models that would let something go unchecked are refused.
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "support.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// What is wrong with a model of `modules`, whose bodies stand in for a whole module each.
 std::string complaint_about_model(const std::vector<std::string>& bodies) {
-    std::string folder = testing::TempDir() + "model-XXXXXX";
-    EXPECT_NE(mkdtemp(folder.data()), nullptr);
-    fs::copy_file(VALIDATION_POINT, folder + "/validation-point.yang");
-    char name = 'a';
+    const Folder folder;
+    std::filesystem::copy(VALIDATION_POINT, folder.path);
+    std::string name = "a";
     for (const std::string& body : bodies) {
-        std::ofstream(folder + "/" + name + ".yang")
-            << "module " << name << " { yang-version 1.1; namespace \"urn:" << name << "\"; prefix "
-            << name << "; import validation-point { prefix \"v\"; }\n"
-            << body << "\n}\n";
-        ++name;
+        folder.put(name + ".yang",
+                   "module " + name + " { yang-version 1.1; namespace \"urn:" + name +
+                       "\"; prefix " + name + "; import validation-point { prefix \"v\"; }\n" +
+                       body + "\n}\n");
+        ++name[0];
     }
     std::string complaint;
     try {
-        const YangModel model(folder);
-        for (const std::string& selector : model.selectors()) {
+        for (const std::string& selector : YangModel(folder.path).selectors()) {
             complaint += "uses " + selector + " ";
         }
     } catch (const CannotCheck& error) {
-        complaint = replaced(error.what(), folder + "/", "");
+        complaint = replaced(error.what(), folder / "", "");
     }
-    fs::remove_all(folder);
     return complaint;
 }
 

@@ -1,10 +1,9 @@
 /// Configurations of the tests' own model, as text.
 #pragma once
 
-#include <string>
-
 #include "configuration/yang_model.h"
 #include "errors/cannot_check.h"
+#include "folder.h"
 
 inline const YangModel& test_model() {
     static const YangModel model(TEST_YANG_DIR);
@@ -23,13 +22,6 @@ inline std::string complaint_about(const std::string& text, const ReadOptions& o
     } catch (const CannotCheck& error) {
         return error.what();
     }
-}
-
-inline std::string replaced(std::string text, const std::string& word, const std::string& by) {
-    for (std::size_t at = 0; (at = text.find(word, at)) != std::string::npos; at += by.size()) {
-        text.replace(at, word.size(), by);
-    }
-    return text;
 }
 
 /// `xml` with the namespaces that NETCONF and the model have.

@@ -1,7 +1,6 @@
 // What is written means what was read, and stays as it is when it is read and written again.
 #include <gmock/gmock.h>
 
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "configuration/document_writer.h"
@@ -10,8 +9,7 @@
 namespace {
 
 std::string data(const std::string& name) {
-    std::ifstream stream(TEST_DATA_DIR "/" + name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+    return content_of(TEST_DATA_DIR "/" + name);
 }
 
 /// `text` read, and written like the file `like`.

@@ -3,10 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <fstream>
-
 #include "errors/cannot_check.h"
+#include "folder.h"
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
@@ -17,24 +15,15 @@ namespace {
 class PairingTest : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_NE(mkdtemp(folder_.data()), nullptr);
-        fs::current_path(folder_);
+        fs::current_path(folder_.path);
         for (const char* const file :
              {"new/a.json", "new/b.xml", "new/c/d.json", "new/c/d.xml", "new/notes.txt",
               "other.xml", "now/a.json", "now/a.xml", "now/b.json", "now/c/d.json", "now/gone.json",
               "text/notes.txt"}) {
-            put(file, "{}");
+            folder_.put(file, "{}");
         }
     }
-    void TearDown() override {
-        fs::current_path("/");
-        fs::remove_all(folder_);
-    }
-
-    static void put(const std::string& file, const std::string& text) {
-        fs::create_directories(fs::absolute(file).parent_path());
-        std::ofstream(file) << text;
-    }
+    void TearDown() override { fs::current_path("/"); }
 
     /// "candidate running" of each pair, "candidate !running" where that is the problem.
     static std::vector<std::string> pairs(const PairingOptions& options) {
@@ -55,8 +44,7 @@ class PairingTest : public testing::Test {
         return "none";
     }
 
-  private:
-    std::string folder_ = testing::TempDir() + "pairing-XXXXXX";
+    Folder folder_;
 };
 
 TEST_F(PairingTest, FindsThePartnerByItsPathBelowTheFolder) {
@@ -74,14 +62,14 @@ TEST_F(PairingTest, FindsThePartnerByItsPathBelowTheFolder) {
 }
 
 TEST_F(PairingTest, TakesAListBehindTheArguments) {
-    put("list", "other.xml\tnow/gone.json\r\n\nnew/a.json\nother.xml\tmissing.json\n");
+    folder_.put("list", "other.xml\tnow/gone.json\r\n\nnew/a.json\nother.xml\tmissing.json\n");
     EXPECT_THAT(pairs({{"new/b.xml"}, "now", "list", false}),
                 ElementsAre("new/b.xml now/b.json", "other.xml now/gone.json",
                             "new/a.json now/a.json", "other.xml !missing.json"));
 }
 
 TEST_F(PairingTest, SaysWhatIsWrongWithAFolderOrList) {
-    put("list", "other.xml\n\tx\n");
+    folder_.put("list", "other.xml\n\tx\n");
     EXPECT_THAT(complaint({{"text"}, "now", "", false}), HasSubstr("text: holds no .json"));
     EXPECT_THAT(complaint({{}, "now", "list", false}), HasSubstr("list:2: "));
     EXPECT_THAT(complaint({{}, "now", "missing", false}), HasSubstr("missing: "));

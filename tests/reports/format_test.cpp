@@ -4,13 +4,12 @@
 #include <rapidjson/schema.h>
 #include <rapidjson/stringbuffer.h>
 
-#include <fstream>
-#include <iterator>
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 
 #include "commands/exit_code.h"
 #include "errors/cannot_check.h"
+#include "folder.h"
 #include "reports/json_reader.h"
 #include "reports/report_format.h"
 #include "reports/report_stream.h"
@@ -35,9 +34,8 @@ std::string formatted(const std::vector<Report>& reports, const std::string& for
 
 /// What the schema in docs/ has against `text`; nothing when it is as described.
 std::string against_schema(const std::string& text) {
-    std::ifstream file(REPORT_SCHEMA);
     rapidjson::Document schema;
-    schema.Parse(std::string(std::istreambuf_iterator<char>(file), {}).c_str());
+    schema.Parse(content_of(REPORT_SCHEMA).c_str());
     EXPECT_FALSE(schema.HasParseError());
     rapidjson::Document document;
     if (document.Parse(text.c_str()).HasParseError()) {

@@ -131,13 +131,11 @@ TEST(Value, IsOneOfItsTypeAndPrintedInItsCanonicalForm) {
         node.enums = {{3, "low"}, {0, "high"}};
         const auto model = std::make_shared<const SchemaNode>(container("", {node}));
         for (const auto& [text, expected] : texts) {
-            std::string shown(64, '#');
+            char shown[64] = "refused";
             try {
                 const DataTree tree = tree_of(model, {{"leaf", text}});
-                const int size = confd_pp_value(shown.data(), 64, &tree.find("leaf")->value);
-                shown.resize(static_cast<std::size_t>(size));
+                confd_pp_value(shown, sizeof shown, &tree.find("leaf")->value);
             } catch (const PlatformError&) {
-                shown = refused;
             }
             EXPECT_EQ(shown, expected) << text << " of type " << type;
         }

@@ -41,6 +41,15 @@ bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+testing::AssertionResult ended(const Outcome& outcome, int status, const Arguments& texts) {
+    bool is_as_told = outcome.status == status;
+    for (const std::string& text : texts) {
+        is_as_told = is_as_told && holds(outcome.out + outcome.err, text);
+    }
+    return testing::AssertionResult(is_as_told)
+           << outcome.status << ": " << outcome.out + outcome.err;
+}
+
 Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     const Folder streams;
     const std::string in = streams.put("in", surroundings.input);

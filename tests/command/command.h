@@ -9,6 +9,8 @@
 
 bool holds(const std::string& text, const std::string& part);
 
+using Arguments = std::vector<std::string>;
+
 struct Outcome {
     int status;       ///< the exit code, or minus the signal that ended the command
     std::string out;  ///< a terminal's: everything that it showed
@@ -16,7 +18,9 @@ struct Outcome {
     bool echoes = true;  ///< whether the terminal echoes in the end
 };
 
-using Arguments = std::vector<std::string>;
+/// Whether it ended with `status`, and says each of the texts.
+testing::AssertionResult ended(const Outcome& outcome, int status, const Arguments& texts);
+
 using Variables = std::map<std::string, std::string>;
 
 struct Surroundings {

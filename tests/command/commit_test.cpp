@@ -354,11 +354,9 @@ TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     const int other = make_locked(lock);
     const std::string holder = "process " + std::to_string(getpid());
 
-    const Outcome hasty =
-        run({"commit", "--yes", "--lock-timeout", "0", "--running", running, kWarned});
-    EXPECT_EQ(hasty.status, 2);
-    EXPECT_TRUE(holds(hasty.err, running + ": " + holder + " is committing")) << hasty.err;
-    EXPECT_TRUE(holds(hasty.err, "nothing was changed")) << hasty.err;
+    EXPECT_TRUE(
+        ended(run({"commit", "--yes", "--lock-timeout", "0", "--running", running, kWarned}), 2,
+              {running + ": " + holder + " is committing", "nothing was changed"}));
     EXPECT_EQ(run({"commit", "--yes", "--running", folder / "second", kWarned}).status, 0);
 
     // What it waited for has replaced the configuration and has removed the lock's file: it has
@@ -369,9 +367,7 @@ TEST(Commit, WaitsForAnotherOfTheSameFileOnly) {
     fs::rename(folder / "new", running);
     fs::remove(lock);
     close(other);
-    const Outcome outcome = patient.finish();
-    EXPECT_EQ(outcome.status, 0) << outcome.out;
-    EXPECT_TRUE(holds(outcome.out, "no changes")) << outcome.out;
+    EXPECT_TRUE(ended(patient.finish(), 0, {"no changes"}));
     EXPECT_EQ(content_of(running), content_of(kWarned) + "\n");
     EXPECT_FALSE(fs::exists(lock));
 }
@@ -416,8 +412,7 @@ TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
                 EXPECT_EQ(std::system(("cd " + folder.path + "; " + change).c_str()), 0);
                 left = content_of(running);
             });
-        EXPECT_EQ(outcome.status, 2) << outcome.out;
-        EXPECT_TRUE(holds(outcome.out, "nothing was written")) << outcome.out;
+        EXPECT_TRUE(ended(outcome, 2, {"nothing was written"}));
         EXPECT_EQ(content_of(running), left);
         EXPECT_FALSE(fs::exists(folder / ".running.vrrp-valid-new"));
     }
@@ -427,8 +422,7 @@ TEST(Commit, OfAFirstConfigurationReplacesNoneThatCameMeanwhile) {
     const Folder folder;
     const Arguments commit = {"commit", "--running", folder / "running", folder.put("new", kNew)};
     const Outcome outcome = confirm_after(commit, [&] { folder.put("running", kOld); });
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_TRUE(holds(outcome.out, "nothing was written")) << outcome.out;
+    EXPECT_TRUE(ended(outcome, 2, {"nothing was written"}));
     EXPECT_EQ(content_of(folder / "running"), kOld);
 }
 
@@ -442,10 +436,8 @@ TEST(Commit, IsNotMadeWhereTheLinkNoLongerLeads) {
         }
         return kLetThrough;
     };
-    const Outcome outcome = commit_watched(router.link, router.folder.path, decide);
-    EXPECT_EQ(outcome.status, 2);
-    EXPECT_TRUE(holds(outcome.err, router.link + ": ")) << outcome.err;
-    EXPECT_TRUE(holds(outcome.err, "nothing was written")) << outcome.err;
+    EXPECT_TRUE(ended(commit_watched(router.link, router.folder.path, decide), 2,
+                      {router.link + ": ", "nothing was written"}));
     EXPECT_EQ(content_of(router.running) + content_of(other), kOld + kOld);
 }
 
@@ -454,9 +446,8 @@ TEST(Commit, RefusesWhatIsNoRegularFileBeforeItWaits) {
     EXPECT_EQ(mkfifo((folder / "fifo").c_str(), 0600), 0);
     fs::create_symlink("/dev/null", folder / "link to a device");
     for (const std::string name : {"fifo", "link to a device", "", "."}) {
-        const Outcome outcome = run({"commit", "--running", folder / name, kWarned});
-        EXPECT_EQ(outcome.status, 2);
-        EXPECT_TRUE(holds(outcome.err, (folder / name) + ": not a regular file")) << outcome.err;
+        EXPECT_TRUE(ended(run({"commit", "--running", folder / name, kWarned}), 2,
+                          {(folder / name) + ": not a regular file"}));
     }
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path), {}), 2);
 }
@@ -471,16 +462,13 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
     };
     const std::string running = folder.put("running", "{ }");
     const Arguments commit = {"commit", "--yes", "--running", running, folder.put("new", kNew)};
-    const Outcome unread = run(commit, surroundings);
-    EXPECT_EQ(unread.status, 2);
-    EXPECT_TRUE(holds(unread.err, running + ": nothing was changed, but standard output"))
-        << unread.err;
+    EXPECT_TRUE(ended(run(commit, surroundings), 2,
+                      {running + ": nothing was changed, but standard output"}));
 
     Arguments in_json = commit;
     in_json.insert(in_json.end(), {"--format", "json"});
-    const Outcome unreported = run(in_json, surroundings);
-    EXPECT_EQ(unreported.status, 2);
-    EXPECT_TRUE(holds(unreported.err, running + ": the new configuration is in its place, but"));
+    EXPECT_TRUE(ended(run(in_json, surroundings), 2,
+                      {running + ": the new configuration is in its place, but"}));
     EXPECT_EQ(content_of(running), kNew);
 
     surroundings.before = [] {
@@ -488,9 +476,8 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
         setrlimit(RLIMIT_FSIZE, &limit);
     };
     const std::string limited = folder.put("limited", "{ }");
-    const Outcome too_large =
-        run({"commit", "--yes", "--silent", "--running", limited, folder / "new"}, surroundings);
-    EXPECT_EQ(too_large.status, 2);
-    EXPECT_TRUE(holds(too_large.err, "nothing was changed: File too large")) << too_large.err;
+    EXPECT_TRUE(ended(
+        run({"commit", "--yes", "--silent", "--running", limited, folder / "new"}, surroundings), 2,
+        {"nothing was changed: File too large"}));
     EXPECT_EQ(content_of(limited), "{ }");
 }

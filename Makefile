@@ -40,7 +40,7 @@ lint: deps-build deps-test deps-lint deps-bench
 format: deps-lint
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
-## make install             install below PREFIX, /usr/local unless given; DESTDIR stands before it
+## make install             install below PREFIX, /usr/local unless given; DESTDIR goes before it
 install: programs
 	@scripts/install.sh $(BUILD) $(PREFIX)
 
@@ -87,7 +87,7 @@ build-bench: deps-build deps-bench
 	  -DBUILD_TESTING=OFF
 	cmake --build build-bench --parallel $(JOBS)
 
-## make bench               time of requests and whole checks, beside their floor and YANG must
+## make bench               time of single rules and whole checks, beside their floor and YANG must
 bench: build-bench
 	bench/run.sh build-bench
 

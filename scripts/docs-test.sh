@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Runs every command that README and docs show, so that none of them can rot. A "console" block is a transcript:
-# each line after "$ " is run, and must print what stands below it. A "sh" block is run line by line; of a make
+# each line after "$ " is run, and must print what is below it. A "sh" block is run line by line; of a make
 # target, which has a run of its own in CI, only the name is checked. Paths are those of a tree built in build/.
 # usage: docs-test.sh BUILD_DIR [--update]
 set -euo pipefail

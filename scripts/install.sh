@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what was built below PREFIX, or with --remove takes away what installing would put there. DESTDIR stands
+# Installs what was built below PREFIX, or with --remove takes away what installing would put there. DESTDIR is put
 # before every path, as packagers use it. usage: install.sh BUILD_DIR PREFIX [--remove]
 set -euo pipefail
 build=$1

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Everything that can be judged without running it.
+# Everything that can be checked without running it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 log=$(mktemp)

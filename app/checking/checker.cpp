@@ -67,7 +67,8 @@ Checker::Checker(const CheckerOptions& options)
       difference_(options.difference),
       max_findings_(options.max_findings),
       threads_(options.threads),
-      reading_{options.is_edit, options.ignore_unknown} {
+      reading_{options.is_edit, options.ignore_unknown},
+      times_rules_(options.times_rules) {
     require_known(selectors_, model_.selectors());
 }
 
@@ -125,7 +126,8 @@ Report Checker::check(const Configuration& candidate, const Running& running,
     }
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
-    RuleWalk walk{model_, host_, selectors_, nullptr, max_findings_, threads_, effort.stop};
+    RuleWalk walk{model_,        host_,    selectors_,  nullptr,
+                  max_findings_, threads_, effort.stop, times_rules_};
     if (effort.shows_progress) {
         walk.on_progress = show;
     }

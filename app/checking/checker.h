@@ -19,6 +19,7 @@ struct CheckerOptions {
     std::size_t threads = 1;             ///< that make the requests of one candidate, at most
     bool is_edit = false;                ///< candidates are edits even when they do not say so
     bool ignore_unknown = false;         ///< skip nodes that the model's modules do not have
+    bool times_rules = false;            ///< whether reports tell how long each rule took
 };
 
 /// A running configuration, parsed once for all candidates.
@@ -76,4 +77,5 @@ class Checker {
     std::size_t max_findings_;
     std::size_t threads_;
     ReadOptions reading_;
+    bool times_rules_;
 };

@@ -1,4 +1,4 @@
-/// Where what a check found stands in the files.
+/// Where in the files the findings of a check are.
 #pragma once
 
 #include "checking/report.h"

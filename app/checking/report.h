@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -74,6 +75,7 @@ struct Report {
     std::vector<SourceFile> sources;      ///< that findings are in; none without findings
     std::optional<bool> committed;        ///< nothing for a check
     double seconds = 0;                   ///< how long the check took
+    std::map<std::string, double> rule_seconds;  ///< the same of each rule, when it was measured
 
     /// All findings of `severity`, omitted ones as well.
     std::size_t count(Severity severity) const {

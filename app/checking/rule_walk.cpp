@@ -1,11 +1,13 @@
 #include "checking/rule_walk.h"
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <mutex>
 #include <optional>
 #include <system_error>
 #include <thread>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "checking/read_values.h"
@@ -92,6 +94,9 @@ class RequestList {
     const local_platform::DataTree& running_;
 };
 
+using Clock = std::chrono::steady_clock;
+using RuleTimes = std::unordered_map<const ValidationUse*, Clock::duration>;
+
 /// Puts the findings of all threads into the report, in the order of their requests.
 class Collector {
   public:
@@ -129,6 +134,13 @@ class Collector {
             if (walk_.on_progress) {
                 walk_.on_progress(report_);
             }
+        }
+    }
+
+    void add_times(const RuleTimes& times) {
+        const std::lock_guard lock(mutex_);
+        for (const auto& [use, time] : times) {
+            report_.rule_seconds[use->selector] += std::chrono::duration<double>(time).count();
         }
     }
 
@@ -185,16 +197,24 @@ class Worker {
             try {
                 std::vector<Finding> findings;
                 for (std::size_t i = first; i < collector_.end_of(first); ++i) {
-                    make(requests[i], findings);
+                    walk_.times_rules ? make_timed(requests[i], findings)
+                                      : make(requests[i], findings);
                 }
                 collector_.finish(first, std::move(findings));
             } catch (...) {
                 collector_.fail(first, std::current_exception());
             }
         }
+        collector_.add_times(times_);
     }
 
   private:
+    void make_timed(const Request& request, std::vector<Finding>& findings) {
+        const auto start = Clock::now();
+        make(request, findings);
+        times_[request.use] += Clock::now() - start;
+    }
+
     local_platform::Verdict ask(const Request& request) {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(*request.node, kp);
@@ -254,6 +274,7 @@ class Worker {
     Collector& collector_;
     local_platform::Instance instance_;
     std::unordered_set<const ValidationUse*> refusing_;
+    RuleTimes times_;
     ReadLog log_;
 };
 

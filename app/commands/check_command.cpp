@@ -163,8 +163,9 @@ Subcommand add_check_command(CLI::App& app) {
                 options->report.counts_clean =
                     !options->files_from.empty() ||
                     std::any_of(options->candidates.begin(), options->candidates.end(), is_folder);
-                // The page tells the whole change.
+                // The page shows the whole change.
                 options->checker.difference |= options->report.format == "html";
+                options->checker.times_rules = options->report.format == "junit";
                 return run_check(*options);
             }};
 }

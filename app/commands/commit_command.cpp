@@ -225,5 +225,8 @@ Subcommand add_commit_command(CLI::App& app) {
                      "How long to wait for another commit; without it, until that ends")
         ->type_name("SECONDS");
     add_candidates(*command, options->candidates)->expected(1);
-    return {command, [options] { return run_commit(*options); }};
+    return {command, [options] {
+                options->checker.times_rules = options->report.format == "junit";
+                return run_commit(*options);
+            }};
 }

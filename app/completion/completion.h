@@ -22,7 +22,7 @@ Completion completion_of(const CLI::App& app, const CLI::Option& option);
 /// "-q", "--quiet"; nothing for an argument without a name.
 std::vector<std::string> option_names(const CLI::Option& option);
 
-/// `text` in single quotes of a shell, in which `quote` stands for one.
+/// `text` in single quotes of a shell, in which `quote` replaces one.
 std::string quoted(const std::string& text, const std::string& quote);
 
 std::vector<const CLI::App*> subcommands_of(const CLI::App& app);

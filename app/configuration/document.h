@@ -38,7 +38,7 @@ enum class Insertion : std::uint8_t { unset, first, last, before, after };
 struct Annotation {
     std::string_view xml_namespace;
     std::string_view name;
-    std::string_view value;  ///< in JSON as it stands in the file
+    std::string_view value;  ///< in JSON as it is in the file
 };
 
 struct NamespaceBinding {
@@ -52,7 +52,7 @@ struct NodeAttributes {
     Insertion insertion = Insertion::unset;
     std::string_view anchor;  ///< of before and after: the entry's keys, or a value
     std::vector<Annotation> annotations;
-    std::vector<NamespaceBinding> namespaces;  ///< in scope where a skipped element stands
+    std::vector<NamespaceBinding> namespaces;  ///< in scope where a skipped element is
 };
 
 /// A node of the file, or a piece of text that the model does not describe.
@@ -62,8 +62,7 @@ struct DocumentNode {
     DocumentNode* first_child = nullptr;
     DocumentNode* last_child = nullptr;
     DocumentNode* next = nullptr;
-    std::string_view
-        text;  ///< a value, module names for its prefixes; a skipped piece as it stands
+    std::string_view text;  ///< a value, module names for its prefixes; a skipped piece unchanged
     const NodeAttributes* attributes = nullptr;  ///< null for a node without any
     std::uint32_t offset = 0;                    ///< of the node's name in the file
     std::uint8_t source = 0;                     ///< which file of the document
@@ -89,12 +88,12 @@ struct DocumentSource {
     NodeStore store;
 };
 
-/// What stands around the data, and stays when the file is written again.
+/// What is around the data, and stays when the file is written again.
 struct Envelope {
     std::string name;  ///< of the member that holds the data, or the element; empty for none
     std::string head;  ///< of XML: what the file has before the data, without a byte order mark
     std::string tail;  ///< of XML: what it has behind
-    std::string default_namespace;  ///< of XML: where the data stands
+    std::string default_namespace;  ///< of XML: where the data is
     unsigned depth = 0;             ///< of XML: how many elements are around the data
 };
 
@@ -114,7 +113,7 @@ class Document {
     /// Whether this is what an edit made of a running configuration.
     bool is_from_edit() const { return sources_.size() > 1; }
 
-    /// Where `node` stands: its name; of a list entry that of its first key.
+    /// Where `node` is: its name; of a list entry that of its first key.
     Location location_of(const DocumentNode& node) const;
 
     /// The node at `path`, a keypath or one of libyang's data paths; the nearest one above it when
@@ -125,7 +124,7 @@ class Document {
     /// without one.
     static const DocumentNode* find_again(std::string_view path, const DocumentNode& node);
 
-    /// Where the node that find() finds stands; unknown for the root.
+    /// Where the node that find() finds is; unknown for the root.
     Location locate(std::string_view path) const;
 
     Skipped skipped;

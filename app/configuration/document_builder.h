@@ -31,7 +31,7 @@ struct NamedModule {
 /// A piece of text that the model does not describe, while it is being read.
 struct SkippedPiece {
     DocumentNode* parent = nullptr;
-    const lysc_node* schema = nullptr;  ///< of anydata, which is kept as it stands; otherwise null
+    const lysc_node* schema = nullptr;  ///< of anydata, which is kept unchanged; otherwise null
     const lys_module* own = nullptr;    ///< the known module that an unknown node claims to be of
     std::size_t begin = 0;
     std::string name;

@@ -1,4 +1,4 @@
-/// Where the statements of the module validation-point stand in other modules.
+/// Where other modules use the statements of the module validation-point.
 #pragma once
 
 #include <string>

@@ -105,7 +105,7 @@ class JsonReader {
     bool EndObject(rapidjson::SizeType /*count*/);
     bool StartArray();
     bool EndArray(rapidjson::SizeType /*count*/);
-    // Numbers are reported as they stand, never as these.
+    // Numbers are reported as written, never as these.
     bool Int(int) { return false; }
     bool Uint(unsigned) { return false; }
     bool Int64(int64_t) { return false; }
@@ -115,7 +115,7 @@ class JsonReader {
   private:
     std::size_t begin_of(std::size_t size) const { return stream_.Tell() - size; }
     std::size_t begin_of_string() const;
-    /// The string that just ended, in the file's text when it stands there unescaped.
+    /// The string that just ended, in the file's text when it is unescaped there.
     std::string_view kept(std::string_view string);
 
     bool scalar(ValueKind kind, std::size_t offset, std::string_view text);

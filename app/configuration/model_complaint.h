@@ -7,5 +7,5 @@
 struct ly_ctx;
 
 /// The first error that `context` noted since its errors were last cleared: which node of
-/// `document` it is about, where that stands, and what is wrong. The later ones follow from it.
+/// `document` it is about, where that is, and what is wrong. The later ones follow from it.
 CannotCheck model_complaint(const ly_ctx& context, const Document& document);

@@ -448,7 +448,7 @@ void XmlReader::read_attributes(const Level& level, const char** attributes) {
     }
 }
 
-/// An operation must not be overlooked because its element is kept as it stands.
+/// An operation must not be overlooked because its element is kept unchanged.
 void XmlReader::require_no_operation(const char** attributes) const {
     for (; *attributes != nullptr; attributes += 2) {
         const QualifiedName name = split(attributes[0]);

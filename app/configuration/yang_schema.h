@@ -10,7 +10,7 @@
 struct lys_module;
 struct lysc_node;
 
-/// One message of a rule; a word in angle brackets stands for what it names.
+/// One message of a rule; a word in angle brackets is replaced by what it names.
 struct RuleMessage {
     bool is_warning;
     std::string text;

@@ -8,7 +8,7 @@
 
 class FileDescriptor {
   public:
-    /// Takes `number`; a negative one stands for none.
+    /// Takes `number`; a negative one is none.
     explicit FileDescriptor(int number) : number_(number) {}
     FileDescriptor(FileDescriptor&& other) noexcept;
     FileDescriptor& operator=(FileDescriptor&& other) noexcept;

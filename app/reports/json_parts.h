@@ -6,6 +6,6 @@
 #include "reports/totals.h"
 
 std::string json_begin();
-/// Between two of them stands ",\n".
+/// Between two of them is ",\n".
 std::string json_item(const Report& report);
 std::string json_end(const Totals& totals);

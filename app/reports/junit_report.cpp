@@ -47,11 +47,21 @@ void add_outcome(pugi::xml_node test, const char* element, const std::string& ty
     outcome.text() = text.c_str();
 }
 
+void set_time(pugi::xml_node element, double seconds) {
+    std::ostringstream time;  // never with an exponent
+    time << std::fixed << std::setprecision(6) << seconds;
+    element.append_attribute("time") = time.str().c_str();
+}
+
 /// The rule's test fails with the first finding's message, and tells all of them.
 void add_rule(pugi::xml_node suite, const Report& report, const std::string& selector,
               bool accept_warnings, Counts& counts) {
     pugi::xml_node test = add_test(suite, report, selector);
     ++counts.tests;
+    const auto taken = report.rule_seconds.find(selector);
+    if (taken != report.rule_seconds.end()) {
+        set_time(test, taken->second);
+    }
     if (!report.failure.empty()) {
         ++counts.skipped;
         test.append_child("skipped");
@@ -97,9 +107,7 @@ void set_counts(pugi::xml_node element, const Counts& counts, double seconds) {
     element.append_attribute("failures") = counts.failures;
     element.append_attribute("errors") = counts.errors;
     element.append_attribute("skipped") = counts.skipped;
-    std::ostringstream time;  // never with an exponent
-    time << std::fixed << std::setprecision(3) << seconds;
-    element.append_attribute("time") = time.str().c_str();
+    set_time(element, seconds);
 }
 
 Counts add_suite(pugi::xml_node suites, const Report& report, bool accept_warnings) {

@@ -66,7 +66,7 @@ Json to_rule(const ValidationUse& use) {
             {"defaultConfiguration", {{"level", is_warning ? "warning" : "error"}}}};
 }
 
-/// The rules of all reports, each once, and where each stands among them.
+/// The rules of all reports, each once, and the index of each.
 struct Rules {
     Json json = Json::array();
     std::map<std::string, std::size_t> index;

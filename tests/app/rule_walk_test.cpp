@@ -89,8 +89,10 @@ TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
     const DataTree tree = bench.tree(R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}");
     for (const std::size_t threads : {1, 2, 5}) {
         Report report;
-        walk_candidate({bench.model, bench.host, {}, {}, 15, threads}, {tree, bench.tree("{}"), {}},
-                       report);
+        const bool is_timed = threads > 1;
+        walk_candidate({bench.model, bench.host, {}, {}, 15, threads, nullptr, is_timed},
+                       {tree, bench.tree("{}"), {}}, report);
+        EXPECT_EQ(report.rule_seconds.size(), is_timed ? 4U : 0U) << "one for each rule that ran";
         EXPECT_EQ(report.requests, 402U);
         const std::vector<std::string> findings = findings_of(report);
         ASSERT_EQ(findings.size(), 31U);

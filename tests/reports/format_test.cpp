@@ -257,10 +257,12 @@ TEST(Reports, HaveTheSameTestsInJUnitWhateverIsFound) {
     const std::string vrf = "vrrp_vrf_validation ";
     const std::string failed = "failure " + changed_address().message;
     const auto twice = checked("twice", {changed_address(), changed_address()});
+    Report timed = kBoth;
+    timed.rule_seconds = {{"vrrp_vrf_validation", 0.00125}};
     for (const bool accept_warnings : {false, true}) {
         pugi::xml_document document;
         ASSERT_TRUE(document.load_string(
-            format_reports({kBoth, kBroken, twice}, {"junit", accept_warnings}).c_str()));
+            format_reports({timed, kBroken, twice}, {"junit", accept_warnings}).c_str()));
         const pugi::xml_node suites = document.child("testsuites");
         EXPECT_EQ(suites.attribute("tests").as_int(), 12);
         EXPECT_EQ(suites.attribute("failures").as_int(), accept_warnings ? 2 : 3);
@@ -275,6 +277,9 @@ TEST(Reports, HaveTheSameTestsInJUnitWhateverIsFound) {
                                 readable + "error broken:3:9: ends too early.", update + "skipped ",
                                 version + "skipped ", vrf + "skipped ", "twice", readable + clean,
                                 update + failed + " (and 1 more)", version + clean, vrf + clean));
+        const pugi::xml_node timed_test = suites.select_node("//testcase[@time]").node();
+        EXPECT_EQ(timed_test.attribute("name").value() + std::string(" "), vrf);
+        EXPECT_STREQ(timed_test.attribute("time").value(), "0.001250");
         const pugi::xml_node failure = suites.select_node("//failure").node();
         EXPECT_THAT(failure.text().get(), HasSubstr("candidate.json:6:5: error: "));
         EXPECT_THAT(failure.text().get(), HasSubstr("(running.json:8:3)"));

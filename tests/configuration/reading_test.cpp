@@ -99,7 +99,7 @@ TEST(Reading, TellsASlipOfThePenFromAnotherModule) {
         {"<sistem xmlns='DEVICE'/>",
          "file:1:1: the configuration has no node \"sistem\" of device; did you mean \"system\"?"},
         {R"({"device:x": {}})",
-         "file:1:2: the configuration has no node \"x\" of device; known there: system port; "},
+         "file:1:2: the configuration has no node \"x\" of device; known there: system port fan; "},
         {R"({"devise:system": {}})",
          "file:1:2: the model has no module \"devise\"; did you mean \"device\"?"},
         {R"({"device:system": {"uptime": 1}})", "file:1:20: \"uptime\" is state data"},
@@ -198,6 +198,8 @@ TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
     for (const auto& [ports, complaint] : rows) {
         EXPECT_THAT(complaint_about("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
     }
+    EXPECT_THAT(complaint_about("{\"device:fan\": [{\"id\": 1, \"speed\": 9},\n{\"id\": 2}]}"),
+                StartsWith("file:2:2: Mandatory choice \"drive\""));
 }
 
 TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {
@@ -206,6 +208,10 @@ TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {
     EXPECT_EQ(value_at(named(replaced(kind, "KIND", " fibre\n")), "/system/kind"), "device:fibre");
     EXPECT_THAT(complaint_about(named(replaced(kind, "KIND", "optics:laser"))),
                 testing::HasSubstr("\"optics:laser\" has a prefix that is not bound to a module"));
+    EXPECT_THAT(
+        complaint_about(named("<system xmlns='DEVICE'><host-name xmlns:x='OPTICS'>a</host-name>"
+                              "<kind>x:laser</kind></system>")),
+        testing::HasSubstr("\"x:laser\" has a prefix that is not bound to a module"));
     const std::string peer =
         "<e:system xmlns:e='DEVICE' xmlns:x='OPTICS'><e:peer>/e:port[e:slot=':x:'][e:number='1']"
         "/x:wavelength</e:peer></e:system>";

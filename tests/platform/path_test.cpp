@@ -142,7 +142,8 @@ TEST(Path, IsNotBuiltFromANameThatSpellsOneToAnEntryOfAListLikeItsOwn) {
     const auto model = [](const char* nested_leaf) {
         SchemaNode nested = list("sub", {"key"}, {leaf(nested_leaf, C_BUF)});
         return std::make_shared<const SchemaNode>(
-            container("", {list("top", {"name"}, {leaf("size", C_BUF), std::move(nested)})}));
+            container("", {list("top", {"name"}, {leaf("size", C_BUF), std::move(nested)}),
+                           list("other", {"name"}, {})}));
     };
     int refused = 0;
     for (const std::string& name : sequences({"x", "}/", "sub", "{", "z", " "}, 5)) {
@@ -163,6 +164,7 @@ TEST(Path, IsNotBuiltFromANameThatSpellsOneToAnEntryOfAListLikeItsOwn) {
     }
     EXPECT_GT(refused, 0);
     tree_of(model("other"), {{"top" + keys_text({"x}/sub{z"})}});
+    EXPECT_THROW(tree_of(model("size"), {{"other" + keys_text({"x}/sub{z"})}}), PlatformError);
 }
 
 TEST(Path, OfSeveralKeysOrALabelIsPrintedAsItIsRead) {

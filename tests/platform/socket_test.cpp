@@ -72,6 +72,14 @@ TEST(Session, IsOpenForItsLifetimeAndShowsItsFlag) {
                              "cdb_exists 1", "~QelConfdCdbSessionBase 1",
                              "QelConfdCdbSessionBase -1", "QelConfdCdbSessionBase::Socket 1",
                              "cdb_exists 1", "~QelConfdCdbSessionBase 1"}));
+    for (const int answer : {CONFD_OK, CONFD_ERR}) {
+        const ScopedCallHook hook([&](const Call& call) {
+            EXPECT_EQ(call.socket, -1);
+            return Answer{answer};
+        });
+        EXPECT_EQ(qelconfd_instance_get(instance.handle()), answer == CONFD_OK ? iface : nullptr);
+        EXPECT_EQ(qelconfd_instance_get(nullptr), nullptr);
+    }
     EXPECT_EQ(open_sockets(), 1) << "the instance's";
     EXPECT_LT(QelConfdCdbSessionBase(nullptr, CDB_RUNNING, true).Socket(), 0);
     EXPECT_LT(QelConfdCdbSessionBase(iface, static_cast<cdb_db_type>(2), true).Socket(), 0);

@@ -378,6 +378,7 @@ TEST(Commit, TakesNoLockThatWasRemovedMeanwhile) {
     int other = -1;
     const Decide decide = [&](long number) {
         if (number == SYS_fcntl && other < 0) {
+            EXPECT_EQ(fs::status(lock).permissions(), fs::perms(0660)) << "whoever may commit";
             fs::remove(lock);
             other = make_locked(lock);
         }

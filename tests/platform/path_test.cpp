@@ -45,6 +45,9 @@ void expect_own_or_error(const DataTree& tree, const Socket& socket, const std::
 std::string printed(const Node& node) {
     confd_hkeypath_t kp;
     fill_keypath(node, kp);
+    for (int i = 0; i < kp.len; ++i) {
+        EXPECT_TRUE(kp.v[i][0].type != C_XMLTAG || kp.v[i][1].type == C_NOEXISTS) << "one tag";
+    }
     std::string text = keypath_text(kp);
     char buffer[256];
     EXPECT_EQ(confd_pp_kpath(buffer, sizeof buffer, &kp), static_cast<int>(text.size()));

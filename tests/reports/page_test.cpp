@@ -30,8 +30,8 @@ struct Page {
 
 Report refused() {
     Report report = checked("candidate.json", {changed_address(), bare_warning()});
-    report.sources = {
-        {"candidate.json", std::make_shared<std::string>("1\n2\n3\n4\n5\n    \"id\": 5")}};
+    report.sources = {{"candidate.json",
+                       std::make_shared<std::string>("1\n2\n3\n4\n    \"e\": 5\n    \"id\": 5")}};
     report.changes = {{ChangeKind::added, "/a{b}", "a b", "", {}, {}, {}},
                       {ChangeKind::changed, "/a{b}/c", "a b", "c", "1", "2", {}}};
     report.instances = {{"l3-vlan10", "ipv4", "5"},
@@ -51,8 +51,9 @@ TEST(Page, TellsTheResultTheChangeAndEachFindingBesideItsLines) {
     }
     EXPECT_EQ(page.count("//figure"), 2U)
         << "the node's and the candidate's value; running is not known";
+    EXPECT_EQ(page.count("//mark"), 1U);
     EXPECT_STREQ(page.document.select_node("//mark").node().text().get(), "\"id\"");
-    EXPECT_THAT(page.text, HasSubstr("44\n55\n6\"id\": 5\n")) << "two lines around";
+    EXPECT_THAT(page.text, HasSubstr("44\n5    \"e\": 5\n6\"id\": 5\n")) << "two lines around";
 }
 
 TEST(Page, DrawsInstancesAndJoinsThoseInConflict) {

@@ -1,9 +1,9 @@
 // The listing of keys, and the table of instances that the identifier rule reads.
+#include "config.h"
 #include "get_key_list.h"
 #include "model.h"
 #include "rule.h"
 #include "socket.h"
-#include "validate_config.h"
 
 using namespace local_platform;
 using namespace vrrp_app::config_valid;
@@ -58,14 +58,6 @@ TEST(InstanceTable, IsReadInOrderAndAppended) {
     }
     EXPECT_EQ(read,
               (Lines{"2 4 A", "1 4 A", "1 6 A", "1 4 B", "2 4 A", "1 4 A", "1 6 A", "1 4 B"}));
-
-    ValidateConfig check{"earlier"};
-    EXPECT_EQ(check.ValidateRouterVrrpVrId({2, 4, "A"}, config), 0);
-    EXPECT_EQ(check.error_message, "earlier");
-    EXPECT_EQ(check.ValidateRouterVrrpVrId({1, 4, "C"}, config), -1);
-    EXPECT_EQ(check.error_message,
-              "cannot configure the same address-family and vr-id as 'router "
-              "vrrp interface A address-family ipv4 vr-id 1'.");
 }
 
 }  // namespace

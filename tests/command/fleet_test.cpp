@@ -80,15 +80,6 @@ TEST(Fleet, IsReportedTheSameForAnyNumberOfJobs) {
     EXPECT_TRUE(holds(text, "\n12 candidates: 1 error, 0 warnings in ")) << text;
 }
 
-TEST(Fleet, SaysOfWhichCandidateThereIsNoRunningConfiguration) {
-    const Fleet fleet;
-    std::filesystem::remove(fleet / Fleet::file("running", 'a'));
-    EXPECT_TRUE(ended(fleet.check({"--accept-warnings", "--quiet"}), 2,
-                      {"running/site/device-a.json: there is no such running",
-                       "1 of 12 candidates could not be checked"}));
-    EXPECT_EQ(fleet.check({"--allow-missing-running"}).status, 1);
-}
-
 TEST(Fleet, IsJoinedFromItsShards) {
     const Fleet fleet;
     const std::string whole = fleet.check({"--format", "json"}).out;

@@ -171,21 +171,19 @@ TEST(Edit, FollowsTheDefaultOperation) {
         "<rpc xmlns='BASE'><edit-config><target><running/></target><default-operation>DEFAULT"
         "</default-operation><test-option>set</test-option><config>DATA</config></edit-config></"
         "rpc>";
-    const std::vector<std::pair<Row, std::string>> rows = {
-        {{"merge", with("70", "71")}, "<system xmlns='DEVICE'><mtu>71</mtu></system>"},
-        {{"replace", R"({"device:system":{"mtu":71}})"},
-         "<system xmlns='DEVICE'><mtu>71</mtu></system>"},
-        {{"none", compact(kRunning)}, "<system xmlns='DEVICE'><mtu>71</mtu></system>"},
-        {{"none", with(R"("mtu":70,)", "")},
-         "<system xmlns='DEVICE' xmlns:n='BASE'><mtu n:operation='delete'/></system>"},
-        {{"none", "edit:1:221: data-missing: system level is not in running, and the default"},
-         "<system xmlns='DEVICE'><level>low</level></system>"},
+    const std::string system = "<system xmlns='DEVICE' xmlns:n='BASE'>";
+    const std::string set = system + "<mtu>71</mtu></system>";
+    const std::vector<std::tuple<std::string, std::string, std::string>> rows = {
+        {"merge", set, with("70", "71")},
+        {"replace", set, R"({"device:system":{"mtu":71}})"},
+        {"none", set, compact(kRunning)},
+        {"none", system + "<mtu n:operation='delete'/></system>", with(R"("mtu":70,)", "")},
+        {"none", system + "<level>low</level></system>",
+         "edit:1:271: data-missing: system level is not in running, and the default"},
     };
-    for (const auto& [row, data] : rows) {
-        EXPECT_THAT(
-            edited(kRunning, named(replaced(replaced(edit, "DEFAULT", row.edit), "DATA", data))),
-            StartsWith(row.result))
-            << row.edit;
+    for (const auto& [operation, data, result] : rows) {
+        const std::string whole = replaced(replaced(edit, "DEFAULT", operation), "DATA", data);
+        EXPECT_THAT(edited(kRunning, named(whole)), StartsWith(result)) << operation;
     }
     EXPECT_EQ(
         edited("{}", named("<edit-config xmlns='BASE'><default-operation>none"

@@ -48,11 +48,13 @@ TEST(Location, OfANodeIsWhereItsNameBegins) {
 TEST(Location, IsFoundForKeysOfAnyKindAndSpelling) {
     const std::string text = R"({"device:port": [
         {"slot": "a b\"\\]", "number": 1, "link": {"speed": 1}},
-        {"slot": "2001:DB8::1/64", "number": 2, "link": {"speed": 2}}]})";
+        {"slot": "2001:DB8::1/64", "number": 2, "link": {"speed": 2}},
+        {"slot": "a b\"\\]", "number": 3, "link": {"speed": 3}}]})";
     const Document document = read(text);
     const std::vector<std::pair<std::string, std::string>> rows = {
         {R"(/port["a b\"\\]" "1"]/link/speed)", "file:2:52"},
         {R"(/port["a b\"\\]" "1"])", "file:2:10"},
+        {R"(/port["a b\"\\]" "3"])", "file:4:10"},
         {R"(/device:port[slot='a b"\]'][number='1']/link)", "file:2:43"},
         {"/port{2001:db8::1/64 2}/number", "file:3:36"},
         {"/port{2001:db8::1/64 2}/alias", "file:3:10"},

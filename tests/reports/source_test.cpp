@@ -48,7 +48,7 @@ TEST(SourceLines, ShowNoSecret) {
         R"({"password": "s3cret", "a": 1})",
         R"({"m:password" : "s3\"cr\\et", "a": 1})",
         "{\"password\":\n\"s3cret\", \"a\": 1}",
-        R"({"b": "password", "password": 12345678, "a": 1})",
+        R"({"b": "password", "password": 88888888, "a": 1})",
         "<p:password xmlns:p=\"u\">s3cret</p:password> \"a\": 1",
         "<password>\n<![CDATA[s3cr<et]]>\n<!--password--></password> \"a\": 1",
         "<passwords>x</passwords><password>s3cret</password > \"a\": 1",
@@ -57,7 +57,7 @@ TEST(SourceLines, ShowNoSecret) {
     for (const std::string& text : rows) {
         const std::string masked = masked_text(text, root);
         EXPECT_EQ(masked.find("cr"), std::string::npos) << masked;
-        EXPECT_EQ(masked.find("45"), std::string::npos) << masked;
+        EXPECT_EQ(masked.find('8'), std::string::npos) << masked;
         EXPECT_EQ(std::count(masked.begin(), masked.end(), '\n'),
                   std::count(text.begin(), text.end(), '\n'));
         EXPECT_EQ(count_characters(masked), count_characters(text)) << "columns moved";

@@ -6,7 +6,7 @@ declare -A groups=(
   [build]="g++ cmake ninja-build make pkg-config libyang2-dev libcli11-dev nlohmann-json3-dev
            libexpat1-dev libpugixml-dev rapidjson-dev
            nettle-dev binutils"
-  [test]="libgtest-dev libgmock-dev"
+  [test]="libgtest-dev libgmock-dev libyang-tools"
   [lint]="clang-format clang-tidy libyang-tools shellcheck"
   [deep]="clang libclang-rt-14-dev valgrind gcovr fish zsh"
   [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"

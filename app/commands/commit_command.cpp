@@ -81,12 +81,9 @@ void show_before_question(const CommitOptions& options, const Report& report) {
 }
 
 std::string how_to_confirm(bool has_warnings, bool has_yes) {
-    const std::string accept = "accept the warnings with --accept-warnings";
-    const std::string confirm = "confirm it with --yes";
-    if (!has_warnings) {
-        return confirm;
-    }
-    return has_yes ? accept : accept + ", and " + confirm;
+    const char* const accept = has_warnings ? "accept the warnings with --accept-warnings" : "";
+    const char* const confirm = has_yes ? "" : "confirm it with --yes";
+    return std::string(accept) + (has_warnings && !has_yes ? ", and " : "") + confirm;
 }
 
 /// Why `change`, of whose check the exit code is `checked`, is not to be committed; empty when it

@@ -25,7 +25,7 @@ void set(pugi::xml_node element, const std::string& name, const std::string& val
 class XmlWriter {
   public:
     std::string write(const Document& document, const Envelope& envelope) {
-        write_children(document.root(), document_, envelope.default_namespace);
+        write_children(document.root(), document_.root(), envelope.default_namespace);
         std::ostringstream out;
         for (const pugi::xml_node element : document_) {
             element.print(out, kIndent, pugi::format_indent, pugi::encoding_auto, envelope.depth);

@@ -12,7 +12,8 @@ namespace {
 
 constexpr int kPatience = 60000;  // milliseconds
 
-[[noreturn]] void execute(const Arguments& arguments, const Variables& environment) {
+[[noreturn]] void execute(const Arguments& arguments, const Variables& environment,
+                          const std::string& program = VRRP_VALID_COMMAND) {
     for (const auto& [name, value] : environment) {
         setenv(name.c_str(), value.c_str(), 1);
     }
@@ -21,7 +22,7 @@ constexpr int kPatience = 60000;  // milliseconds
         argv.push_back(const_cast<char*>(argument.c_str()));
     }
     argv.push_back(nullptr);
-    execv(VRRP_VALID_COMMAND, argv.data());
+    execvp(program.c_str(), argv.data());
     _exit(127);
 }
 
@@ -70,7 +71,7 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
         if (surroundings.before) {
             surroundings.before();
         }
-        execute(arguments, surroundings.environment);
+        execute(arguments, surroundings.environment, surroundings.program);
     }
     const int end = surroundings.tracer ? surroundings.tracer(process) : wait_for(process);
     return {exit_code(end), content_of(out), content_of(err)};

@@ -31,6 +31,7 @@ struct Surroundings {
     std::function<void()> before = {};  ///< what the process does last before it is the command
     /// Watches the process to its end and gives its wait status.
     std::function<int(pid_t)> tracer = {};
+    std::string program = VRRP_VALID_COMMAND;  ///< or another to run the same way
 };
 
 /// Runs the command, its standard streams no terminal.

@@ -79,7 +79,7 @@ Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     Document document = model_.parse(std::move(*file), {false, reading_.ignore_unknown});
     if (document.is_edit) {
         throw CannotCheck(document.name() +
-                          ": is an edit; name a whole configuration as the running one");
+                          ": is an edit; give a complete configuration as --running");
     }
     DataTree tree = model_.tree(document);
     return {document.name(), std::move(tree), std::move(document)};

@@ -91,7 +91,7 @@ std::string write_as_running(const Document& candidate, const Document* running)
     if (candidate.unmerged.is_known()) {
         throw CannotCheck(candidate.unmerged,
                           "the model does not describe this, so it cannot be merged; give the "
-                          "module with --yang-dir, or a whole configuration");
+                          "module with --yang-dir, or a complete configuration");
     }
     return write_document(candidate, running == nullptr ? candidate : *running);
 }

@@ -46,7 +46,7 @@ std::vector<fs::path> configurations_in(const std::string& folder) {
         throw CannotCheck(folder + ": the folder cannot be read: " + error.message());
     }
     if (found.empty()) {
-        throw CannotCheck(folder + ": holds no .json or .xml file");
+        throw CannotCheck(folder + ": has no .json or .xml file");
     }
     std::sort(found.begin(), found.end());
     return found;

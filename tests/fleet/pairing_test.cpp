@@ -70,7 +70,7 @@ TEST_F(PairingTest, TakesAListBehindTheArguments) {
 
 TEST_F(PairingTest, SaysWhatIsWrongWithAFolderOrList) {
     folder_.put("list", "other.xml\n\tx\n");
-    EXPECT_THAT(complaint({{"text"}, "now", "", false}), HasSubstr("text: holds no .json"));
+    EXPECT_THAT(complaint({{"text"}, "now", "", false}), HasSubstr("text: has no .json"));
     EXPECT_THAT(complaint({{}, "now", "list", false}), HasSubstr("list:2: "));
     EXPECT_THAT(complaint({{}, "now", "missing", false}), HasSubstr("missing: "));
     EXPECT_THAT(complaint({{}, "now", "text", false}), HasSubstr("text: "));

@@ -39,7 +39,7 @@ std::vector<RuleRequest> rule_requests(const local_platform::DataTree& candidate
         if (node == nullptr) {
             throw std::runtime_error(std::string("the workload lacks ") + place.path);
         }
-        RuleRequest request{place.selector, {}, {}, node->value};
+        RuleRequest request{place.selector, {}, {}, node->value()};
         request.tctx.thandle = instance.thandle();
         request.tctx.vcb_opaque = instance.handle();
         request.tctx.validate_opaque = const_cast<char*>(place.selector);

@@ -15,7 +15,7 @@ std::vector<std::string> layer3_interfaces(const DataTree& candidate) {
     std::vector<std::string> names;
     const Node* const interface = child(child(&candidate.root(), "config"), "interface");
     for (const auto& entry : entries(interface, "l3")) {
-        names.push_back(entry->index_key);
+        names.emplace_back(entry->text);
     }
     return names;
 }

@@ -31,7 +31,7 @@ const Node* find_place(const Node& node, std::string_view words) {
     if (words.empty()) {
         return &node;
     }
-    const bool is_list = node.schema->kind == NodeKind::list && !node.is_entry;
+    const bool is_list = node.schema->kind == NodeKind::list && !node.is_entry();
     for (const auto& child : node.children) {
         const auto rest = child == nullptr ? std::nullopt
                                            : rest_behind(words, is_list ? operator_keys(*child)
@@ -64,7 +64,7 @@ class ValueList {
         values_.push_back({datastore,
                            local_platform::keypath_text(kp),
                            operator_path(leaf),
-                           leaf.schema->is_encrypted ? kSecretValue : leaf.text,
+                           std::string(leaf.schema->is_encrypted ? kSecretValue : leaf.text),
                            {}});
     }
 
@@ -130,7 +130,7 @@ void add_values(const ReadTrees& trees, const Node& node, const ReadLog& log, Fi
     }
     const std::string_view place = quoted_part(finding.message);
     const Node* const other = place.empty() ? nullptr : find_place(trees.candidate.root(), place);
-    if (other != nullptr && other->is_entry) {
+    if (other != nullptr && other->is_entry()) {
         values.add_keys(kCandidate, *other);
     }
 }

@@ -37,7 +37,7 @@ bool same_subtree(const Node* one, const Node* other) {
     return one->text == other->text &&
            std::equal(one->children.begin(), one->children.end(), other->children.begin(),
                       other->children.end(),
-                      [](const auto& a, const auto& b) { return same_subtree(a.get(), b.get()); });
+                      [](const auto& a, const auto& b) { return same_subtree(a, b); });
 }
 
 std::string path_of(const Node& node) {
@@ -74,7 +74,7 @@ class RequestList {
     }
 
     void visit(const Node& node) {
-        const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry;
+        const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry();
         if (!is_whole_list) {
             for (const ValidationUse& use : walk_.model.uses(*node.schema)) {
                 require_served(use);
@@ -218,7 +218,7 @@ class Worker {
     local_platform::Verdict ask(const Request& request) {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(*request.node, kp);
-        confd_value_t newval = request.node->value;
+        confd_value_t newval = request.node->value();
         return walk_.host.validate(instance_, request.use->selector, kp, newval);
     }
 

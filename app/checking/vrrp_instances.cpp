@@ -12,9 +12,10 @@ std::vector<VrrpInstance> vrrp_instances(const local_platform::DataTree& configu
     std::vector<VrrpInstance> instances;
     const Node* const vrrp = child(child(&configuration.root(), "router"), "vrrp");
     for (const auto& interface : entries(vrrp, "interface")) {
-        for (const auto& family : entries(interface.get(), "address-family")) {
-            for (const auto& id : entries(family.get(), "vr-id")) {
-                instances.push_back({interface->index_key, family->index_key, id->index_key});
+        for (const auto& family : entries(interface, "address-family")) {
+            for (const auto& id : entries(family, "vr-id")) {
+                instances.push_back({std::string(interface->text), std::string(family->text),
+                                     std::string(id->text)});
             }
         }
     }

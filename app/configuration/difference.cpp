@@ -23,36 +23,35 @@ struct Pair {
 
 using Entries = std::unordered_map<std::string_view, std::size_t>;
 
-using Nodes = std::vector<std::unique_ptr<Node>>;
+using Nodes = local_platform::Run<const Node*>;
 
-const Nodes& entries_of(const Node* list) {
-    static const Nodes kNone;
-    return list == nullptr ? kNone : list->children;
+Nodes entries_of(const Node* list) {
+    return list == nullptr ? Nodes() : list->children;
 }
 
 /// The positions of a list's entries by key.
 Entries positions(const Node* list) {
     Entries positions;
-    const Nodes& entries = entries_of(list);
+    const Nodes entries = entries_of(list);
     for (std::size_t i = 0; i < entries.size(); ++i) {
-        positions.emplace(entries[i]->index_key, i);
+        positions.emplace(entries[i]->text, i);
     }
     return positions;
 }
 
 const Node* entry_at(const Node* list, const Entries& positions, const Node& wanted) {
-    const auto found = positions.find(wanted.index_key);
-    return found == positions.end() ? nullptr : list->children[found->second].get();
+    const auto found = positions.find(wanted.text);
+    return found == positions.end() ? nullptr : list->children[found->second];
 }
 
 /// An entry that is more than its keys heads a group of its own.
 bool heads_group(const Node& node) {
-    return node.is_entry && node.schema->children.size() > node.schema->keys.size();
+    return node.is_entry() && node.schema->children.size() > node.schema->keys.size();
 }
 
 bool is_key(const Node& leaf) {
     const auto& keys = leaf.parent->schema->keys;
-    return leaf.parent->is_entry &&
+    return leaf.parent->is_entry() &&
            std::find(keys.begin(), keys.end(), leaf.schema->name) != keys.end();
 }
 
@@ -156,7 +155,7 @@ class Comparison {
         std::vector<std::size_t> common;  // positions after
         std::vector<std::size_t> old;
         for (std::size_t i = 0; i < after.children.size(); ++i) {
-            const auto found = old_positions.find(after.children[i]->index_key);
+            const auto found = old_positions.find(after.children[i]->text);
             if (found != old_positions.end()) {
                 common.push_back(i);
                 old.push_back(found->second);
@@ -184,11 +183,11 @@ class Comparison {
         const Entries old_positions = positions(pair.before);
         const Entries new_positions = positions(pair.after);
         for (const auto& entry : entries_of(pair.before)) {
-            compare_entry({entry.get(), entry_at(pair.after, new_positions, *entry)});
+            compare_entry({entry, entry_at(pair.after, new_positions, *entry)});
         }
         for (const auto& entry : entries_of(pair.after)) {
             if (entry_at(pair.before, old_positions, *entry) == nullptr) {
-                compare_entry({nullptr, entry.get()});
+                compare_entry({nullptr, entry});
             }
         }
         if (pair.before != nullptr && pair.after != nullptr &&
@@ -216,7 +215,7 @@ class Comparison {
 
     void compare_children(const Pair& pair) {
         const auto child = [](const Node* node, std::size_t i) {
-            return node == nullptr ? nullptr : node->children[i].get();
+            return node == nullptr ? nullptr : node->children[i];
         };
         for (std::size_t i = 0; i < pair.either().children.size(); ++i) {
             compare_node({child(pair.before, i), child(pair.after, i)});

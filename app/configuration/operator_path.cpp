@@ -9,20 +9,20 @@ std::string operator_path(const Node& node) {
         return {};
     }
     // An entry brings its list's name along.
-    const Node& above = node.is_entry ? *node.parent->parent : *node.parent;
+    const Node& above = node.is_entry() ? *node.parent->parent : *node.parent;
     std::string words = operator_path(above);
     if (!words.empty()) {
         words += ' ';
     }
     words += node.schema->name;
-    if (node.is_entry) {
+    if (node.is_entry()) {
         words.append(" ").append(operator_keys(node));
     }
     return words;
 }
 
 std::string operator_keys(const Node& entry) {
-    std::string keys = entry.index_key;
+    std::string keys(entry.text);
     std::replace(keys.begin(), keys.end(), '\0', ' ');
     return keys;
 }

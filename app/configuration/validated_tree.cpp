@@ -7,9 +7,9 @@
 #include "configuration/leaf_value.h"
 #include "configuration/model_complaint.h"
 #include "configuration/yang_schema.h"
-#include "keypath.h"
 
 using local_platform::DataTree;
+using local_platform::Node;
 using local_platform::PlatformError;
 using local_platform::TreeBuilder;
 
@@ -150,34 +150,72 @@ class DataBuilder {
     std::string value_;
 };
 
-std::string step_of(const lyd_node& node) {
-    const std::string step = std::string("/") + node.schema->name;
-    if (node.schema->nodetype != LYS_LIST) {
-        return step;
-    }
-    std::vector<std::string_view> keys;
-    for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
-         key = key->next) {
-        keys.emplace_back(lyd_get_value(key));
-    }
-    return step + local_platform::keys_text(keys);
-}
+/// A node of the platform's tree, to add others to; a container that is there only to hold nodes is
+/// made when it holds one.
+class Place {
+  public:
+    explicit Place(Node& node) : node_(&node) {}
+    Place(Place& parent, const char* name) : parent_(&parent), name_(name) {}
 
-/// What the platform keeps of `first` and its siblings. A container that is there only to hold
-/// nodes is there when it holds one.
-void add_nodes(const lyd_node* first, const std::string& parent, TreeBuilder& builder) {
-    for (const lyd_node* node = first; node != nullptr; node = node->next) {
-        if (!is_kept(*node->schema)) {
-            continue;
+    Node& node(TreeBuilder& builder) {
+        if (node_ == nullptr) {
+            node_ = &builder.add(parent_->node(builder), name_);
         }
-        const std::string path = parent + step_of(*node);
-        const bool is_leaf = node->schema->nodetype == LYS_LEAF;
-        if (!is_holder(*node->schema)) {
-            builder.set(path, is_leaf ? lyd_get_value(node) : "");
-        }
-        add_nodes(lyd_child(node), path, builder);
+        return *node_;
     }
-}
+
+  private:
+    Node* node_ = nullptr;
+    Place* parent_ = nullptr;
+    const char* name_ = nullptr;
+};
+
+/// Adds what the platform keeps of the library's tree, and frees its list entries as they are
+/// added: the two trees of a large configuration would take twice the memory.
+class TreeFiller {
+  public:
+    explicit TreeFiller(TreeBuilder& builder) : builder_(builder) {}
+
+    void add_siblings(lyd_node* first, Place& parent) {
+        for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
+            next = node->next;
+            // A key came with its entry.
+            if (is_kept(*node->schema) && !lysc_is_key(node->schema)) {
+                add(*node, parent);
+            }
+            if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
+                lyd_free_tree(node);
+            }
+        }
+    }
+
+  private:
+    void add(const lyd_node& node, Place& parent) {
+        const lysc_node& schema = *node.schema;
+        if (schema.nodetype == LYS_LEAF) {
+            builder_.add(parent.node(builder_), schema.name, lyd_get_value(&node));
+            return;
+        }
+        Place place = is_holder(schema) ? Place(parent, schema.name) : Place(made(node, parent));
+        add_siblings(lyd_child(&node), place);
+    }
+
+    Node& made(const lyd_node& node, Place& parent) {
+        Node& above = parent.node(builder_);
+        if (node.schema->nodetype != LYS_LIST) {
+            return builder_.add(above, node.schema->name);
+        }
+        keys_.clear();
+        for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
+             key = key->next) {
+            keys_.emplace_back(lyd_get_value(key));
+        }
+        return builder_.add_entry(above, node.schema->name, keys_);
+    }
+
+    TreeBuilder& builder_;
+    std::vector<std::string_view> keys_;
+};
 
 }  // namespace
 
@@ -193,7 +231,8 @@ DataTree validated_tree(const ly_ctx& context,
     }
     TreeBuilder builder(schema);
     try {
-        add_nodes(data, {}, builder);
+        Place top(builder.root());
+        TreeFiller(builder).add_siblings(data, top);
     } catch (const PlatformError& error) {
         throw CannotCheck(document.name() + ": " + error.what());
     }

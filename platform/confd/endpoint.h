@@ -16,7 +16,7 @@ struct Endpoint {
     int thandle;  ///< a MAAPI socket's one transaction
     DataTree tree;
     std::optional<CryptoKey> key;
-    mutable PathMemory paths{tree.root()};  ///< a socket is used by one thread at a time
+    mutable PathMemory paths{tree.store()};  ///< a socket is used by one thread at a time
 };
 
 constexpr int kMaxSockets = 1024;

@@ -39,7 +39,7 @@ int next_entry(maapi_cursor& cursor) {
     if (list == nullptr || cursor.next >= list->children.size()) {
         return CONFD_OK;
     }
-    for (const confd_value_t& key : list->children[cursor.next++]->keys) {
+    for (const confd_value_t& key : list->children[cursor.next++]->values) {
         cursor.keys[cursor.n++] = key;
     }
     return CONFD_OK;

@@ -6,6 +6,7 @@
 
 #include "data_tree.h"
 #include "path_reader.h"
+#include "value_text.h"
 
 namespace local_platform {
 
@@ -19,15 +20,20 @@ struct Lookup {
 };
 
 /// One pass over `path`; the time does not depend on the size of the tree.
-Lookup look_up(const Node& root, std::string_view path);
+Lookup look_up(const TreeStore& store, std::string_view path);
 
 /// Whether `key` closes the brace that a path puts before it and goes on, by the model, to an entry
 /// of another list ("x}/sub{z"), with nodes below it that its own list has too. No tree may hold
 /// such a key: text put behind it would name another entry's node.
 bool imitates_path(const SchemaNode& model, std::string_view key);
 
-/// The text under which a list's index holds the entry that `step` names. False when a key is no
-/// value of its type. The step has as many keys as the list.
-bool canonical_index_key(const SchemaNode& list, const PathStep& step, std::string& index_key);
+/// The keys of an entry in their canonical form.
+struct CanonicalKeys {
+    /// Reads those of `step`, which has as many as `list`. False when one is no value of its type.
+    bool read(const SchemaNode& list, const PathStep& step);
+
+    std::array<CanonicalValue, MAXKEYLEN - 1> values;
+    std::string text;  ///< joined by NUL, as an entry's
+};
 
 }  // namespace local_platform

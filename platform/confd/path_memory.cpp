@@ -13,7 +13,7 @@ const Lookup& PathMemory::find_unexpected(std::string_view path) {
 }
 
 PathMemory::Memory* PathMemory::remember(std::string_view path) {
-    const Lookup found = look_up(root_, path);
+    const Lookup found = look_up(store_, path);
     auto* const text = static_cast<char*>(arena_.allocate(path.size() + 1, 1));
     *std::copy(path.begin(), path.end(), text) = '\0';
     return &memories_.try_emplace({text, path.size()}, Memory{text, found, nullptr}).first->second;

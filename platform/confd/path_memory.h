@@ -15,7 +15,7 @@ namespace local_platform {
 /// thread at a time.
 class PathMemory {
   public:
-    explicit PathMemory(const Node& root) : root_(root) {}
+    explicit PathMemory(const TreeStore& store) : store_(store) {}
 
     const Lookup& find(const char* path) {
         if (last_ != nullptr) {
@@ -40,7 +40,7 @@ class PathMemory {
     const Lookup& find_unexpected(std::string_view path);
     Memory* remember(std::string_view path);
 
-    const Node& root_;
+    const TreeStore& store_;
     /// In it they lie in the order in which they will be asked for again. It starts small, for the
     /// sockets that serve one request.
     std::pmr::monotonic_buffer_resource arena_{512};

@@ -52,63 +52,22 @@ bool parse_bool(std::string_view text, int& boolean) {
     return boolean == 1 || text == "false";
 }
 
-void append_address(BoundedText& out, int family, const void* address) {
-    std::array<char, INET6_ADDRSTRLEN> text{};
-    out.append(inet_ntop(family, address, text.data(), text.size()));
-}
-
-}  // namespace
-
-confd_value_t text_value(std::string_view text) {
-    confd_value_t value;
-    value.type = C_BUF;
-    value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
-    value.val.buf.size = static_cast<unsigned int>(text.size());
-    return value;
-}
-
-std::optional<std::string_view> enum_label(int32_t number, const SchemaNode* leaf) {
-    if (leaf != nullptr) {
-        for (const auto& [value, label] : leaf->enums) {
-            if (value == number) {
-                return label;
-            }
-        }
-    }
-    return std::nullopt;
-}
-
-void append_value(BoundedText& out, const confd_value_t& value) {
-    switch (value.type) {
-        case C_BUF:
-            return out.append(text_of(value));
-        case C_INT32:
-            return out.append_number(value.val.i32);
-        case C_UINT8:
-            return out.append_number(value.val.u8);
-        case C_BOOL:
-            return out.append(value.val.boolean != 0 ? "true" : "false");
-        case C_ENUM_VALUE:
-            return out.append_number(value.val.enumvalue);
-        case C_IPV4:
-            return append_address(out, AF_INET, &value.val.ip);
-        case C_IPV6:
-            return append_address(out, AF_INET6, &value.val.ip6);
-        case C_IPV4_AND_PLEN:
-            append_address(out, AF_INET, &value.val.ipv4prefix.ip);
-            out.append("/");
-            return out.append_number(value.val.ipv4prefix.len);
-        case C_IPV6_AND_PLEN:
-            append_address(out, AF_INET6, &value.val.ipv6prefix.ip6);
-            out.append("/");
-            return out.append_number(value.val.ipv6prefix.len);
-        case C_XMLTAG:
-            return out.append(value.val.xmltag->name);
-        case C_NOEXISTS:
-            return;
+void append_ipv4(BoundedText& out, const in_addr& address) {
+    std::array<uint8_t, sizeof address> octets;
+    std::memcpy(octets.data(), &address, sizeof address);
+    for (std::size_t i = 0; i < octets.size(); ++i) {
+        out.append(i == 0 ? "" : ".");
+        out.append_number(octets.at(i));
     }
 }
 
+void append_ipv6(BoundedText& out, const in6_addr& address) {
+    std::array<char, INET6_ADDRSTRLEN> text;
+    out.append(inet_ntop(AF_INET6, &address, text.data(), text.size()));
+}
+
+/// Reads `text` as a value of `leaf`'s type into `value`; a C_BUF points into `text`. False when
+/// the type does not allow it.
 bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& value) {
     value.type = leaf.type;
     int number = 0;
@@ -147,22 +106,70 @@ bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& v
     return false;
 }
 
-bool canonical_text(const SchemaNode& leaf, std::string_view text, std::string& canonical) {
+}  // namespace
+
+confd_value_t text_value(std::string_view text) {
     confd_value_t value;
-    if (!parse_value(leaf, text, value)) {
+    value.type = C_BUF;
+    value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
+    value.val.buf.size = static_cast<unsigned int>(text.size());
+    return value;
+}
+
+std::optional<std::string_view> enum_label(int32_t number, const SchemaNode* leaf) {
+    if (leaf != nullptr) {
+        for (const auto& [value, label] : leaf->enums) {
+            if (value == number) {
+                return label;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+void append_value(BoundedText& out, const confd_value_t& value) {
+    switch (value.type) {
+        case C_BUF:
+            return out.append(text_of(value));
+        case C_INT32:
+            return out.append_number(value.val.i32);
+        case C_UINT8:
+            return out.append_number(value.val.u8);
+        case C_BOOL:
+            return out.append(value.val.boolean != 0 ? "true" : "false");
+        case C_ENUM_VALUE:
+            return out.append_number(value.val.enumvalue);
+        case C_IPV4:
+            return append_ipv4(out, value.val.ip);
+        case C_IPV6:
+            return append_ipv6(out, value.val.ip6);
+        case C_IPV4_AND_PLEN:
+            append_ipv4(out, value.val.ipv4prefix.ip);
+            out.append("/");
+            return out.append_number(value.val.ipv4prefix.len);
+        case C_IPV6_AND_PLEN:
+            append_ipv6(out, value.val.ipv6prefix.ip6);
+            out.append("/");
+            return out.append_number(value.val.ipv6prefix.len);
+        case C_XMLTAG:
+            return out.append(value.val.xmltag->name);
+        case C_NOEXISTS:
+            return;
+    }
+}
+
+bool CanonicalValue::read(const SchemaNode& leaf, std::string_view text) {
+    if (!parse_value(leaf, text, value_)) {
         return false;
     }
+    text_ = text;
     const bool is_own_text =
         leaf.type == C_BUF || leaf.type == C_XMLTAG || leaf.type == C_ENUM_VALUE;
-    if (is_own_text) {
-        canonical = text;
-        return true;
+    if (!is_own_text) {
+        BoundedText out(buffer_.data(), buffer_.size());
+        append_value(out, value_);
+        text_ = {buffer_.data(), static_cast<std::size_t>(out.finish())};
     }
-    std::array<char, kLongestAddressText> buffer{};
-    BoundedText out(buffer.data(), buffer.size());
-    append_value(out, value);
-    out.finish();
-    canonical = buffer.data();
     return true;
 }
 

@@ -78,11 +78,31 @@ std::optional<std::string_view> enum_label(int32_t number, const SchemaNode* lea
 /// Appends `value` as text; an enumeration as its number, since a bare value has no labels.
 void append_value(BoundedText& out, const confd_value_t& value);
 
-/// Reads `text` as a value of `leaf`'s type into `value`; a C_BUF points into `text`, which must be
-/// NUL-terminated there. False when the type does not allow it.
-bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& value);
+/// A value of a leaf, and the one text that stands for it.
+class CanonicalValue {
+  public:
+    /// Reads `text`. False when the leaf's type does not allow it.
+    bool read(const SchemaNode& leaf, std::string_view text);
 
-/// The one text that stands for `text` as a value of `leaf`. False when the type does not allow it.
-bool canonical_text(const SchemaNode& leaf, std::string_view text, std::string& canonical);
+    /// Lies in the text that was read, or in this object.
+    std::string_view text() const { return text_; }
+    /// The value; that of a C_BUF is `kept`, a copy of text() with a NUL behind it.
+    confd_value_t value(std::string_view kept) const {
+        return value_.type == C_BUF ? text_value(kept) : value_;
+    }
+
+  private:
+    confd_value_t value_;
+    std::string_view text_;
+    std::array<char, INET6_ADDRSTRLEN + sizeof "/128"> buffer_;
+};
+
+/// The C_XMLTAG of `schema`.
+inline confd_value_t tag_of(const SchemaNode& schema) {
+    confd_value_t tag;
+    tag.type = C_XMLTAG;
+    tag.val.xmltag = &schema;
+    return tag;
+}
 
 }  // namespace local_platform

@@ -12,7 +12,7 @@ namespace {
 std::string value_at(const std::string& text, const char* path) {
     const auto tree = test_model().tree(read(text));
     const auto* const node = tree.find(path);
-    return node == nullptr ? "absent" : node->text;
+    return node == nullptr ? "absent" : std::string(node->text);
 }
 
 TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {

@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t size) {
     const Node& entry = *tree.find(kList)->children[0];
     confd_hkeypath_t kp;
     fill_keypath(entry, kp);
-    require(tree.find(keypath_text(kp)) == &entry && entry.index_key == text);
+    require(tree.find(keypath_text(kp)) == &entry && entry.text == text);
 
     const Socket socket = Socket::maapi(tree);
     const int s = socket.number();

@@ -129,11 +129,11 @@ TEST(Path, BuiltFromANameLeadsToThatNameOnly) {
     const Node& l3 = *tree.find(kL3);
     ASSERT_EQ(l3.children.size(), names.size());
     for (const auto& entry : l3.children) {
-        const std::string& name = entry->index_key;
+        const std::string name(entry->text);
         const std::string path = kL3 + keys_text({name});
         const Node& vrf = *tree.find(path + "/vrf");
         const Node& ip = *tree.find(path + "/address{::/0}/ip");
-        EXPECT_EQ(vrf.parent, entry.get());
+        EXPECT_EQ(vrf.parent, entry);
         expect_own_or_error(tree, socket, name, built_path(kL3, name, "/vrf"), vrf);
         expect_own_or_error(tree, socket, name, built_path(kL3, name, "/address{::/0}/ip"), ip);
         EXPECT_EQ(tree.find(printed(ip)), &ip) << printed(ip);

@@ -144,7 +144,7 @@ Delivery::Delivery(const Case& one)
                one.the<CryptoKeys>().installed ? std::optional(host_key()) : std::nullopt) {
     const local_platform::Node* const node = candidate.find(one.the<Request>().node);
     fill_keypath(*node, kp);
-    newval = node->value;
+    newval = node->value();
     if (one.the<WrongType>().place) {
         spoil(*one.the<WrongType>().place);
     }

@@ -6,8 +6,8 @@ JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
 .PHONY: help build test demo programs install uninstall package check-package check-abi abi lint format coverage \
-        check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-fleet check-fleet \
-        build-bench clean
+        check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
+        check-fleet build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
@@ -95,6 +95,10 @@ bench: build-bench
 bench-instructions: build-bench
 	bench/instructions.sh build-bench
 
+## make bench-large         refused and very large configurations, the latter beside yanglint
+bench-large: build-bench
+	bench/large.sh build-bench
+
 ## make bench-fleet         devices a second, speed-up by threads, and memory of a fleet
 bench-fleet: build-bench
 	bench/fleet.sh build-bench
@@ -103,7 +107,7 @@ bench-fleet: build-bench
 check-fleet: build-bench deps-fleet
 	scripts/check-fleet.sh build-bench
 
-## make bench-report        all of it, written into docs/performance.md with the plot
+## make bench-report        all of it, written into docs/ with plots (five minutes)
 bench-report: build-bench
 	bench/report.sh build-bench
 

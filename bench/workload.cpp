@@ -46,14 +46,15 @@ json vrrp_interface(int instance, int identifier, bool with_version,
     return {{"name", "l3-" + l3_name(instance)}, {"address-family", json::array({family})}};
 }
 
-std::string configuration(int instances, bool with_version, bool with_conflict,
+std::string configuration(int instances, int identifiers, bool with_version, bool with_conflict,
                           const local_platform::CryptoKey& key) {
     json l3 = json::array();
     json vrrp = json::array();
     for (int i = 0; i < instances; ++i) {
         const bool conflicts = with_conflict && i == instances - 1;
         l3.push_back(l3_interface(i));
-        vrrp.push_back(vrrp_interface(i, conflicts ? i / 2 : i / 2 + 1, with_version, key));
+        const int identifier = i / 2 % identifiers + (conflicts ? 0 : 1);
+        vrrp.push_back(vrrp_interface(i, identifier, with_version, key));
     }
     return json{{"l3-interface:config", {{"interface", {{"l3", l3}}}}},
                 {"router-vrrp:router", {{"vrrp", {{"interface", vrrp}}}}}}
@@ -62,11 +63,11 @@ std::string configuration(int instances, bool with_version, bool with_conflict,
 
 }  // namespace
 
-Workload make_workload(int instances, const local_platform::CryptoKey& key) {
-    return {configuration(instances, true, false, key),
-            configuration(instances, false, false, key)};
+Workload make_workload(int instances, const local_platform::CryptoKey& key, int identifiers) {
+    return {configuration(instances, identifiers, true, false, key),
+            configuration(instances, identifiers, false, false, key)};
 }
 
 std::string make_conflict(int instances, const local_platform::CryptoKey& key) {
-    return configuration(instances, true, true, key);
+    return configuration(instances, kIdentifiers, true, true, key);
 }

@@ -1,6 +1,7 @@
-// vrrp-valid-fleet DEVICES FOLDER: writes FOLDER/running/ and FOLDER/candidate/, a configuration of
-// every device in each. A device has 50 layer-3 interfaces and 20 VRRP instances beside the data of
-// other modules; its candidate changes one priority, and that of every hundredth device is refused.
+// vrrp-valid-fleet DEVICES FOLDER [INTERFACES]: writes FOLDER/running/ and FOLDER/candidate/, a
+// configuration of every device in each. A device has 50 layer-3 interfaces and 20 VRRP instances
+// beside the data of other modules; its candidate changes one priority, and that of every hundredth
+// device is refused. With INTERFACES it has as many, and no data of other modules.
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -24,13 +25,15 @@ std::string device_name(int device) {
 }
 
 std::string network(int device, int interface) {
-    return "10." + std::to_string((device * kInterfaces + interface) / 256 % 256) + "." +
-           std::to_string((device * kInterfaces + interface) % 256) + ".";
+    const int number = device * kInterfaces + interface;
+    return std::to_string(10 + number / 65536) + "." + std::to_string(number / 256 % 256) + "." +
+           std::to_string(number % 256) + ".";
 }
 
 json l3_interface(int device, int number) {
     const std::string net = network(device, number);
-    const std::string address = "2001:db8:" + std::to_string(number + 1) + "::2/64";
+    const std::string address = "2001:db8:" + std::to_string(number / 1000) + ":" +
+                                std::to_string(number % 1000 + 1) + "::2/64";
     return {{"name", "vlan" + std::to_string(number + 1)},
             {"lower-layer-if", {{"vlan", number + 1}}},
             {"ipv4", {{"address", {{"ip", net + "2/24"}}}}},
@@ -67,9 +70,9 @@ json other_modules(int device) {
         {"ietf-interfaces:interfaces", {{"interface", ports}}}};
 }
 
-json configuration(int device, bool is_candidate) {
+json configuration(int device, int interfaces, bool is_candidate) {
     json l3 = json::array();
-    for (int number = 0; number < kInterfaces; ++number) {
+    for (int number = 0; number < interfaces; ++number) {
         l3.push_back(l3_interface(device, number));
     }
     json vrrp = json::array();
@@ -79,7 +82,7 @@ json configuration(int device, bool is_candidate) {
     if (is_candidate && device % 100 == 0) {
         l3[0]["vrf"] = "guests";
     }
-    json all = other_modules(device);
+    json all = interfaces == kInterfaces ? other_modules(device) : json::object();
     all["l3-interface:config"]["interface"]["l3"] = l3;
     all["router-vrrp:router"]["vrrp"]["interface"] = vrrp;
     return all;
@@ -88,16 +91,17 @@ json configuration(int device, bool is_candidate) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::cerr << "usage: vrrp-valid-fleet DEVICES FOLDER\n";
+    if (argc != 3 && argc != 4) {
+        std::cerr << "usage: vrrp-valid-fleet DEVICES FOLDER [INTERFACES]\n";
         return EXIT_FAILURE;
     }
+    const int interfaces = argc == 4 ? std::stoi(argv[3]) : kInterfaces;
     for (const bool is_candidate : {false, true}) {
         const fs::path folder = fs::path(argv[2]) / (is_candidate ? "candidate" : "running");
         fs::create_directories(folder);
         for (int device = 1; device <= std::stoi(argv[1]); ++device) {
             std::ofstream(folder / (device_name(device) + ".json"))
-                << configuration(device, is_candidate).dump(2) << "\n";
+                << configuration(device, interfaces, is_candidate).dump(2) << "\n";
         }
     }
 }

@@ -10,7 +10,7 @@ declare -A groups=(
   [lint]="clang-format clang-tidy libyang-tools shellcheck"
   [deep]="clang libclang-rt-14-dev valgrind gcovr fish zsh"
   [cross]="g++-aarch64-linux-gnu g++-s390x-linux-gnu g++-arm-linux-gnueabihf clang qemu-user-static"
-  [bench]="libbenchmark-dev gnuplot-nox time valgrind"
+  [bench]="libbenchmark-dev gnuplot-nox libyang-tools time valgrind"
   [fleet]="parallel openssh-server openssh-client slurmctld slurmd slurm-client munge psmisc jq"
   [formats]="python3-jsonschema python3-junitparser npm chromium
              fonts-dejavu-core"

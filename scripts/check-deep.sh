@@ -18,9 +18,7 @@ run_tests() {
   ctest --test-dir "build-$1" --no-tests=error --output-on-failure --parallel "$(nproc)" | tail -4
 }
 
-# GCC with optimisation is what `make test` builds.
-run_tests dev
-run_tests clang
+# GCC with optimisation is what `make test` builds, GCC without what valgrind and coverage read below.
 run_tests asan
 
 # The most optimised: what runs in a router.
@@ -29,9 +27,15 @@ for tests in rule_tests platform_tests; do
   "build-clang-release/bin/$tests" --gtest_brief=1
 done
 
-build tsan --target rule_tests
+build tsan --target rule_tests vrrp-valid
 build-tsan/bin/rule_tests --gtest_brief=1 --gtest_filter='Concurrency*'
+# Threads share the model and the plug-in: of several files, and of the requests of one.
+for files in "examples/router-accepted.json examples/router-accepted.json" examples/router-accepted.json; do
+  # shellcheck disable=SC2086
+  build-tsan/bin/vrrp-valid check --jobs 4 --running examples/router-running.json $files
+done
 
+build dev --target rule_tests platform_tests vrrp_valid vrrp-valid
 step "valgrind"
 # Death tests end in abort, and the sweeps and the many names repeat what the sanitizers saw: none tells valgrind more.
 for tests in rule_tests platform_tests; do

@@ -6,10 +6,11 @@ architecture=$1
 mkdir -p "$2"
 folder=$(realpath "$2")
 packages=(libc6 libgcc-s1 libstdc++6 libyang2-dev libyang2 libpcre2-dev libpcre2-8-0 nettle-dev libnettle8
-  libpugixml-dev libpugixml1v5 rapidjson-dev libcli11-dev nlohmann-json3-dev
+  libexpat1-dev libexpat1 libpugixml-dev libpugixml1v5 rapidjson-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev)
-[ ! -e "$folder/root" ] || exit 0
+[ "${packages[*]}" != "$(cat "$folder/packages" 2>/dev/null)" ] || exit 0
 
+rm -rf "$folder"/{root,root.part,debs}
 mkdir -p "$folder"/{lists,cache,debs}/partial
 : >"$folder/status"
 target_apt() {
@@ -24,3 +25,4 @@ for package in "$folder"/debs/*.deb; do
   dpkg-deb --extract "$package" "$folder/root.part"
 done
 mv "$folder/root.part" "$folder/root"
+echo "${packages[*]}" >"$folder/packages"

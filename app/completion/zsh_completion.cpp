@@ -48,7 +48,7 @@ std::string specifications(const CLI::App& app, const CLI::Option& option) {
                                    : name[1] == '-'                             ? "="
                                                                                 : "+";
         std::string specification = prefix;
-        specification += name + suffix + description + action(completion);
+        specification.append(name).append(suffix).append(description).append(action(completion));
         lines += argument_line(specification);
     }
     return lines;

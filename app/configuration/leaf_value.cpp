@@ -31,7 +31,10 @@ std::string parts_of(const lysc_range& range, bool is_signed) {
             is_signed ? std::to_string(part.min_64) : std::to_string(part.min_u64);
         const std::string high =
             is_signed ? std::to_string(part.max_64) : std::to_string(part.max_u64);
-        text += (text.empty() ? "" : " | ") + (low == high ? low : low + ".." + high);
+        text.append(text.empty() ? "" : " | ").append(low);
+        if (high != low) {
+            text.append("..").append(high);
+        }
     }
     return text;
 }

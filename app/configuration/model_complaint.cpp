@@ -128,7 +128,7 @@ CannotCheck model_complaint(const ly_ctx& context, const Document& document) {
     }
     const std::string_view location = item->path == nullptr ? "" : item->path;
     const std::string_view path = quoted_path(location);
-    const DocumentNode* node = &document.root();
+    const DocumentNode* node = nullptr;
     const lysc_node* const schema =
         location.rfind("Schema", 0) == 0 ? schema_at(context, path) : nullptr;
     if (schema != nullptr) {

@@ -171,7 +171,7 @@ PrefixedValue with_prefixes(const lysc_node& leaf, const std::string& text) {
     PrefixedValue value{
         type->basetype == LY_TYPE_INST ? instance_with_every_module_name(text) : text, {}};
     path_with_module_names(value.text, [&](std::string_view prefix) {
-        const std::string name(prefix);
+        std::string name(prefix);
         const lys_module* const module = ly_ctx_get_module_implemented(context, name.c_str());
         if (module != nullptr) {
             value.bindings[name] = module->ns;

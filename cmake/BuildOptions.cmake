@@ -47,6 +47,9 @@ if(VRRP_VALID_SANITIZE)
   add_compile_options(-fsanitize=${VRRP_VALID_SANITIZE} -fno-sanitize-recover=all
     -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VRRP_VALID_SANITIZE})
+  if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+    add_compile_options(-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizer-ignore.txt)
+  endif()
 endif()
 
 # Checked library calls need optimisation, which the last -O decides, and would hide calls from sanitizers.

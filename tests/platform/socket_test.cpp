@@ -82,7 +82,7 @@ TEST(Session, IsOpenForItsLifetimeAndShowsItsFlag) {
     }
     EXPECT_EQ(open_sockets(), 1) << "the instance's";
     EXPECT_LT(QelConfdCdbSessionBase(nullptr, CDB_RUNNING, true).Socket(), 0);
-    EXPECT_LT(QelConfdCdbSessionBase(iface, static_cast<cdb_db_type>(2), true).Socket(), 0);
+    EXPECT_LT(QelConfdCdbSessionBase(iface, static_cast<cdb_db_type>(0), true).Socket(), 0);
 }
 
 }  // namespace

@@ -7,8 +7,7 @@
 #include "errors/cannot_check.h"
 
 using local_platform::DataTree;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace testing;
 
 namespace {
 
@@ -75,8 +74,7 @@ TEST(RuleWalk, LeavesAnUnchangedNodeAlone) {
         const std::string running = R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}";
         EXPECT_EQ(bench.walk(kFull, running, {"silent"}).requests, 1U) << running;
     }
-    EXPECT_EQ(bench.walk(R"({"places:top": {"section": {}}})", "{}").requests, 0U)
-        << "a container that holds nothing is not there";
+    EXPECT_EQ(bench.walk(R"({"places:top": {"section": {}}})", "{}").requests, 0U) << "empty";
 }
 
 TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {

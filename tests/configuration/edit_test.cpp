@@ -4,7 +4,7 @@
 #include "configuration/document_writer.h"
 #include "support.h"
 
-using testing::StartsWith;
+using namespace testing;
 
 namespace {
 
@@ -21,15 +21,15 @@ std::string compact(std::string text) {
     return text;
 }
 
+Configuration merged(const std::string& edit, const Document* running) {
+    return test_model().candidate(configuration_from_bytes("edit", edit), {true, false}, running);
+}
+
 /// What `edit` makes of `running`, as JSON, or why it does not.
 std::string edited(const std::string& running, const std::string& edit) {
     try {
         const Document before = test_model().parse(configuration_from_bytes("running", running));
-        return compact(write_json(
-            test_model()
-                .candidate(configuration_from_bytes("edit", edit), {true, false}, &before)
-                .document,
-            {}));
+        return compact(write_json(merged(edit, &before).document, {}));
     } catch (const CannotCheck& error) {
         return error.what();
     }
@@ -163,7 +163,7 @@ TEST(Edit, PutsEntriesWhereTheUserOrdersThem) {
     EXPECT_EQ(edited(kRunning, in_config(replaced(move, "INSERT", "after"))), compact(kRunning));
     EXPECT_THAT(
         edited(kRunning, in_config(replaced(replaced(move, "INSERT", "after"), "'p'", "'x'"))),
-        testing::HasSubstr("missing-instance: port s 1 route q is to be placed next to"));
+        HasSubstr("missing-instance: port s 1 route q is to be placed next to"));
 }
 
 TEST(Edit, FollowsTheDefaultOperation) {
@@ -203,11 +203,9 @@ TEST(Edit, OfJsonIsMerged) {
 
 TEST(Edit, StandsWhereItWasWritten) {
     const Document running = read(kRunning);
-    const Configuration candidate = test_model().candidate(
-        configuration_from_bytes("edit",
-                                 "\n{\"device:port\":\n[{\"slot\": \"s\", \"number\": 2,\n"
-                                 "\"link\": {\"speed\": 7}}]}"),
-        {true, false}, &running);
+    const Configuration candidate = merged(
+        "\n{\"device:port\":\n[{\"slot\": \"s\", \"number\": 2,\n\"link\": {\"speed\": 7}}]}",
+        &running);
     const std::vector<std::pair<std::string, std::string>> rows = {
         {"/port{s 2}", "edit:3:3"},         {"/port{s 2}/link/speed", "edit:4:10"},
         {"/port{s 1}", "file:3:6"},         {"/port{s 1}/link/speed", "file:3:36"},
@@ -221,34 +219,26 @@ TEST(Edit, StandsWhereItWasWritten) {
 
 TEST(Edit, SaysWhichDataItCannotMerge) {
     const Document running = read(R"({"other:a": {"b": 1}, "device:system": {"mtu": 70}})");
-    const Configuration candidate = test_model().candidate(
-        configuration_from_bytes("edit",
-                                 R"({"device:system": {"more:x": 1}, "other:a": {"b": 2}})"),
-        {true, false}, &running);
+    const Configuration candidate =
+        merged(R"({"device:system": {"more:x": 1}, "other:a": {"b": 2}})", &running);
     EXPECT_EQ(candidate.document.skipped.nodes, 5U);
-    EXPECT_THAT(candidate.document.skipped.modules, testing::ElementsAre("other", "more"));
+    EXPECT_THAT(candidate.document.skipped.modules, ElementsAre("other", "more"));
     EXPECT_EQ(text_of(candidate.document.unmerged), "edit:1:20");
     EXPECT_EQ(compact(write_json(candidate.document, {})),
               R"({"other:a":{"b":1},"device:system":{"mtu":70}})");
-    const Document new_port =
-        test_model()
-            .candidate(
-                configuration_from_bytes("edit", R"({"device:port": [{"slot": "s", "number": 1,
-            "link": {"speed": 1}, "more:x": 1}]})"),
-                {true, false}, &running)
-            .document;
+    const std::string port = R"({"slot": "s", "number": 1, "link": {"speed": 1}, "more:x": 1})";
+    const Document new_port = merged("{\"device:port\": [" + port + "]}", &running).document;
     EXPECT_FALSE(new_port.unmerged.is_known());
-    EXPECT_THAT(compact(write_json(new_port, {})), testing::HasSubstr(R"("more:x":1}])"));
+    EXPECT_THAT(compact(write_json(new_port, {})), HasSubstr(R"("more:x":1}])"));
 }
 
 TEST(Edit, NeedsARunningConfiguration) {
     for (const char* const edit : {"{}", "<edit-config xmlns='BASE'><config/></edit-config>"}) {
         try {
-            test_model().candidate(configuration_from_bytes("edit", named(edit)), {true, false},
-                                   nullptr);
+            merged(named(edit), nullptr);
             ADD_FAILURE() << edit;
         } catch (const CannotCheck& error) {
-            EXPECT_THAT(error.what(), testing::HasSubstr("--running"));
+            EXPECT_THAT(error.what(), HasSubstr("--running"));
         }
     }
     EXPECT_TRUE(read(named("<edit-config xmlns='BASE'><config/></edit-config>")).is_edit);

@@ -3,8 +3,7 @@
 
 #include "support.h"
 
-using testing::ElementsAre;
-using testing::StartsWith;
+using namespace testing;
 
 namespace {
 
@@ -115,7 +114,7 @@ TEST(Reading, TellsASlipOfThePenFromAnotherModule) {
           "<backup xmlns='urn:other'><a><system xmlns='DEVICE'/></a></backup>",
           R"({"device:x": {"optics:wavelength": 1}})"}) {
         EXPECT_THAT(complaint_about(named(text), {false, true}),
-                    testing::HasSubstr("which the model does not describe: a check would miss it"))
+                    HasSubstr("which the model does not describe: a check would miss it"))
             << text;
     }
 }
@@ -171,7 +170,7 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
     };
     for (const auto& [member, complaint] : rows) {
         const std::string about = complaint_about("{\"device:system\": {" + member + "}}");
-        EXPECT_THAT(about, testing::HasSubstr(": " + complaint)) << member;
+        EXPECT_THAT(about, HasSubstr(": " + complaint)) << member;
         EXPECT_THAT(about, StartsWith("file:1:")) << member;
     }
     for (const std::string member :
@@ -207,11 +206,11 @@ TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {
     EXPECT_EQ(value_at(named(replaced(kind, "KIND", "x:laser")), "/system/kind"), "optics:laser");
     EXPECT_EQ(value_at(named(replaced(kind, "KIND", " fibre\n")), "/system/kind"), "device:fibre");
     EXPECT_THAT(complaint_about(named(replaced(kind, "KIND", "optics:laser"))),
-                testing::HasSubstr("\"optics:laser\" has a prefix that is not bound to a module"));
+                HasSubstr("\"optics:laser\" has a prefix that is not bound to a module"));
     EXPECT_THAT(
         complaint_about(named("<system xmlns='DEVICE'><host-name xmlns:x='OPTICS'>a</host-name>"
                               "<kind>x:laser</kind></system>")),
-        testing::HasSubstr("\"x:laser\" has a prefix that is not bound to a module"));
+        HasSubstr("\"x:laser\" has a prefix that is not bound to a module"));
     const std::string peer =
         "<e:system xmlns:e='DEVICE' xmlns:x='OPTICS'><e:peer>/e:port[e:slot=':x:'][e:number='1']"
         "/x:wavelength</e:peer></e:system>";

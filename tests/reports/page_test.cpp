@@ -7,8 +7,7 @@
 #include "reports/report_format.h"
 #include "samples.h"
 
-using testing::HasSubstr;
-using testing::Not;
+using namespace testing;
 
 namespace {
 
@@ -49,8 +48,7 @@ TEST(Page, TellsTheResultTheChangeAndEachFindingBesideItsLines) {
           "What to do: Keep the address.", "changing the VRRP router version"}) {
         EXPECT_THAT(page.text, HasSubstr(part));
     }
-    EXPECT_EQ(page.count("//figure"), 2U)
-        << "the node's and the candidate's value; running is not known";
+    EXPECT_EQ(page.count("//figure"), 2U) << "of running there are no lines to show";
     EXPECT_EQ(page.count("//mark"), 1U);
     EXPECT_STREQ(page.document.select_node("//mark").node().text().get(), "\"id\"");
     EXPECT_THAT(page.text, HasSubstr("44\n5    \"e\": 5\n6\"id\": 5\n")) << "two lines around";

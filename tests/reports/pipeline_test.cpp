@@ -7,7 +7,7 @@
 #include "samples.h"
 
 using nlohmann::json;
-using testing::HasSubstr;
+using namespace testing;
 
 namespace {
 

@@ -22,6 +22,8 @@ declare -A groups=(
 missing=()
 for group in "$@"; do
   for package in ${groups[$group]}; do
+    # Debian's brings hundreds of packages; one from elsewhere does as well.
+    [ "$package" != npm ] || ! command -v npm >/dev/null || continue
     if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
       missing+=("$package")
     fi

@@ -1,11 +1,12 @@
 #include "tree_store.h"
 
 #include <functional>
+#include <utility>
 
 namespace local_platform {
 namespace {
 
-constexpr std::size_t kBlockSize = 32 * 1024;
+constexpr std::size_t kBlockSize = 32768;
 constexpr std::size_t kFirstEntries = 4;
 
 }  // namespace

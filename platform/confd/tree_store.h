@@ -17,9 +17,9 @@ class Arena {
     /// `count` items, all zero.
     template <typename Item>
     Item* make(std::size_t count) {
-        return std::uninitialized_value_construct_n(static_cast<Item*>(take(count * sizeof(Item))),
-                                                    count) -
-               count;
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): it may be pointers that are wanted
+        void* const memory = take(count * sizeof(Item));
+        return std::uninitialized_value_construct_n(static_cast<Item*>(memory), count) - count;
     }
 
   private:

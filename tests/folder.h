@@ -29,7 +29,7 @@ struct Folder {
     std::string operator/(const std::string& name) const { return path + "/" + name; }
     /// Writes the file `name` and gives its path.
     std::string put(const std::string& name, const std::string& bytes) const {
-        const std::string file = *this / name;
+        std::string file = *this / name;
         std::filesystem::create_directories(std::filesystem::path(file).parent_path());
         std::ofstream(file, std::ios::binary) << bytes;
         return file;

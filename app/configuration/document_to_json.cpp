@@ -87,7 +87,7 @@ class JsonWriter {
         for (const DocumentNode* const child : children_to_write(node)) {
             if (child->schema != array || array == nullptr) {
                 end_array();
-                if (child->is_skipped() || (child->schema->nodetype & LYS_ANYDATA) != 0) {
+                if (child->schema == nullptr || (child->schema->nodetype & LYS_ANYDATA) != 0) {
                     write_raw(child->text);
                     continue;
                 }

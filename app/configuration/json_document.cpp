@@ -214,7 +214,7 @@ void JsonReader::read_name(DocumentNode& parent, std::string_view name, std::siz
     const NamedModule* const named = prefix.empty() ? nullptr : &builder_.module(prefix);
     const lys_module* const module = named == nullptr ? parent.schema->module : named->module;
     member_.kind = Member::Kind::skipped;
-    if (module == nullptr) {
+    if (named != nullptr && module == nullptr) {
         member_.piece = builder_.skip_foreign(parent, *named, local, offset);
         return;
     }

@@ -379,6 +379,7 @@ TEST(Commit, IsNotMadeOverWhatWasNotChecked) {
         }
         std::string left;
         const Outcome outcome = confirm_after(arguments, [&] {
+            // NOLINTNEXTLINE(cert-env33-c): of a folder and of changes of its own
             EXPECT_EQ(std::system(("cd " + folder.path + "; " + change).c_str()), 0);
             left = content_of(running);
         });

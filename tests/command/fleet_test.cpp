@@ -39,7 +39,7 @@ struct Fleet : Folder {
 
     /// A candidate that comes when the test sends it.
     std::string fifo_for(char device) const {
-        const std::string fifo = *this / file("candidate", device);
+        std::string fifo = *this / file("candidate", device);
         std::filesystem::remove(fifo);
         EXPECT_EQ(mkfifo(fifo.c_str(), 0600), 0);
         return fifo;

@@ -107,18 +107,18 @@ void expect_no_key_in(const std::string& memory, const std::string& hex) {
 /// For a Terminal: the command runs in a job of its own, as below a shell that stops when the job
 /// does, and that continues with it.
 void be_job_of_shell() {
-    signal(SIGTTOU, SIG_IGN);
+    static_cast<void>(signal(SIGTTOU, SIG_IGN));
     const pid_t job = fork();
     const pid_t self = job == 0 ? getpid() : job;
     setpgid(self, self);
     tcsetpgrp(STDIN_FILENO, self);
     if (job == 0) {
-        signal(SIGTTOU, SIG_DFL);
+        static_cast<void>(signal(SIGTTOU, SIG_DFL));
         return;
     }
     int status = 0;
     while (waitpid(job, &status, WUNTRACED) == job && WIFSTOPPED(status)) {
-        raise(SIGSTOP);
+        static_cast<void>(raise(SIGSTOP));
         kill(job, SIGCONT);
     }
     _exit(WIFEXITED(status) ? WEXITSTATUS(status) : 127);
@@ -180,7 +180,7 @@ TEST(Password, LeavesTheTerminalAsItWasWhateverSignalComes) {
         EXPECT_EQ(outcome.status, -signal);
         EXPECT_TRUE(outcome.echoes);
 
-        Terminal deaf(folder.encrypt(), {}, [&] { ::signal(signal, SIG_IGN); });
+        Terminal deaf(folder.encrypt(), {}, [&] { static_cast<void>(::signal(signal, SIG_IGN)); });
         deaf.answer("Password: ", "");
         kill(deaf.process(), signal);
         deaf.answer("", "s3cret\n");

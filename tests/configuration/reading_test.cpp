@@ -21,11 +21,11 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
         xml,
         "\xef\xbb\xbf \r\n<?xml version='1.0' encoding='utf-8'?>\r\n<!-- a -->" + xml +
             "<!-- b -->",
-        "<d:system xmlns:d='DEVICE'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > -->"
-        "</d:host-name></d:system>",
+        ("<d:system xmlns:d='DEVICE'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > -->"
+         "</d:host-name></d:system>"),
         "<?xml version='1.0'?>\n<!-- <data> --><config xmlns='BASE'>" + xml + "</config>",
-        "<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
-        "</d:system></n:data><!-- behind -->",
+        ("<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
+         "</d:system></n:data><!-- behind -->"),
         "<rpc-reply xmlns='BASE' message-id='1'><data>" + xml + "</data></rpc-reply>",
         "<rpc-reply xmlns='BASE'><data xmlns='NMDA'>" + xml + "</data></rpc-reply>",
         "<port xmlns='DEVICE'><number>1</number><slot>a</slot><link><speed>1</speed></link></port>"

@@ -75,7 +75,7 @@ coverage: deps-build deps-test deps-deep
 	scripts/coverage.sh
 
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
-check-deep: deps-build deps-test deps-deep
+check-deep: build deps-deep
 	scripts/check-deep.sh
 
 ## make check-cross         build for other processors, and run the rules' tests on two of them

@@ -18,7 +18,7 @@ run_tests() {
   ctest --test-dir "build-$1" --no-tests=error --output-on-failure --parallel "$(nproc)" | tail -4
 }
 
-# GCC with optimisation is what `make test` builds, GCC without what valgrind and coverage read below.
+# GCC with optimisation is what `make test` builds, GCC without what coverage reads below.
 run_tests asan
 
 # The most optimised: what runs in a router.
@@ -35,23 +35,22 @@ for files in "examples/router-accepted.json examples/router-accepted.json" examp
   build-tsan/bin/vrrp-valid check --jobs 4 --running examples/router-running.json $files
 done
 
-build dev --target rule_tests platform_tests vrrp_valid vrrp-valid
 step "valgrind"
 # Death tests end in abort, and the sweeps and the many names repeat what the sanitizers saw: none tells valgrind more.
 for tests in rule_tests platform_tests; do
   valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
-    "build-dev/bin/$tests" --gtest_brief=1 \
+    "build/bin/$tests" --gtest_brief=1 \
     --gtest_filter='-*DeathTest*:*AllocationSweep*:*Concurrency*:Path.*Name*'
 done
 valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
-  build-dev/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json
+  build/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json
 
 build fuzz --target file_fuzzer path_fuzzer validate_fuzzer vrrp_valid
 step "fuzz, $fuzz_seconds s a target"
 tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 
 step "completion"
-tests/command/completion_test.sh "$PWD/build-dev/bin/vrrp-valid" bash fish zsh
+tests/command/completion_test.sh "$PWD/build/bin/vrrp-valid" bash fish zsh
 
 step "two builds, the same bytes"
 scripts/reproducible-test.sh

@@ -43,6 +43,7 @@ for tests in rule_tests platform_tests; do
     --gtest_filter='-*DeathTest*:*AllocationSweep*:*Concurrency*:Path.*Name*'
 done
 valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=definite \
+  --suppressions=scripts/valgrind.supp \
   build/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json
 
 build fuzz --target file_fuzzer path_fuzzer validate_fuzzer vrrp_valid

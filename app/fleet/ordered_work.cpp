@@ -19,6 +19,7 @@ constexpr std::size_t kAhead = 8;
 /// fetched again page by page, and the threads wait for each other there.
 void keep_freed_memory() {
     mallopt(M_TRIM_THRESHOLD, 256 << 20);
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);  // no longer raised as needed once any of these is set
     mallopt(M_TOP_PAD, 4 << 20);
 }
 
@@ -86,7 +87,9 @@ class Line {
 }  // namespace
 
 std::size_t work_in_order(const OrderedWork& work) {
-    keep_freed_memory();
+    if (work.count > 1) {
+        keep_freed_memory();
+    }
     Line line(work);
     std::vector<std::thread> others;
     try {

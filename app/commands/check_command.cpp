@@ -31,12 +31,12 @@ class Run {
           }) {}
 
     /// Reports the next of `count` candidates.
-    void add(Report report, std::size_t count) {
+    void add(const Report& report, std::size_t count) {
         if (!report.failure.empty()) {
             progress_.clear();
             std::cerr << complaint(report.failure);
         }
-        stream_.add(std::move(report));
+        stream_.add(report);
         if (count > 1) {
             progress_.show(state(count));
         }
@@ -103,9 +103,9 @@ int run_check(const FleetOptions& options) {
         checker.emplace(options.checker);
         taken = check_fleet(
             {*checker, pairs, options.checker.threads, options.max_size, interrupt.is_noted()},
-            [&](Report report) {
+            [&](const Report& report) {
                 is_begun = true;
-                run.add(std::move(report), pairs.size());
+                run.add(report, pairs.size());
             });
     } catch (const std::exception& error) {
         if (is_begun) {

@@ -76,7 +76,7 @@ bool is_answered_yes(const std::string& question) {
 /// Shows the report to who is to answer a question about it, unless the terminal has it already.
 void show_before_question(const CommitOptions& options, const Report& report) {
     if (!options.is_text() || options.report.silent || isatty(STDOUT_FILENO) != 1) {
-        std::cerr << format_text({report}, {});
+        std::cerr << format_text(report, {});
     }
 }
 

@@ -66,7 +66,7 @@ int run_report(const ReportCommandOptions& options) {
         for (Report& report : stored.reports) {
             reported.add(report, file);
             report.rules = rules;
-            stream.add(std::move(report));
+            stream.add(report);
         }
         unreached += stored.unreached;
         if (stored.unreached > 0) {

@@ -1,4 +1,4 @@
-#include "reports/report_format.h"
+#include "reports/report_writer.h"
 #include "reports/sentences.h"
 #include "terminal/output.h"
 
@@ -51,18 +51,19 @@ std::string message_of(const Finding& finding) {
     return message;
 }
 
-}  // namespace
+class GithubWriter final : public ReportWriter {
+  public:
+    GithubWriter(bool accept_warnings, Write write)
+        : accept_warnings_(accept_warnings), write_(std::move(write)) {}
 
-std::string format_github(const std::vector<Report>& reports, const ReportOptions& options) {
-    std::string text;
-    for (const Report& report : reports) {
+    void add(const Report& report) override {
+        std::string text;
         if (!report.failure.empty()) {
             text += command("error", report.candidate, report.failure_at, "could not be checked",
                             printable(report.failure));
         }
         for (const Finding& finding : report.findings) {
-            const bool is_accepted =
-                finding.severity == Severity::warning && options.accept_warnings;
+            const bool is_accepted = finding.severity == Severity::warning && accept_warnings_;
             text +=
                 command(is_accepted ? "notice" : severity_word(finding.severity), report.candidate,
                         finding.location, finding.selector, message_of(finding));
@@ -71,10 +72,22 @@ std::string format_github(const std::vector<Report>& reports, const ReportOption
         for (const std::string& remark : remarks(report)) {
             result += "\n" + remark;
         }
-        text += command("notice", report.candidate, {}, "vrrp-valid", result);
+        write_(text + command("notice", report.candidate, {}, "vrrp-valid", result));
     }
-    if (options.unreached > 0) {
-        text += "::error title=interrupted::" + unreached_text(options.unreached) + "\n";
+
+    void finish(const Totals& /*totals*/, std::size_t unreached) override {
+        if (unreached > 0) {
+            write_("::error title=interrupted::" + unreached_text(unreached) + "\n");
+        }
     }
-    return text;
+
+  private:
+    bool accept_warnings_;
+    Write write_;
+};
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> github_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<GithubWriter>(options.accept_warnings, write);
 }

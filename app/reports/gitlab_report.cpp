@@ -1,6 +1,5 @@
 #include "reports/fingerprint.h"
-#include "reports/json.h"
-#include "reports/report_format.h"
+#include "reports/json_elements.h"
 #include "reports/sentences.h"
 #include "terminal/output.h"
 
@@ -28,43 +27,53 @@ Json to_json(const Report& report, const Finding& finding, bool accept_warnings)
     return json;
 }
 
-}  // namespace
+class GitlabWriter final : public ReportWriter {
+  public:
+    GitlabWriter(bool accept_warnings, const Write& write)
+        : accept_warnings_(accept_warnings), issues_(write, "", 0) {}
 
-std::string format_gitlab(const std::vector<Report>& reports, const ReportOptions& options) {
-    Json issues = Json::array();
-    for (const Report& report : reports) {
+    void add(const Report& report) override {
+        last_.candidate = report.candidate;
         if (!report.failure.empty()) {
-            Json json = issue(report, report.failure_at, report.failure);
-            json["check_name"] = "could-not-be-checked";
-            json["fingerprint"] = fingerprint_of_failure(report);
-            json["severity"] = "blocker";
-            issues.push_back(json);
+            add(issue(report, report.failure_at, report.failure), "could-not-be-checked",
+                fingerprint_of_failure(report), "blocker");
         }
         for (const Finding& finding : report.findings) {
-            issues.push_back(to_json(report, finding, options.accept_warnings));
+            issues_.add(to_json(report, finding, accept_warnings_));
         }
         for (const Omitted& rest : report.omitted) {
-            Json json = issue(report, {}, omitted_text(rest));
-            json["check_name"] = printable(rest.selector);
-            json["fingerprint"] = fingerprint_of_rest(report, rest.selector);
-            json["severity"] = rest.errors > 0 ? "critical" : "minor";
-            issues.push_back(json);
+            add(issue(report, {}, omitted_text(rest)), printable(rest.selector),
+                fingerprint_of_rest(report, rest.selector), rest.errors > 0 ? "critical" : "minor");
         }
         for (const std::string& note : notes(report)) {
-            Json json = issue(report, {}, note);
-            json["check_name"] = "note";
-            json["fingerprint"] = fingerprint_of_rest(report, note);
-            json["severity"] = "info";
-            issues.push_back(json);
+            add(issue(report, {}, note), "note", fingerprint_of_rest(report, note), "info");
         }
     }
-    if (options.unreached > 0) {
-        const Report last = reports.empty() ? Report() : reports.back();
-        Json json = issue(last, {}, unreached_text(options.unreached));
-        json["check_name"] = "interrupted";
-        json["fingerprint"] = fingerprint_of_rest(last, "interrupted");
-        json["severity"] = "blocker";
-        issues.push_back(json);
+
+    void finish(const Totals& /*totals*/, std::size_t unreached) override {
+        if (unreached > 0) {
+            add(issue(last_, {}, unreached_text(unreached)), "interrupted",
+                fingerprint_of_rest(last_, "interrupted"), "blocker");
+        }
+        issues_.finish("\n");
     }
-    return issues.dump(2) + "\n";
+
+  private:
+    void add(Json issue, const std::string& name, const std::string& fingerprint,
+             const char* severity) {
+        issue["check_name"] = name;
+        issue["fingerprint"] = fingerprint;
+        issue["severity"] = severity;
+        issues_.add(issue);
+    }
+
+    bool accept_warnings_;
+    JsonElements issues_;
+    Report last_;  ///< whose file is the place of what has none
+};
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> gitlab_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<GitlabWriter>(options.accept_warnings, write);
 }

@@ -6,34 +6,32 @@
 #include "reports/html_elements.h"
 #include "reports/html_style.h"
 #include "reports/instance_picture.h"
-#include "reports/report_format.h"
 #include "reports/sentences.h"
 #include "reports/source_lines.h"
-#include "reports/totals.h"
+#include "reports/spool.h"
 
 namespace {
 
+constexpr const char* kTitle = "VRRP configuration check";
 constexpr std::size_t kLinesAround = 2;
 constexpr std::size_t kMostFigures = 6;  ///< beside one finding
 
 /// The report of one candidate, as the part of a page.
 class Section {
   public:
-    Section(const Report& report, const ReportOptions& options, std::size_t number)
+    Section(const Report& report, bool accept_warnings, std::size_t number)
         : report_(report),
-          options_(options),
+          accept_warnings_(accept_warnings),
           lines_(report.sources),
           name_("report-" + std::to_string(number)) {}
-
-    const std::string& name() const { return name_; }
 
     /// "error", "warning" or "good".
     const char* look() const {
         if (!report_.failure.empty() || report_.count(Severity::error) > 0) {
             return "error";
         }
-        const bool is_clean = report_.requests > 0 &&
-                              (report_.count(Severity::warning) == 0 || options_.accept_warnings);
+        const bool is_clean =
+            report_.requests > 0 && (report_.count(Severity::warning) == 0 || accept_warnings_);
         return is_clean ? "good" : "warning";
     }
 
@@ -51,12 +49,12 @@ class Section {
             return "Nothing to check";
         }
         return report_.count(Severity::warning) == 0 ? "Accepted"
-               : options_.accept_warnings            ? "Accepted, warnings included"
+               : accept_warnings_                    ? "Accepted, warnings included"
                                                      : "Accepted once the warnings are confirmed";
     }
 
-    void add_to(pugi::xml_node main) const {
-        pugi::xml_node article = add_element(main, "article");
+    void add_to(pugi::xml_node parent) const {
+        pugi::xml_node article = add_element(parent, "article");
         set_attribute(article, "id", name_);
         add_element(article, "h2", "", report_.candidate);
         add_result(article);
@@ -70,6 +68,16 @@ class Section {
         if (!report_.findings.empty()) {
             add_findings(article);
         }
+    }
+
+    /// The same in a table of all candidates.
+    void add_row_to(pugi::xml_node table) const {
+        pugi::xml_node row = add_element(table, "tr");
+        pugi::xml_node link = add_element(add_element(row, "td"), "a", "", report_.candidate);
+        set_attribute(link, "href", "#" + name_);
+        add_element(row, "td", look(), result());
+        add_element(row, "td", "", std::to_string(report_.count(Severity::error)));
+        add_element(row, "td", "", std::to_string(report_.count(Severity::warning)));
     }
 
   private:
@@ -232,7 +240,7 @@ class Section {
     }
 
     const Report& report_;
-    const ReportOptions& options_;
+    bool accept_warnings_;
     SourceLines lines_;
     std::string name_;
 };
@@ -250,53 +258,73 @@ void add_head(pugi::xml_node html, const std::string& title) {
     add_element(head, "style").text() = kPageStyle;
 }
 
-/// All candidates in a table, when there are several.
-void add_overview(pugi::xml_node main, const std::vector<Report>& reports,
-                  const std::vector<Section>& sections) {
-    pugi::xml_node article = add_element(main, "article");
-    add_element(article, "h2", "", total_text(total_of(reports)));
-    pugi::xml_node table = add_element(article, "table");
-    pugi::xml_node head = add_element(add_element(table, "thead"), "tr");
-    for (const char* const word : {"Candidate", "Result", "Errors", "Warnings"}) {
-        add_element(head, "th", "", word).append_attribute("scope") = "col";
-    }
-    pugi::xml_node body = add_element(table, "tbody");
-    for (std::size_t i = 0; i < reports.size(); ++i) {
-        pugi::xml_node row = add_element(body, "tr");
-        pugi::xml_node link = add_element(add_element(row, "td"), "a", "", reports[i].candidate);
-        set_attribute(link, "href", "#" + sections[i].name());
-        add_element(row, "td", sections[i].look(), sections[i].result());
-        add_element(row, "td", "", std::to_string(reports[i].count(Severity::error)));
-        add_element(row, "td", "", std::to_string(reports[i].count(Severity::warning)));
-    }
+std::string text_of(const pugi::xml_node& element) {
+    std::ostringstream text;
+    element.print(text, "", pugi::format_raw, pugi::encoding_utf8);
+    return text.str();
 }
+
+/// The page is written in the order in which a reader wants it, so that all of it waits for the
+/// table of all candidates, which is at its beginning when there are several.
+class HtmlWriter final : public ReportWriter {
+  public:
+    HtmlWriter(bool accept_warnings, Write write)
+        : accept_warnings_(accept_warnings), write_(std::move(write)) {}
+
+    void add(const Report& report) override {
+        const Section section(report, accept_warnings_, ++count_);
+        pugi::xml_document document;
+        section.add_row_to(document);
+        rows_.write(text_of(document.first_child()));
+        section.add_to(document);
+        sections_.write(text_of(document.last_child()));
+        candidate_ = report.candidate;
+    }
+
+    void finish(const Totals& totals, std::size_t unreached) override {
+        pugi::xml_document head;
+        add_head(head, count_ == 1 ? kTitle + (": " + candidate_) : kTitle);
+        write_("<!DOCTYPE html><html lang=\"en\">" + text_of(head.first_child()) + "<body><main>");
+        pugi::xml_document top;
+        add_element(top, "h1", "", kTitle);
+        if (unreached > 0) {
+            add_element(top, "div", "result error", unreached_text(unreached));
+        }
+        for (const pugi::xml_node element : top) {
+            write_(text_of(element));
+        }
+        if (count_ > 1) {
+            write_overview(totals);
+        }
+        sections_.copy_to(write_);
+        write_("</main></body></html>\n");
+    }
+
+  private:
+    /// All candidates in a table.
+    void write_overview(const Totals& totals) const {
+        pugi::xml_document document;
+        add_element(document, "h2", "", total_text(totals));
+        pugi::xml_node head = add_element(add_element(document, "thead"), "tr");
+        for (const char* const word : {"Candidate", "Result", "Errors", "Warnings"}) {
+            add_element(head, "th", "", word).append_attribute("scope") = "col";
+        }
+        write_("<article>" + text_of(document.first_child()) + "<table>" +
+               text_of(document.last_child()) + "<tbody>");
+        rows_.copy_to(write_);
+        write_("</tbody></table></article>");
+    }
+
+    bool accept_warnings_;
+    Write write_;
+    std::size_t count_ = 0;
+    std::string candidate_;  ///< the last one
+    Spool rows_;
+    Spool sections_;
+};
 
 }  // namespace
 
-std::string format_html(const std::vector<Report>& reports, const ReportOptions& options) {
-    std::vector<Section> sections;
-    sections.reserve(reports.size());
-    for (const Report& report : reports) {
-        sections.emplace_back(report, options, sections.size() + 1);
-    }
-    pugi::xml_document document;
-    document.append_child(pugi::node_doctype).set_value("html");
-    pugi::xml_node html = document.append_child("html");
-    html.append_attribute("lang") = "en";
-    const std::string title = "VRRP configuration check";
-    add_head(html, reports.size() == 1 ? title + ": " + reports.front().candidate : title);
-    pugi::xml_node main = add_element(add_element(html, "body"), "main");
-    add_element(main, "h1", "", title);
-    if (options.unreached > 0) {
-        add_element(main, "div", "result error", unreached_text(options.unreached));
-    }
-    if (reports.size() > 1) {
-        add_overview(main, reports, sections);
-    }
-    for (const Section& section : sections) {
-        section.add_to(main);
-    }
-    std::ostringstream page;
-    document.save(page, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
-    return page.str() + "\n";
+std::unique_ptr<ReportWriter> html_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<HtmlWriter>(options.accept_warnings, write);
 }

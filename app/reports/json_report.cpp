@@ -1,6 +1,4 @@
-#include "reports/json.h"
-#include "reports/json_parts.h"
-#include "reports/report_format.h"
+#include "reports/json_elements.h"
 #include "reports/sentences.h"
 #include "terminal/output.h"
 
@@ -102,40 +100,28 @@ Json to_json(const Report& report) {
     return json;
 }
 
-/// The JSON with `indent` in front of every line but the first.
-std::string indented(const Json& json, const std::string& indent) {
-    std::string text;
-    for (const char c : json.dump(2)) {
-        text += c;
-        text += c == '\n' ? indent : "";
+class JsonWriter final : public ReportWriter {
+  public:
+    explicit JsonWriter(const Write& write)
+        : reports_(write, "{\n  \"format_version\": \"1.0\",\n  \"reports\": ", 1) {}
+
+    void add(const Report& report) override { reports_.add(to_json(report)); }
+
+    void finish(const Totals& totals, std::size_t /*unreached*/) override {
+        const Json summary = {{"candidates", totals.candidates},
+                              {"errors", totals.errors},
+                              {"warnings", totals.warnings},
+                              {"not_judged", totals.unchecked},
+                              {"skipped", totals.skipped}};
+        reports_.finish(",\n  \"summary\": " + indented(summary, "  ") + "\n}\n");
     }
-    return text;
-}
+
+  private:
+    JsonElements reports_;
+};
 
 }  // namespace
 
-std::string json_begin() {
-    return "{\n  \"format_version\": \"1.0\",\n  \"reports\": [\n";
-}
-
-std::string json_item(const Report& report) {
-    const std::string indent = "    ";
-    return indent + indented(to_json(report), indent);
-}
-
-std::string json_end(const Totals& totals) {
-    const Json summary = {{"candidates", totals.candidates},
-                          {"errors", totals.errors},
-                          {"warnings", totals.warnings},
-                          {"not_judged", totals.unchecked},
-                          {"skipped", totals.skipped}};
-    return "\n  ],\n  \"summary\": " + indented(summary, "  ") + "\n}\n";
-}
-
-std::string format_json(const std::vector<Report>& reports, const ReportOptions& /*options*/) {
-    std::string text = json_begin();
-    for (const Report& report : reports) {
-        text += (&report == &reports.front() ? "" : ",\n") + json_item(report);
-    }
-    return text + json_end(total_of(reports));
+std::unique_ptr<ReportWriter> json_writer(const ReportOptions& /*options*/, const Write& write) {
+    return std::make_unique<JsonWriter>(write);
 }

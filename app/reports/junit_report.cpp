@@ -2,8 +2,8 @@
 #include <pugixml.hpp>
 #include <sstream>
 
-#include "reports/report_format.h"
 #include "reports/sentences.h"
+#include "reports/spool.h"
 #include "terminal/output.h"
 
 namespace {
@@ -86,7 +86,7 @@ void add_rule(pugi::xml_node suite, const Report& report, const std::string& sel
     }
     TextStyle quiet;
     quiet.quiet = true;
-    std::string text = "\n" + format_text({of_rule}, quiet);
+    std::string text = "\n" + format_text(of_rule, quiet);
     for (const Omitted& rest : of_rule.omitted) {
         text += omitted_text(rest) + "\n";
     }
@@ -110,8 +110,8 @@ void set_counts(pugi::xml_node element, const Counts& counts, double seconds) {
     set_time(element, seconds);
 }
 
-Counts add_suite(pugi::xml_node suites, const Report& report, bool accept_warnings) {
-    pugi::xml_node suite = suites.append_child("testsuite");
+Counts add_suite(pugi::xml_document& document, const Report& report, bool accept_warnings) {
+    pugi::xml_node suite = document.append_child("testsuite");
     suite.append_attribute("name") = printable(report.candidate).c_str();
     Counts counts;
     pugi::xml_node readable = add_test(suite, report, kReadable);
@@ -134,8 +134,8 @@ Counts add_suite(pugi::xml_node suites, const Report& report, bool accept_warnin
 }
 
 /// Candidates that were not reached have no suite: that the run was ended is an error by itself.
-Counts add_interruption(pugi::xml_node suites, std::size_t unreached) {
-    pugi::xml_node suite = suites.append_child("testsuite");
+Counts add_interruption(pugi::xml_document& document, std::size_t unreached) {
+    pugi::xml_node suite = document.append_child("testsuite");
     suite.append_attribute("name") = kTool;
     pugi::xml_node test = suite.append_child("testcase");
     test.append_attribute("classname") = kTool;
@@ -147,23 +147,52 @@ Counts add_interruption(pugi::xml_node suites, std::size_t unreached) {
     return counts;
 }
 
+/// The suites wait for the counts of all, which go before them.
+class JunitWriter final : public ReportWriter {
+  public:
+    JunitWriter(bool accept_warnings, Write write)
+        : accept_warnings_(accept_warnings), write_(std::move(write)) {}
+
+    void add(const Report& report) override {
+        pugi::xml_document document;
+        counts_.add(add_suite(document, report, accept_warnings_));
+        seconds_ += report.seconds;
+        suites_.write(text_of(document.first_child(), 1));
+    }
+
+    void finish(const Totals& /*totals*/, std::size_t unreached) override {
+        pugi::xml_document document;
+        if (unreached > 0) {
+            counts_.add(add_interruption(document, unreached));
+            suites_.write(text_of(document.first_child(), 1));
+        }
+        pugi::xml_node all = document.append_child("testsuites");
+        all.append_attribute("name") = kTool;
+        set_counts(all, counts_, seconds_);
+        all.text() = "\n";
+        const std::string around = text_of(all, 0);
+        const std::size_t inside = around.find('\n') + 1;
+        write_("<?xml version=\"1.0\"?>\n" + around.substr(0, inside));
+        suites_.copy_to(write_);
+        write_(around.substr(inside));
+    }
+
+  private:
+    static std::string text_of(pugi::xml_node element, unsigned depth) {
+        std::ostringstream xml;
+        element.print(xml, "  ", pugi::format_default, pugi::encoding_utf8, depth);
+        return xml.str();
+    }
+
+    bool accept_warnings_;
+    Write write_;
+    Counts counts_;
+    double seconds_ = 0;
+    Spool suites_;
+};
+
 }  // namespace
 
-std::string format_junit(const std::vector<Report>& reports, const ReportOptions& options) {
-    pugi::xml_document document;
-    pugi::xml_node suites = document.append_child("testsuites");
-    suites.append_attribute("name") = kTool;
-    Counts all;
-    double seconds = 0;
-    for (const Report& report : reports) {
-        all.add(add_suite(suites, report, options.accept_warnings));
-        seconds += report.seconds;
-    }
-    if (options.unreached > 0) {
-        all.add(add_interruption(suites, options.unreached));
-    }
-    set_counts(suites, all, seconds);
-    std::ostringstream xml;
-    document.save(xml, "  ", pugi::format_default, pugi::encoding_utf8);
-    return xml.str();
+std::unique_ptr<ReportWriter> junit_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<JunitWriter>(options.accept_warnings, write);
 }

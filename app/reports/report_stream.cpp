@@ -1,48 +1,90 @@
 #include "reports/report_stream.h"
 
-#include "reports/json_parts.h"
-#include "reports/sentences.h"
+#include <algorithm>
+#include <iterator>
+
+#include "reports/spool.h"
 
 namespace {
 
-/// Whether there is nothing to say of the candidate.
-bool is_clean(const Report& report) {
-    return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
-           (!report.changes || report.changes->empty());
+struct Format {
+    const char* name;
+    MakeWriter* make;
+    bool tells_accepted;  ///< whether it shows accepted warnings in another way
+};
+
+constexpr Format kFormats[] = {
+    {"text", text_writer, false},    {"json", json_writer, false},    {"junit", junit_writer, true},
+    {"github", github_writer, true}, {"gitlab", gitlab_writer, true}, {"sarif", sarif_writer, true},
+    {"html", html_writer, true},
+};
+
+/// Whether the warnings are accepted shows when all of them are counted: until then the document
+/// is kept both ways.
+class EitherWriter final : public ReportWriter {
+  public:
+    EitherWriter(MakeWriter* make, const ReportOptions& options, Write write)
+        : options_(options), write_(std::move(write)) {
+        ReportOptions settled = options;
+        settled.max_warnings = 0;
+        refused_ = make(settled, [this](const std::string& text) { refused_text_.write(text); });
+        settled.accept_warnings = true;
+        accepted_ = make(settled, [this](const std::string& text) { accepted_text_.write(text); });
+    }
+
+    void add(const Report& report) override {
+        refused_->add(report);
+        accepted_->add(report);
+    }
+
+    void finish(const Totals& totals, std::size_t unreached) override {
+        refused_->finish(totals, unreached);
+        accepted_->finish(totals, unreached);
+        (options_.accepts(totals.warnings) ? accepted_text_ : refused_text_).copy_to(write_);
+    }
+
+  private:
+    ReportOptions options_;
+    Write write_;
+    Spool refused_text_;
+    Spool accepted_text_;
+    std::unique_ptr<ReportWriter> refused_;
+    std::unique_ptr<ReportWriter> accepted_;
+};
+
+std::unique_ptr<ReportWriter> make_writer(const ReportOptions& options, const Write& write) {
+    const Format& format =
+        *std::find_if(std::begin(kFormats), std::end(kFormats),
+                      [&](const Format& one) { return options.format == one.name; });
+    const bool is_open = options.max_warnings > 0 && !options.accept_warnings;
+    return is_open && format.tells_accepted
+               ? std::make_unique<EitherWriter>(format.make, options, write)
+               : format.make(options, write);
 }
 
 }  // namespace
 
-ReportStream::ReportStream(ReportOptions options, Write write)
-    : options_(std::move(options)), write_(std::move(write)) {}
-
-void ReportStream::add(Report report) {
-    const bool is_first = totals_.candidates == 0;
-    totals_.add(report);
-    if (options_.silent) {
-        return;
+std::vector<std::string> report_formats() {
+    std::vector<std::string> names;
+    for (const Format& format : kFormats) {
+        names.emplace_back(format.name);
     }
-    if (is_kept()) {
-        kept_.push_back(std::move(report));
-    } else if (options_.format == "json") {
-        write_((is_first ? json_begin() : ",\n") + json_item(report));
-    } else if (!options_.counts_clean || !is_clean(report)) {
-        write_(format_reports({std::move(report)}, options_));
+    return names;
+}
+
+ReportStream::ReportStream(const ReportOptions& options, const Write& write)
+    : writer_(options.silent ? nullptr : make_writer(options, write)) {}
+
+void ReportStream::add(const Report& report) {
+    totals_.add(report);
+    if (writer_ != nullptr) {
+        writer_->add(report);
     }
 }
 
 void ReportStream::finish(std::size_t unreached) {
-    const bool is_empty = totals_.candidates == 0;
     totals_.add_unreached(unreached);
-    options_.unreached = unreached;
-    if (options_.silent) {
-        return;
-    }
-    if (is_kept()) {
-        write_(format_reports(kept_, options_));
-    } else if (options_.format == "json") {
-        write_((is_empty ? json_begin() : "") + json_end(totals_));
-    } else if (!options_.quiet && (options_.counts_clean || totals_.candidates > 1)) {
-        write_(total_text(totals_) + "\n");
+    if (writer_ != nullptr) {
+        writer_->finish(totals_, unreached);
     }
 }

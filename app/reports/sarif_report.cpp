@@ -2,10 +2,10 @@
 #include <map>
 
 #include "reports/fingerprint.h"
-#include "reports/json.h"
-#include "reports/report_format.h"
+#include "reports/json_elements.h"
 #include "reports/sentences.h"
 #include "reports/source_lines.h"
+#include "reports/spool.h"
 #include "terminal/output.h"
 
 namespace {
@@ -132,46 +132,69 @@ Json to_notification(const Report& report, const char* level, const std::string&
                 physical_location(report.candidate, SourceLines({}), report.failure_at)}}}}};
 }
 
-}  // namespace
+/// The results are written as they come; the notifications, which are beside them in another array,
+/// when there are no more.
+class SarifWriter final : public ReportWriter {
+  public:
+    SarifWriter(bool accept_warnings, const Write& write)
+        : accept_warnings_(accept_warnings),
+          write_(write),
+          results_(write,
+                   std::string("{\n  \"$schema\": \"") + kSchema +
+                       "\",\n  \"version\": \"2.1.0\",\n  \"runs\": [\n    {\n"
+                       "      \"columnKind\": \"unicodeCodePoints\",\n      \"results\": ",
+                   3) {}
 
-std::string format_sarif(const std::vector<Report>& reports, const ReportOptions& options) {
-    Rules rules;
-    Json results = Json::array();
-    Json notifications = Json::array();
-    for (const Report& report : reports) {
-        rules.add(report);
+    void add(const Report& report) override {
+        rules_.add(report);
         const SourceLines lines(report.sources);
         if (!report.failure.empty()) {
-            notifications.push_back(to_notification(report, "error", printable(report.failure)));
+            notifications_.add(to_notification(report, "error", printable(report.failure)));
         }
         for (const std::string& remark : remarks(report)) {
-            notifications.push_back(to_notification(report, "note", remark));
+            notifications_.add(to_notification(report, "note", remark));
         }
         for (const Finding& finding : report.findings) {
-            Json result = to_result(report, finding, lines, rules);
-            if (finding.severity == Severity::warning && options.accept_warnings) {
+            Json result = to_result(report, finding, lines, rules_);
+            if (finding.severity == Severity::warning && accept_warnings_) {
                 result["suppressions"] = {
                     {{"kind", "external"}, {"justification", "accepted with --accept-warnings"}}};
             }
-            results.push_back(result);
+            results_.add(result);
         }
     }
-    if (options.unreached > 0) {
-        notifications.push_back(
-            {{"level", "error"}, {"message", {{"text", unreached_text(options.unreached)}}}});
+
+    void finish(const Totals& totals, std::size_t unreached) override {
+        if (unreached > 0) {
+            notifications_.add(
+                {{"level", "error"}, {"message", {{"text", unreached_text(unreached)}}}});
+        }
+        const Json tool = {{"driver",
+                            {{"name", "vrrp-valid"},
+                             {"version", VRRP_VALID_VERSION},
+                             {"semanticVersion", VRRP_VALID_VERSION},
+                             {"rules", rules_.json}}}};
+        results_.finish(",\n      \"tool\": " + indented(tool, "      ") +
+                        ",\n      \"invocations\": [\n        {\n"
+                        "          \"executionSuccessful\": " +
+                        (totals.unchecked == 0 ? "true" : "false") + ",\n");
+        notifications_.finish("\n        }\n      ]\n    }\n  ]\n}\n");
+        notifications_text_.copy_to(write_);
     }
-    const bool is_complete = total_of(reports).unchecked == 0 && options.unreached == 0;
-    const Json run = {
-        {"tool",
-         {{"driver",
-           {{"name", "vrrp-valid"},
-            {"version", VRRP_VALID_VERSION},
-            {"semanticVersion", VRRP_VALID_VERSION},
-            {"rules", rules.json}}}}},
-        {"columnKind", "unicodeCodePoints"},
-        {"invocations",
-         {{{"executionSuccessful", is_complete}, {"toolExecutionNotifications", notifications}}}},
-        {"results", results}};
-    const Json json = {{"$schema", kSchema}, {"version", "2.1.0"}, {"runs", {run}}};
-    return json.dump(2) + "\n";
+
+  private:
+    bool accept_warnings_;
+    Write write_;
+    Rules rules_;
+    JsonElements results_;
+    Spool notifications_text_;
+    JsonElements notifications_{
+        [this](const std::string& text) { notifications_text_.write(text); },
+        "          \"toolExecutionNotifications\": ", 5};
+};
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> sarif_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<SarifWriter>(options.accept_warnings, write);
 }

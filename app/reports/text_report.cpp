@@ -1,8 +1,10 @@
+#include <unistd.h>
+
 #include <algorithm>
 
 #include "reports/blocks.h"
 #include "reports/difference_report.h"
-#include "reports/report_format.h"
+#include "reports/report_writer.h"
 #include "reports/sentences.h"
 #include "reports/source_lines.h"
 #include "terminal/output.h"
@@ -78,24 +80,57 @@ class TextReport {
     SourceLines lines_;
 };
 
-}  // namespace
+/// Whether there is nothing to say of the candidate.
+bool is_clean(const Report& report) {
+    return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
+           (!report.changes || report.changes->empty());
+}
 
-std::string format_text(const std::vector<Report>& reports, const TextStyle& style) {
-    std::string text;
-    for (const Report& report : reports) {
-        if (report.changes) {
-            text += report.changes->empty() ? "no changes\n"
-                                            : format_difference_text(*report.changes, style.colour);
-        }
-        text += TextReport(report, style).text();
-        if (style.quiet) {
-            continue;
-        }
-        const std::string name = printable(report.candidate) + ": ";
-        text += name + result_text(report) + "\n";
-        for (const std::string& remark : remarks(report)) {
-            text += name + remark + "\n";
+class TextWriter final : public ReportWriter {
+  public:
+    TextWriter(const ReportOptions& options, Write write)
+        : options_(options),
+          write_(std::move(write)),
+          style_{options.quiet, wants_colour(), is_terminal(STDOUT_FILENO)} {}
+
+    void add(const Report& report) override {
+        if (!options_.counts_clean || !is_clean(report)) {
+            write_(format_text(report, style_));
         }
     }
-    return style.quiet || reports.size() < 2 ? text : text + total_text(total_of(reports)) + "\n";
+
+    void finish(const Totals& totals, std::size_t /*unreached*/) override {
+        if (!options_.quiet && (options_.counts_clean || totals.candidates > 1)) {
+            write_(total_text(totals) + "\n");
+        }
+    }
+
+  private:
+    ReportOptions options_;
+    Write write_;
+    TextStyle style_;
+};
+
+}  // namespace
+
+std::string format_text(const Report& report, const TextStyle& style) {
+    std::string text;
+    if (report.changes) {
+        text += report.changes->empty() ? "no changes\n"
+                                        : format_difference_text(*report.changes, style.colour);
+    }
+    text += TextReport(report, style).text();
+    if (style.quiet) {
+        return text;
+    }
+    const std::string name = printable(report.candidate) + ": ";
+    text += name + result_text(report) + "\n";
+    for (const std::string& remark : remarks(report)) {
+        text += name + remark + "\n";
+    }
+    return text;
+}
+
+std::unique_ptr<ReportWriter> text_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<TextWriter>(options, write);
 }

@@ -3,6 +3,7 @@
 #include <rapidjson/document.h>
 #include <rapidjson/schema.h>
 #include <rapidjson/stringbuffer.h>
+#include <sys/resource.h>
 
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
@@ -80,11 +81,11 @@ TEST(Reports, TellTheOperatorWhereWhyAndWhatToDo) {
         "    see: vrrp-valid explain vrrp_version_validation\n";
     const std::string result =
         "candidate.json: 1 error, 1 warning in 3 checks against an empty running configuration\n";
-    EXPECT_EQ(format_text({kBoth}, {}), finding + warning + result);
-    EXPECT_EQ(format_text({kBoth, kBroken}, {true}), finding + warning) << "quiet";
-    EXPECT_THAT(format_text({kBoth, kBroken, kWarned}, {}),
+    EXPECT_EQ(format_text(kBoth, {}), finding + warning + result);
+    EXPECT_EQ(format_reports({kBoth, kBroken}, {"text", false, 0, true}), finding + warning);
+    EXPECT_THAT(formatted({kBoth, kBroken, kWarned}, "text"),
                 EndsWith("3 candidates: 1 error, 2 warnings in 6 checks, 1 not checked\n"));
-    EXPECT_EQ(format_text({kBroken}, {}), "broken: could not be checked\n");
+    EXPECT_EQ(format_text(kBroken, {}), "broken: could not be checked\n");
 }
 
 TEST(Reports, ShowTheOperatorTheLineAndWhatFindingsHaveInCommon) {
@@ -93,7 +94,7 @@ TEST(Reports, ShowTheOperatorTheLineAndWhatFindingsHaveInCommon) {
         {"candidate.json", std::make_shared<std::string>("1\n2\n3\n4\n5\n\t\tä\"id\": 5")}};
     report.findings[0].location.column = 4;
     report.findings[0].cause = report.findings[2].cause = "layer-3 interface x is not there";
-    const std::string text = format_text({report}, {true, true, true});
+    const std::string text = format_text(report, {true, true, true});
     EXPECT_EQ(
         text.find("candidate.json:6:4: \033[1mnote:\033[0m layer-3 interface x is not there: "
                   "2 findings\ncandidate.json:6:4: \033[1;31merror:\033[0m IPv4 address cannot"),
@@ -110,7 +111,7 @@ TEST(Reports, SayWhatACleanResultDoesNotMean) {
     Report report = checked("candidate", {});
     report.removed_instances = 2;
     report.skipped = {7, {"a", "b"}, {"candidate:3: /config/vlna"}};
-    EXPECT_THAT(format_text({report}, {}),
+    EXPECT_THAT(format_text(report, {}),
                 EndsWith("candidate: removes 2 VRRP instances\n"
                          "candidate: skipped 7 nodes that no module describes: a, b\n"
                          "candidate: skipped, not defined in its module: "
@@ -170,6 +171,46 @@ TEST(Reports, SayInEveryFormatWhatTheyDoNotHold) {
             EXPECT_THAT(text, HasSubstr(words)) << format;
         }
     }
+}
+
+TEST(Reports, AreWholeInEveryFormatHoweverMany) {
+    std::vector<Report> many(75, kBoth);
+    many.push_back(kWarned);
+    for (const std::string& format : report_formats()) {
+        ReportOptions options{format};
+        const std::string refused = format_reports(many, options);
+        EXPECT_GT(refused.size(), many.size() * 400) << format;
+        options.accept_warnings = true;
+        const std::string accepted = format_reports(many, options);
+        const bool tells_accepted = format != "text" && format != "json";
+        EXPECT_EQ(accepted != refused, tells_accepted) << format;
+        options.accept_warnings = false;
+        options.max_warnings = many.size() - 1;
+        EXPECT_EQ(format_reports(many, options), refused) << format;
+        options.max_warnings = many.size();
+        EXPECT_EQ(format_reports(many, options), accepted) << format;
+    }
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(formatted(many, "junit").c_str()));
+    EXPECT_EQ(document.select_nodes("/testsuites/testsuite[@failures=2]").size(), 75U);
+    EXPECT_EQ(json::parse(formatted(many, "sarif"))["runs"][0]["results"].size(), 151U);
+    EXPECT_EQ(json::parse(formatted(many, "gitlab")).size(), 151U);
+}
+
+TEST(Reports, SayThatThereIsNoRoomForThem) {
+    rlimit files{};
+    getrlimit(RLIMIT_NOFILE, &files);
+    const rlimit none{0, files.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    try {
+        formatted(std::vector<Report>(75, kBoth), "junit");
+        ADD_FAILURE() << "kept in memory";
+    } catch (const CannotCheck& error) {
+        EXPECT_STREQ(error.what(),
+                     "a temporary file for the report cannot be used: Too many open files; make "
+                     "room in /tmp, or take --format text or json");
+    }
+    setrlimit(RLIMIT_NOFILE, &files);
 }
 
 TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {

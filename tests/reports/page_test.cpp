@@ -14,7 +14,7 @@ namespace {
 /// The page, which is XML as well, and its text.
 struct Page {
     explicit Page(const std::vector<Report>& reports, bool accept_warnings = false) {
-        const std::string page = format_html(reports, {"html", accept_warnings});
+        const std::string page = format_reports(reports, {"html", accept_warnings});
         EXPECT_TRUE(document.load_string(page.c_str())) << page;
         for (const auto& found : document.select_nodes("//body//text()")) {
             text += found.node().value();

@@ -31,7 +31,7 @@ Report oddly_named() {
 }
 
 TEST(GitHub, AnnotatesEachPlace) {
-    const std::string text = format_github({oddly_named(), not_checked("broken")}, {});
+    const std::string text = format_reports({oddly_named(), not_checked("broken")}, {"github"});
     EXPECT_THAT(text,
                 HasSubstr("::error file=./a%2C b%3Ac%25.json,line=6,col=5,"
                           "title=vrrp_ipv4_addr_update_validation::100%25: a, b%0Aat router "));
@@ -40,13 +40,14 @@ TEST(GitHub, AnnotatesEachPlace) {
     EXPECT_THAT(text, HasSubstr("\n::error file=broken,line=3,col=9,title=could not be checked::"
                                 "broken:3:9: ends too early.\n"));
     EXPECT_THAT(text, HasSubstr("::notice file=broken,title=vrrp-valid::could not be checked\n"));
-    EXPECT_THAT(format_github({oddly_named()}, {"", true}), Not(HasSubstr("::warning")));
-    EXPECT_THAT(format_github({checked("clean", {})}, {}), HasSubstr("::0 errors, 0 warnings in"));
+    EXPECT_THAT(format_reports({oddly_named()}, {"github", true}), Not(HasSubstr("::warning")));
+    EXPECT_THAT(format_reports({checked("clean", {})}, {"github"}),
+                HasSubstr("::0 errors, 0 warnings in"));
 }
 
 TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
     const auto issues = [](const Report& report) {
-        return json::parse(format_gitlab({report}, {}));
+        return json::parse(format_reports({report}, {"gitlab"}));
     };
     const json first = issues(oddly_named());
     EXPECT_EQ(first[0]["location"],
@@ -67,11 +68,12 @@ TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
         EXPECT_NE(issues(other)[0]["fingerprint"], first[0]["fingerprint"]);
     }
     EXPECT_EQ(issues(not_checked("broken"))[0]["severity"], "blocker");
-    EXPECT_EQ(format_gitlab({checked("clean", {})}, {}), "[]\n");
+    EXPECT_EQ(format_reports({checked("clean", {})}, {"gitlab"}), "[]\n");
 }
 
 TEST(Sarif, HasRulesResultsAndPlaces) {
-    const json all = json::parse(format_sarif({oddly_named(), not_checked("/broken")}, {}));
+    const json all =
+        json::parse(format_reports({oddly_named(), not_checked("/broken")}, {"sarif"}));
     const json& run = all["runs"][0];
     const json& rules = run["tool"]["driver"]["rules"];
     EXPECT_EQ(rules[0]["defaultConfiguration"]["level"], "warning");
@@ -93,7 +95,7 @@ TEST(Sarif, HasRulesResultsAndPlaces) {
     EXPECT_EQ(run["invocations"][0]["toolExecutionNotifications"][0]["locations"][0]
                  ["physicalLocation"]["artifactLocation"]["uri"],
               "file:///broken");
-    const json accepted = json::parse(format_sarif({oddly_named()}, {"", true}));
+    const json accepted = json::parse(format_reports({oddly_named()}, {"sarif", true}));
     EXPECT_EQ(accepted["runs"][0]["results"][1].count("suppressions"), 1U);
     EXPECT_EQ(accepted["runs"][0]["results"][0].count("suppressions"), 0U);
 }

@@ -1,0 +1,27 @@
+/// A JSON array that is written element by element.
+#pragma once
+
+#include "reports/json.h"
+#include "reports/report_writer.h"
+
+/// `json` as text, with `indent` in front of every line but the first.
+std::string indented(const Json& json, const std::string& indent);
+
+class JsonElements {
+  public:
+    /// `head` is what the document has before the array, which is `depth` objects and arrays deep.
+    /// Nothing is written before the first element.
+    JsonElements(Write write, std::string head, std::size_t depth)
+        : write_(std::move(write)), head_(std::move(head)), indent_(2 * depth, ' ') {}
+
+    void add(const Json& element);
+
+    /// Ends the array and the document, which has `tail` behind the array.
+    void finish(const std::string& tail);
+
+  private:
+    Write write_;
+    std::string head_;
+    std::string indent_;  ///< of the array
+    bool is_begun_ = false;
+};

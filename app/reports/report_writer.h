@@ -1,0 +1,50 @@
+/// Reports that are written one after the other as one document.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "checking/report.h"
+#include "reports/report_format.h"
+#include "reports/totals.h"
+
+/// Takes the next part of a document.
+using Write = std::function<void(const std::string&)>;
+
+class ReportWriter {
+  public:
+    virtual ~ReportWriter() = default;
+
+    /// Writes what `report` adds to the document, or keeps it outside memory for as long as it
+    /// cannot be written.
+    virtual void add(const Report& report) = 0;
+
+    /// Ends the document. `totals` are those of all candidates, of which `unreached` have no
+    /// report, since the run was ended.
+    virtual void finish(const Totals& totals, std::size_t unreached) = 0;
+};
+
+using MakeWriter = std::unique_ptr<ReportWriter>(const ReportOptions& options, const Write& write);
+
+/// For a reader: each finding as compilers write theirs, those with one cause together; what was
+/// checked in a few lines for each candidate; one line for all of several.
+MakeWriter text_writer;
+
+/// One JSON object, as docs/report.schema.json describes it.
+MakeWriter json_writer;
+
+/// JUnit XML: a suite for each candidate, in it a test for each rule, always under the same name.
+MakeWriter junit_writer;
+
+/// Workflow commands of GitHub: an annotation for each finding, and one for the result.
+MakeWriter github_writer;
+
+/// A code quality report of GitLab: an array of issues.
+MakeWriter gitlab_writer;
+
+/// SARIF 2.1.0, with the rules as the model describes them.
+MakeWriter sarif_writer;
+
+/// A page for the change ticket: one file that needs neither network nor script.
+MakeWriter html_writer;

@@ -113,7 +113,8 @@ const DocumentNode* offender_or_above(const Document& document, const lysc_node&
 
 }  // namespace
 
-CannotCheck model_complaint(const ly_ctx& context, const Document& document) {
+CannotCheck model_complaint(const ly_ctx& context, const ly_ctx& document_context,
+                            const Document& document) {
     const ly_err_item* item = ly_err_first(&context);
     while (item != nullptr && item->level != LY_LLERR) {  // a warning is not why it refuses
         item = item->next;
@@ -130,7 +131,7 @@ CannotCheck model_complaint(const ly_ctx& context, const Document& document) {
     const std::string_view path = quoted_path(location);
     const DocumentNode* node = nullptr;
     const lysc_node* const schema =
-        location.rfind("Schema", 0) == 0 ? schema_at(context, path) : nullptr;
+        location.rfind("Schema", 0) == 0 ? schema_at(document_context, path) : nullptr;
     if (schema != nullptr) {
         node = offender_or_above(document, *schema);
     } else {

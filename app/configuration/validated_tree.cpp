@@ -3,6 +3,7 @@
 #include <libyang/libyang.h>
 
 #include <array>
+#include <cstring>
 
 #include "configuration/leaf_value.h"
 #include "configuration/model_complaint.h"
@@ -25,8 +26,8 @@ using Data = std::unique_ptr<lyd_node, DataDeleter>;
 /// The library's tree of a document's nodes.
 class DataBuilder {
   public:
-    DataBuilder(const ly_ctx& context, const Document& document)
-        : context_(context), document_(document) {}
+    DataBuilder(const ly_ctx& context, const ly_ctx& document_context, const Document& document)
+        : context_(context), document_context_(document_context), document_(document) {}
 
     Data build() {
         add_children(document_.root(), nullptr);
@@ -44,12 +45,21 @@ class DataBuilder {
         }
     }
 
+    /// The context's own module of that name; mostly the one of the node above.
+    const lys_module* module_of(const lysc_node& schema, const lyd_node* parent) const {
+        const char* const name = schema.module->name;
+        const lys_module* const above = parent == nullptr ? nullptr : parent->schema->module;
+        return above != nullptr && std::strcmp(above->name, name) == 0
+                   ? above
+                   : ly_ctx_get_module_implemented(&context_, name);
+    }
+
     void add(const DocumentNode& node, lyd_node* parent) {
         const lysc_node& schema = *node.schema;
         lyd_node* made = nullptr;
         switch (schema.nodetype) {
             case LYS_CONTAINER:
-                require(lyd_new_inner(parent, schema.module, schema.name, 0, &made));
+                require(lyd_new_inner(parent, module_of(schema, parent), schema.name, 0, &made));
                 break;
             case LYS_LIST:
                 made = make_entry(node, parent);
@@ -60,7 +70,7 @@ class DataBuilder {
                 break;
             default:
                 // What it holds is nothing to the model.
-                require(lyd_new_any(parent, schema.module, schema.name, nullptr, 1,
+                require(lyd_new_any(parent, module_of(schema, parent), schema.name, nullptr, 1,
                                     LYD_ANYDATA_DATATREE, 0, &made));
         }
         if (parent == nullptr) {
@@ -90,11 +100,11 @@ class DataBuilder {
         lyd_node* made = nullptr;
         const auto& k = keys_;
         // It reads as many keys as the list has.
-        const LY_ERR result =
-            lyd_new_list(parent, node.schema->module, node.schema->name, 0, &made, k[0].c_str(),
-                         k[1].c_str(), k[2].c_str(), k[3].c_str(), k[4].c_str(), k[5].c_str(),
-                         k[6].c_str(), k[7].c_str(), k[8].c_str(), k[9].c_str(), k[10].c_str(),
-                         k[11].c_str(), k[12].c_str(), k[13].c_str(), k[14].c_str(), k[15].c_str());
+        const LY_ERR result = lyd_new_list(
+            parent, module_of(*node.schema, parent), node.schema->name, 0, &made, k[0].c_str(),
+            k[1].c_str(), k[2].c_str(), k[3].c_str(), k[4].c_str(), k[5].c_str(), k[6].c_str(),
+            k[7].c_str(), k[8].c_str(), k[9].c_str(), k[10].c_str(), k[11].c_str(), k[12].c_str(),
+            k[13].c_str(), k[14].c_str(), k[15].c_str());
         if (result != LY_SUCCESS) {
             for (const DocumentNode* leaf = node.first_child; leaf != nullptr; leaf = leaf->next) {
                 if (leaf->schema != nullptr && lysc_is_key(leaf->schema) &&
@@ -111,8 +121,8 @@ class DataBuilder {
         require_kind(node);
         value_ = node.text;
         lyd_node* made = nullptr;
-        if (lyd_new_term(parent, node.schema->module, node.schema->name, value_.c_str(), 0,
-                         &made) != LY_SUCCESS) {
+        if (lyd_new_term(parent, module_of(*node.schema, parent), node.schema->name, value_.c_str(),
+                         0, &made) != LY_SUCCESS) {
             refuse_value(node);
         }
         return made;
@@ -139,11 +149,12 @@ class DataBuilder {
 
     void require(LY_ERR result) const {
         if (result != LY_SUCCESS) {
-            throw model_complaint(context_, document_);
+            throw model_complaint(context_, document_context_, document_);
         }
     }
 
     const ly_ctx& context_;
+    const ly_ctx& document_context_;
     const Document& document_;
     Data data_;
     std::array<std::string, kMostKeys> keys_;
@@ -219,15 +230,15 @@ class TreeFiller {
 
 }  // namespace
 
-DataTree validated_tree(const ly_ctx& context,
+DataTree validated_tree(const ly_ctx& context, const ly_ctx& document_context,
                         const std::shared_ptr<const local_platform::SchemaNode>& schema,
                         const Document& document) {
     ly_err_clean(const_cast<ly_ctx*>(&context), nullptr);
-    lyd_node* data = DataBuilder(context, document).build().release();
+    lyd_node* data = DataBuilder(context, document_context, document).build().release();
     const LY_ERR result = lyd_validate_all(&data, &context, LYD_VALIDATE_NO_STATE, nullptr);
     const Data owned(data);
     if (result != LY_SUCCESS) {
-        throw model_complaint(context, document);
+        throw model_complaint(context, document_context, document);
     }
     TreeBuilder builder(schema);
     try {

@@ -3,11 +3,9 @@
 #include <libyang/libyang.h>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "configuration/edit.h"
 #include "configuration/extension_places.h"
-#include "configuration/libyang_complaint.h"
 #include "configuration/validated_tree.h"
 #include "errors/cannot_check.h"
 
@@ -15,28 +13,6 @@ using local_platform::DataTree;
 using local_platform::SchemaNode;
 
 namespace {
-
-/// The names of the modules in `dir`, in alphabetical order.
-std::vector<std::string> module_names(const std::string& dir) {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (const auto& entry : std::filesystem::directory_iterator(dir, error)) {
-        const std::string stem = entry.path().stem().string();
-        if (entry.path().extension() == ".yang") {
-            names.push_back(stem.substr(0, stem.find('@')));
-        }
-    }
-    if (error) {
-        throw CannotCheck(dir + ": the folder of YANG modules cannot be read: " + error.message());
-    }
-    if (names.empty()) {
-        throw CannotCheck(dir + ": has no YANG module; name the folder with --yang-dir");
-    }
-    std::sort(names.begin(), names.end());
-    // Several revisions of a module are one module.
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return names;
-}
 
 void collect_selectors(const YangModel& model, const SchemaNode& node,
                        std::vector<std::string>& selectors) {
@@ -66,32 +42,9 @@ void require_plain_uses_in(const lys_module& module) {
 
 }  // namespace
 
-void YangModel::ContextDeleter::operator()(ly_ctx* context) const {
-    ly_ctx_destroy(context);
-}
-
-YangModel::YangModel(const std::string& yang_dir) {
-    ly_log_options(LY_LOSTORE);
-    const std::vector<std::string> names = module_names(yang_dir);
-    ly_ctx* context = nullptr;
-    // Only that folder: libyang would take a newer module that lies about in the working one.
-    constexpr uint16_t kOptions =
-        LY_CTX_SET_PRIV_PARSED | LY_CTX_NO_YANGLIBRARY | LY_CTX_DISABLE_SEARCHDIR_CWD;
-    if (ly_ctx_new(yang_dir.c_str(), kOptions, &context) != LY_SUCCESS) {
-        throw CannotCheck(yang_dir + ": the folder of YANG modules cannot be used");
-    }
-    context_.reset(context);
-
-    std::vector<const lys_module*> modules;
-    const std::string folder = yang_dir + "/";
-    for (const std::string& name : names) {
-        const char* every_feature[] = {"*", nullptr};
-        modules.push_back(ly_ctx_load_module(context, name.c_str(), nullptr, every_feature));
-        if (modules.back() == nullptr) {
-            std::string file = folder + name;
-            throw CannotCheck(first_complaint(context, file.append(".yang")));
-        }
-    }
+YangModel::YangModel(const std::string& yang_dir)
+    : contexts_(std::make_unique<ContextPool>(yang_dir)) {
+    const std::vector<const lys_module*>& modules = contexts_->first().modules;
     for (const lys_module* const module : modules) {
         require_plain_uses_in(*module);
     }
@@ -112,8 +65,8 @@ std::vector<std::string> YangModel::selectors() const {
 }
 
 Document YangModel::parse(ConfigurationFile file, const ReadOptions& options) const {
-    return file.format == ConfigurationFormat::xml ? read_xml(*context_, std::move(file), options)
-                                                   : read_json(*context_, std::move(file), options);
+    return file.format == ConfigurationFormat::xml ? read_xml(context(), std::move(file), options)
+                                                   : read_json(context(), std::move(file), options);
 }
 
 Configuration YangModel::candidate(ConfigurationFile file, const ReadOptions& options,
@@ -133,5 +86,5 @@ Configuration YangModel::candidate(ConfigurationFile file, const ReadOptions& op
 }
 
 DataTree YangModel::tree(const Document& document) const {
-    return validated_tree(*context_, schema_, document);
+    return validated_tree(*contexts_->borrow(), context(), schema_, document);
 }

@@ -8,10 +8,9 @@
 
 #include "configuration/configuration.h"
 #include "configuration/document_builder.h"
+#include "configuration/yang_context.h"
 #include "configuration/yang_schema.h"
 #include "data_tree.h"
-
-struct ly_ctx;
 
 class YangModel {
   public:
@@ -44,11 +43,10 @@ class YangModel {
     local_platform::DataTree tree(const Document& document) const;
 
   private:
-    struct ContextDeleter {
-        void operator()(ly_ctx* context) const;
-    };
+    /// The one that the nodes of documents are of.
+    const ly_ctx& context() const { return *contexts_->first().context; }
 
-    std::unique_ptr<ly_ctx, ContextDeleter> context_;
+    std::unique_ptr<ContextPool> contexts_;
     std::shared_ptr<const local_platform::SchemaNode> schema_;
     ValidationUses uses_;
 };

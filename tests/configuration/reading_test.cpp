@@ -1,6 +1,7 @@
 // Which files are configurations, and what is said of those that are none.
 #include <gmock/gmock.h>
 
+#include "configuration/validated_tree.h"
 #include "support.h"
 
 using namespace testing;
@@ -182,6 +183,24 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
     }
 }
 
+/// As complaint_about(), said while another thread uses the context that `text` was read in.
+std::string complaint_of_second_context(const std::string& text) {
+    ContextPool pool(TEST_YANG_DIR);
+    const YangModules& first = pool.first();
+    const auto schema =
+        std::make_shared<const local_platform::SchemaNode>(describe_modules(first.modules));
+    const auto busy = pool.borrow();
+    const auto second = pool.borrow();
+    EXPECT_NE(busy.get(), second.get());
+    try {
+        validated_tree(*second, *first.context, schema,
+                       read_json(*first.context, configuration_from_bytes("file", text), {}));
+        return {};
+    } catch (const CannotCheck& error) {
+        return error.what();
+    }
+}
+
 TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
     const std::string good = R"({"slot": "a", "number": 1, "link": {"speed": 1}},)";
     const std::vector<std::pair<std::string, std::string>> rows = {
@@ -194,11 +213,17 @@ TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
         {good + "\n{\"slot\": \"b\",\n\"number\": 256}",
          "file:3:1: \"256\" is not a value of number"},
     };
-    for (const auto& [ports, complaint] : rows) {
-        EXPECT_THAT(complaint_about("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
+    const std::string fans = "{\"device:fan\": [{\"id\": 1, \"speed\": 9},\n{\"id\": 2}]}";
+    for (const auto& complain : {+complaint_of_second_context,
+                                 +[](const std::string& text) { return complaint_about(text); }}) {
+        for (const auto& [ports, complaint] : rows) {
+            EXPECT_THAT(complain("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
+        }
+        EXPECT_THAT(complain(fans), StartsWith("file:2:2: Mandatory choice \"drive\""));
+        EXPECT_EQ(complain("{\"device:port\": [" + good +
+                           "{\"slot\": \"c\", \"number\": 1, \"link\": {\"speed\": 2}}]}"),
+                  "");
     }
-    EXPECT_THAT(complaint_about("{\"device:fan\": [{\"id\": 1, \"speed\": 9},\n{\"id\": 2}]}"),
-                StartsWith("file:2:2: Mandatory choice \"drive\""));
 }
 
 TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {

@@ -28,6 +28,8 @@ RouterVrrpConfig::~RouterVrrpConfig() = default;
 void RouterVrrpConfig::ReadConfig() {
     std::string path = std::string(kInterfaceTable) + "{";
     const std::size_t key_start = path.size();
+    // A check of many interfaces spends most of its time here. Each key is freed at once, so that
+    // the records take its place; and of the two families' paths, only the digit is written anew.
     std::list<std::string> interface_keys = get_key_list(kInterfaceTable);
     for (; !interface_keys.empty(); interface_keys.pop_front()) {
         const std::string& interface_key = interface_keys.front();

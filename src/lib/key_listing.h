@@ -27,7 +27,9 @@ template <std::size_t kBufferSize>
     // The key count decides, not the calls' results; zero is what a failed call leaves it at. To
     // clear the keys as well would take as long as the rest of a short walk.
     maapi_cursor cursor;
-    std::memset(&cursor.n, 0, sizeof cursor - offsetof(maapi_cursor, n));
+    constexpr std::size_t kKeysEnd = offsetof(maapi_cursor, keys) + sizeof cursor.keys;
+    std::memset(&cursor, 0, offsetof(maapi_cursor, keys));
+    std::memset(reinterpret_cast<char*>(&cursor) + kKeysEnd, 0, sizeof cursor - kKeysEnd);
     maapi_init_cursor(maapi_socket, tctx->thandle, &cursor, "%s", path.c_str());
     const OpenCursor release(&cursor);
     maapi_get_next(&cursor);

@@ -107,7 +107,7 @@ bench-fleet: build-bench
 check-fleet: build-bench deps-fleet
 	scripts/check-fleet.sh build-bench
 
-## make bench-report        all of it, written into docs/ with plots (five minutes)
+## make bench-report        all of it, written into docs/ with plots (two minutes)
 bench-report: build-bench
 	bench/report.sh build-bench
 

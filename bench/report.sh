@@ -1,5 +1,5 @@
 #!/bin/sh
-# report.sh BUILD: runs everything and puts the figures and plots into docs/. Takes some five minutes of an
+# report.sh BUILD: runs everything and puts the figures and plots into docs/. Takes some two minutes of an
 # idle machine.
 set -eu
 build=$1

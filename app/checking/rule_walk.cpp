@@ -215,14 +215,14 @@ class Worker {
         times_[request.use] += Clock::now() - start;
     }
 
-    local_platform::Verdict ask(const Request& request) {
+    local_platform::Response ask(const Request& request) {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(*request.node, kp);
         confd_value_t newval = request.node->value();
         return walk_.host.validate(instance_, request.use->selector, kp, newval);
     }
 
-    local_platform::Verdict ask_and_watch(const Request& request) {
+    local_platform::Response ask_and_watch(const Request& request) {
         log_.clear();
         const local_platform::ScopedCallHook watch([this](const local_platform::Call& call) {
             log_.note(call);
@@ -237,8 +237,8 @@ class Worker {
         const std::string& selector = request.use->selector;
         const bool is_watched =
             !refusing_.empty() && refusing_.count(request.use) > 0 && !collector_.is_full(selector);
-        local_platform::Verdict verdict = is_watched ? ask_and_watch(request) : ask(request);
-        if (verdict.result == CONFD_OK) {
+        local_platform::Response response = is_watched ? ask_and_watch(request) : ask(request);
+        if (response.result == CONFD_OK) {
             if (is_watched) {
                 refusing_.erase(request.use);
             }
@@ -247,7 +247,7 @@ class Worker {
         refusing_.insert(request.use);
         Finding& finding = findings.emplace_back();
         finding.severity =
-            verdict.result == CONFD_VALIDATION_WARN ? Severity::warning : Severity::error;
+            response.result == CONFD_VALIDATION_WARN ? Severity::warning : Severity::error;
         finding.selector = selector;
         if (collector_.is_full(selector)) {
             return;
@@ -255,16 +255,16 @@ class Worker {
         if (!is_watched) {
             ask_and_watch(request);
         }
-        describe(request, verdict, finding);
+        describe(request, response, finding);
     }
 
-    void describe(const Request& request, const local_platform::Verdict& verdict,
+    void describe(const Request& request, const local_platform::Response& response,
                   Finding& finding) {
         finding.path = path_of(*request.node);
         finding.place = operator_path(*request.node);
-        finding.message = verdict.messages.empty()
+        finding.message = response.messages.empty()
                               ? "the rule refuses " + finding.path + " without a message."
-                              : verdict.messages.back();
+                              : response.messages.back();
         finding.help = remedy_for(*request.use, finding.message);
         add_values(trees_, *request.node, log_, finding);
     }

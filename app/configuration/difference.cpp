@@ -87,7 +87,7 @@ std::vector<bool> in_longest_increase(const std::vector<std::size_t>& sequence) 
     return is_in;
 }
 
-/// Where the entry at `position` of a list stands, by the one before it.
+/// Where the entry at `position` of a list is, by the one before it.
 std::string standing(const Node& list, std::size_t position) {
     return position == 0 ? "first" : "after " + operator_keys(*list.children[position - 1]);
 }

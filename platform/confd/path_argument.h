@@ -10,7 +10,7 @@
 
 namespace local_platform {
 
-/// The formatted path. A plain "%s" is taken as it stands, without a copy, so the argument must
+/// The formatted path. A plain "%s" is taken as it is, without a copy, so the argument must
 /// outlive the object.
 class PathArgument {
   public:

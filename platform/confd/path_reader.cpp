@@ -23,7 +23,7 @@ class CharacterSet {
 constexpr CharacterSet kNameEnds("/{[");
 constexpr CharacterSet kBareKeyEnds({" \t\n\r{}\"", sizeof " \t\n\r{}\""});  // and NUL
 
-/// How much of `text` stands before the first of `ends`. find_first_of() would search its set anew,
+/// How much of `text` is before the first of `ends`. find_first_of() would search its set anew,
 /// with a call, for each character.
 std::size_t length_before(std::string_view text, const CharacterSet& ends) {
     std::size_t length = 0;

@@ -13,7 +13,7 @@
 namespace local_platform {
 
 /// A plug-in's answer to one request.
-struct Verdict {
+struct Response {
     int result = CONFD_OK;
     std::vector<std::string> messages;  ///< every one it set, in order
 };
@@ -39,8 +39,8 @@ class Host {
     const std::string& validation_point() const;
 
     /// Hands the plug-in one request of its point, on any thread. Throws PlatformError.
-    Verdict validate(const Instance& instance, const std::string& selector, confd_hkeypath_t& kp,
-                     confd_value_t& newval) const;
+    Response validate(const Instance& instance, const std::string& selector, confd_hkeypath_t& kp,
+                      confd_value_t& newval) const;
 
   private:
     struct Plugin;

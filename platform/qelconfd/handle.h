@@ -1,4 +1,4 @@
-/// What stands behind the handle and the framework object of an instance.
+/// What is behind the handle and the framework object of an instance.
 #pragma once
 
 #include "data_tree.h"

@@ -97,17 +97,17 @@ const std::string& Host::validation_point() const {
     return plugin_->validation_point;
 }
 
-Verdict Host::validate(const Instance& instance, const std::string& selector, confd_hkeypath_t& kp,
-                       confd_value_t& newval) const {
-    Verdict verdict;
+Response Host::validate(const Instance& instance, const std::string& selector, confd_hkeypath_t& kp,
+                        confd_value_t& newval) const {
+    Response response;
     confd_trans_ctx tctx{};
     tctx.thandle = instance.thandle();
     tctx.vcb_opaque = instance.handle();
     tctx.validate_opaque = const_cast<char*>(selector.c_str());
-    tctx.messages = &verdict.messages;
-    verdict.result = call_entry(plugin_->file, "validate",
-                                [&] { return plugin_->validate(&tctx, &kp, &newval); });
-    return verdict;
+    tctx.messages = &response.messages;
+    response.result = call_entry(plugin_->file, "validate",
+                                 [&] { return plugin_->validate(&tctx, &kp, &newval); });
+    return response;
 }
 
 }  // namespace local_platform

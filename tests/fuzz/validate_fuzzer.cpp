@@ -1,4 +1,4 @@
-/// Requests whose keys have the types that the model gives them, about any text: a verdict and at
+/// Requests whose keys have the types that the model gives them, about any text: a response and at
 /// most one message for each.
 #include <fuzzer/FuzzedDataProvider.h>
 

@@ -106,6 +106,11 @@ void require_known(const CLI::ConfigItem& item, const std::vector<CLI::App*>& su
 
 }  // namespace
 
+bool has_defaults_file() {
+    std::error_code error;
+    return fs::exists(fs::symlink_status(kFile, error));
+}
+
 void set_defaults(CLI::App& app, CLI::App& subcommand) {
     std::vector<CLI::ConfigItem> items = read_file();
     // A section's key holds before one for all.

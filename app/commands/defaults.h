@@ -3,6 +3,9 @@
 
 #include <CLI/CLI.hpp>
 
+/// Whether the working folder has a `.vrrp-valid.toml`.
+bool has_defaults_file();
+
 /// Gives the options of `subcommand`, one of `app`'s, the defaults that `.vrrp-valid.toml` in the
 /// working folder sets (a key is for every subcommand, or in a section for one) and, before
 /// those, the environment (VRRP_VALID_MAX_WARNINGS for --max-warnings). Throws CannotCheck for a

@@ -2,9 +2,11 @@
 #include <csignal>
 #include <iostream>
 #include <optional>
+#include <set>
 
 #include "commands/command_line.h"
 #include "commands/commands.h"
+#include "commands/defaults.h"
 #include "commands/exit_code.h"
 #include "errors/cannot_check.h"
 #include "terminal/output.h"
@@ -36,19 +38,45 @@ struct OutputOptions {
 };
 
 void add_output_options(CLI::App& app, OutputOptions& options) {
-    for (const char* const name :
-         {"check", "report", "diff", "commit", "rules", "explain", "encrypt", "completion"}) {
-        app.get_subcommand(name)
-            ->add_option("-o,--output", options.file,
-                         "Write the output to this file, complete or not at all")
-            ->type_name("FILE");
+    const std::set<std::string> without_output = {"keygen", "help"};
+    const std::set<std::string> with_colour = {"check", "report", "diff", "commit"};
+    for (CLI::App* const command : all_subcommands(app)) {
+        if (without_output.count(command->get_name()) == 0) {
+            command
+                ->add_option("-o,--output", options.file,
+                             "Write the output to this file, complete or not at all")
+                ->type_name("FILE");
+        }
+        if (with_colour.count(command->get_name()) > 0) {
+            command->add_option("--color", options.colour, "When to colour the text")
+                ->check(CLI::IsMember({"auto", "always", "never"}))
+                ->capture_default_str();
+        }
     }
-    for (const char* const name : {"check", "report", "diff", "commit"}) {
-        app.get_subcommand(name)
-            ->add_option("--color", options.colour, "When to colour the text")
-            ->check(CLI::IsMember({"auto", "always", "never"}))
-            ->capture_default_str();
+}
+
+constexpr std::pair<const char*, Subcommand (*)(CLI::App&)> kSubcommands[] = {
+    {"check", add_check_command},           {"diff", add_diff_command},
+    {"report", add_report_command},         {"commit", add_commit_command},
+    {"rules", add_rules_command},           {"explain", add_explain_command},
+    {"keygen", add_keygen_command},         {"encrypt", add_encrypt_command},
+    {"completion", add_completion_command}, {"help", add_help_command},
+};
+
+/// Adds the subcommand `first`, or all of them when that is none, or one that needs to know the
+/// others. To add all takes longer than many a check.
+std::vector<Subcommand> add_subcommands(CLI::App& app, const std::string& first) {
+    const bool needs_all = first == "completion" || first == "help" || has_defaults_file();
+    for (const auto& [name, add] : kSubcommands) {
+        if (name == first && !needs_all) {
+            return {add(app)};
+        }
     }
+    std::vector<Subcommand> all;
+    for (const auto& [name, add] : kSubcommands) {
+        all.push_back(add(app));
+    }
+    return all;
 }
 
 /// Runs `subcommand` and gives its exit code.
@@ -76,12 +104,7 @@ int run(int argc, char** argv) {
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not be checked, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
-    const std::vector<Subcommand> subcommands = {
-        add_check_command(app),  add_diff_command(app),    add_report_command(app),
-        add_commit_command(app), add_rules_command(app),   add_explain_command(app),
-        add_keygen_command(app), add_encrypt_command(app), add_completion_command(app),
-        add_help_command(app),
-    };
+    const std::vector<Subcommand> subcommands = add_subcommands(app, argc > 1 ? argv[1] : "");
     OutputOptions output;
     add_output_options(app, output);
     require_names(app);

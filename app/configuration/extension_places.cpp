@@ -1,16 +1,22 @@
 #include "configuration/extension_places.h"
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
+#include <fcntl.h>
+
 #include <vector>
 
 #include "configuration/text_position.h"
 #include "errors/cannot_check.h"
+#include "files/file_descriptor.h"
 
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n";
+bool is_blank(char c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
+
+bool is_mark(char c) {
+    return c == '{' || c == '}' || c == ';';
+}
 
 /// The words of a module's text: keywords, arguments, "{", "}", ";" and "+"; no comments.
 class Words {
@@ -29,7 +35,9 @@ class Words {
         } else if (is_mark(text_[at_])) {
             ++at_;
         } else {
-            at_ = std::min(text_.find_first_of(" \t\r\n;{}", at_), text_.size());
+            while (at_ < text_.size() && !is_blank(text_[at_]) && !is_mark(text_[at_])) {
+                ++at_;
+            }
         }
         return text_.substr(begin_, at_ - begin_);
     }
@@ -38,8 +46,6 @@ class Words {
     std::size_t begin() const { return begin_; }
 
   private:
-    static bool is_mark(char c) { return c == '{' || c == '}' || c == ';'; }
-
     bool at(std::string_view sign) const { return text_.substr(at_, sign.size()) == sign; }
 
     void skip_past(std::string_view sign) {
@@ -49,7 +55,9 @@ class Words {
 
     void skip_blanks_and_comments() {
         for (;;) {
-            at_ = std::min(text_.find_first_not_of(kBlanks, at_), text_.size());
+            while (at_ < text_.size() && is_blank(text_[at_])) {
+                ++at_;
+            }
             if (at("//")) {
                 skip_past("\n");
             } else if (at("/*")) {
@@ -62,11 +70,18 @@ class Words {
 
     std::size_t end_of_string() const {
         const char quote = text_[at_];
-        std::size_t end = at_ + 1;
-        while (end < text_.size() && text_[end] != quote) {
-            end += quote == '"' && text_[end] == '\\' ? 2 : 1;
+        for (std::size_t end = at_ + 1; (end = text_.find(quote, end)) != std::string_view::npos;) {
+            ++end;
+            if (quote == '\'' || !is_escaped(end - 1)) {
+                return end;
+            }
         }
-        return std::min(end + 1, text_.size());
+        return text_.size();
+    }
+
+    bool is_escaped(std::size_t position) const {
+        const std::size_t before = text_.find_last_not_of('\\', position - 1);
+        return (position - before) % 2 == 0;
     }
 
     std::string_view text_;
@@ -109,27 +124,27 @@ std::string prefix_of_extensions(std::string_view text) {
 }  // namespace
 
 void require_plain_uses(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    const std::string text = opened.is_open() ? read_all(opened.number()) : std::string();
     const std::string validate = prefix_of_extensions(text) + ":validate";
-    std::vector<std::string_view> open;  // the keywords of the statements around the next one
+    std::vector<std::string_view> around;  // the keywords of the statements around the next one
     std::string_view keyword;
     Words words(text);
     for (std::string_view word = words.next(); !word.empty(); word = words.next()) {
         if (word == "{") {
-            open.push_back(keyword);
+            around.push_back(keyword);
             keyword = {};
         } else if (word == "}" || word == ";") {
-            if (word == "}" && !open.empty()) {
-                open.pop_back();
+            if (word == "}" && !around.empty()) {
+                around.pop_back();
             }
             keyword = {};
         } else if (keyword.empty()) {
             keyword = word;
-            if (keyword == validate && (open.empty() || !may_hold_uses(open.back()))) {
+            if (keyword == validate && (around.empty() || !may_hold_uses(around.back()))) {
                 throw CannotCheck(position_in(file, text, words.begin()),
                                   validate + " is under " +
-                                      std::string(open.empty() ? "nothing" : open.back()) +
+                                      std::string(around.empty() ? "nothing" : around.back()) +
                                       "; move it into the container, list or leaf itself");
             }
         }

@@ -56,7 +56,8 @@ std::string read_all(int fd, std::size_t max_size) {
     for (;;) {
         const std::size_t filled = bytes.size();
         // One byte more than a file has tells that it ends there.
-        const std::size_t wanted = expected > filled ? expected - filled + 1 : kReadSize;
+        const std::size_t wanted =
+            expected > 0 && expected >= filled ? expected - filled + 1 : kReadSize;
         bytes.resize(filled + wanted);
         const std::size_t count =
             counted(uninterrupted([&] { return read(fd, bytes.data() + filled, wanted); }));

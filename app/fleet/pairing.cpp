@@ -24,7 +24,22 @@ bool is_folder(const std::string& name) {
 
 bool is_file(const fs::path& name) {
     std::error_code error;
-    return fs::exists(name, error) && !fs::is_directory(name, error);
+    const fs::file_status status = fs::status(name, error);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+/// The file at `wanted`, or one of its name with another ending; empty when there is none.
+std::string existing_file(const fs::path& wanted) {
+    if (is_file(wanted)) {
+        return wanted.string();
+    }
+    for (const char* const ending : kEndings) {
+        const fs::path other = fs::path(wanted).replace_extension(ending);
+        if (is_file(other)) {
+            return other.string();
+        }
+    }
+    return {};
 }
 
 bool is_configuration(const fs::path& name) {
@@ -38,7 +53,8 @@ std::vector<fs::path> configurations_in(const std::string& folder) {
     std::error_code error;
     for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
          entry.increment(error)) {
-        if (is_configuration(entry->path()) && is_file(entry->path())) {
+        std::error_code unknown;  // as of a link to nothing, which fails when it is read
+        if (is_configuration(entry->path()) && !entry->is_directory(unknown)) {
             found.push_back(entry->path().lexically_relative(folder));
         }
     }
@@ -80,7 +96,8 @@ class Pairing {
                                   ": give a candidate and, after a tab, its running configuration");
             }
             if (tab != std::string::npos) {
-                add_pair(line.substr(0, tab), line.substr(tab + 1));
+                const std::string running = line.substr(tab + 1);
+                add_pair(line.substr(0, tab), running, is_file(running) ? running : "");
             } else if (!line.empty()) {
                 add(line);
             }
@@ -110,24 +127,19 @@ class Pairing {
             return;
         }
         const fs::path wanted = options_.running / below;
-        fs::path partner = wanted;
-        for (const char* const ending : kEndings) {
-            if (!is_file(partner)) {
-                partner.replace_extension(ending);
-            }
-        }
-        add_pair(name, (is_file(partner) ? partner : wanted).string());
+        add_pair(name, wanted.string(), existing_file(wanted));
     }
 
-    void add_pair(const std::string& name, const std::string& running) {
-        if (is_file(running)) {
+    /// Adds the candidate `name` with `running`, where that is found in place of `wanted`.
+    void add_pair(const std::string& name, const std::string& wanted, const std::string& running) {
+        if (!running.empty()) {
             pairs.push_back({name, running, {}});
         } else if (options_.allow_missing_running) {
             pairs.push_back({name, {}, {}});
         } else {
-            pairs.push_back({name, running,
-                             running + ": there is no such running configuration; to check against "
-                                       "an empty one, give --allow-missing-running"});
+            pairs.push_back({name, wanted,
+                             wanted + ": there is no such running configuration; to check against "
+                                      "an empty one, give --allow-missing-running"});
         }
     }
 

@@ -59,6 +59,9 @@ TEST_F(PairingTest, FindsThePartnerByItsPathBelowTheFolder) {
     EXPECT_THAT(pairs({{"new/c", "-"}, "other.xml", "", false}),
                 ElementsAre("new/c/d.json other.xml", "new/c/d.xml other.xml", "- other.xml"));
     EXPECT_THAT(pairs({{"missing.json"}, "", "", false}), ElementsAre("missing.json "));
+    fs::create_symlink("nothing", "text/lost.json");
+    EXPECT_THAT(pairs({{"text"}, "", "", false}), ElementsAre("text/lost.json "))
+        << "not in silence";
 }
 
 TEST_F(PairingTest, TakesAListBehindTheArguments) {

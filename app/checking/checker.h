@@ -46,6 +46,9 @@ class Checker {
     /// Throws CannotCheck or PlatformError when something cannot be loaded.
     explicit Checker(const CheckerOptions& options);
 
+    /// Gets ready to read on `threads` at a time. Throws CannotCheck.
+    void prepare_for(std::size_t threads) const { model_.prepare_for(threads); }
+
     /// The running configuration in `file`, an empty one without a file. Throws CannotCheck.
     Running read_running(std::optional<ConfigurationFile> file) const;
 

@@ -122,10 +122,11 @@ void hold_signals() {
     sigprocmask(SIG_BLOCK, &signals, nullptr);
 }
 
-/// Prints `text`; when that fails, says what is in place.
-void print_beside(const std::string& running, const char* in_place, const std::string& text) {
+/// Prints what `text` gives; when that fails, says what is in place.
+void print_beside(const std::string& running, const char* in_place,
+                  const std::function<std::string()>& text) {
     try {
-        print(text);
+        print(text());
     } catch (const CannotCheck& error) {
         throw CannotCheck(running + ": " + in_place + ", but " + error.what());
     }
@@ -136,10 +137,12 @@ void print_beside(const std::string& running, const char* in_place, const std::s
 void print_end(const CommitOptions& options, const Report& report) {
     const char* const in_place = *report.committed ? kNewIsThere : kOldIsThere;
     if (!options.is_text()) {
-        print_beside(options.running, in_place, format_reports({report}, options.report));
-    } else if (*report.committed && !options.report.quiet && !options.report.silent) {
         print_beside(options.running, in_place,
-                     "committed: " + printable(report.candidate + " to " + options.running) + "\n");
+                     [&] { return format_reports({report}, options.report); });
+    } else if (*report.committed && !options.report.quiet && !options.report.silent) {
+        print_beside(options.running, in_place, [&] {
+            return "committed: " + printable(report.candidate + " to " + options.running) + "\n";
+        });
     }
 }
 
@@ -188,7 +191,7 @@ int run_commit(const CommitOptions& options) {
         change.emplace(options);
         if (options.is_text()) {
             print_beside(options.running, kOldIsThere,
-                         format_reports({change->report}, options.report));
+                         [&] { return format_reports({change->report}, options.report); });
         }
         ending = commit(*change, options);
     } catch (const std::exception& error) {

@@ -108,7 +108,7 @@ void require_known(const CLI::ConfigItem& item, const std::vector<CLI::App*>& su
 
 bool has_defaults_file() {
     std::error_code error;
-    return fs::exists(fs::symlink_status(kFile, error));
+    return fs::exists(kFile, error);
 }
 
 void set_defaults(CLI::App& app, CLI::App& subcommand) {

@@ -1,6 +1,3 @@
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <iostream>
 #include <map>
 
@@ -9,9 +6,10 @@
 #include "commands/exit_code.h"
 #include "commands/options.h"
 #include "errors/cannot_check.h"
-#include "files/file_descriptor.h"
+#include "files/named_file.h"
 #include "reports/json_reader.h"
 #include "reports/report_stream.h"
+#include "reports/spool.h"
 #include "terminal/output.h"
 
 namespace {
@@ -21,19 +19,6 @@ struct ReportCommandOptions {
     std::string yang_dir;
     std::vector<std::string> files;
 };
-
-std::string read_report_file(const std::string& name) {
-    const FileDescriptor file(name == "-" ? dup(STDIN_FILENO)
-                                          : open(name.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.is_open()) {
-        throw CannotCheck(name + ": cannot be opened: " + last_system_error());
-    }
-    try {
-        return read_all(file.number(), kLargestFile);
-    } catch (const std::runtime_error& error) {
-        throw CannotCheck(name + ": cannot be read: " + error.what());
-    }
-}
 
 /// Which file reported each candidate: a candidate that two report was checked twice, and which of
 /// them holds cannot be told.
@@ -58,11 +43,12 @@ int run_report(const ReportCommandOptions& options) {
     if (options.report.format == "sarif") {  // which tells of them; a stored report does not
         rules = rules_of(YangModel(options.yang_dir));
     }
-    ReportStream stream(options.report, print);
+    Spool document;  // whole, or nothing when one of the files is not
+    ReportStream stream(options.report, [&](const std::string& text) { document.write(text); });
     Reported reported;
     std::size_t unreached = 0;
     for (const std::string& file : options.files) {
-        StoredReports stored = reports_from_json(file, read_report_file(file));
+        StoredReports stored = reports_from_json(file, read_named_file(file));
         for (Report& report : stored.reports) {
             reported.add(report, file);
             report.rules = rules;
@@ -75,6 +61,7 @@ int run_report(const ReportCommandOptions& options) {
         }
     }
     stream.finish(unreached);
+    document.copy_to(print);
     return exit_code(stream.totals(), options.report.accepts(stream.totals().warnings));
 }
 

@@ -1,11 +1,8 @@
 #include "configuration/configuration_file.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include "configuration/text_position.h"
 #include "errors/cannot_check.h"
-#include "files/file_descriptor.h"
+#include "files/named_file.h"
 
 namespace {
 
@@ -36,30 +33,13 @@ ConfigurationFormat format_of(const std::string& name, const std::string& bytes)
         kind_of(text.substr(first)) + "; give a configuration that begins with { or <");
 }
 
-ConfigurationFile read_open_file(const std::string& name, int fd, std::size_t max_size) {
-    std::string bytes;
-    try {
-        bytes = read_all(fd, max_size);
-    } catch (const std::runtime_error& error) {
-        throw CannotCheck(name + ": cannot be read: " + error.what());
-    }
-    return configuration_from_bytes(name, std::move(bytes));
-}
-
 }  // namespace
 
 ConfigurationFile read_configuration_file(const std::string& name, std::size_t max_size) {
     if (name.empty()) {
         throw CannotCheck("a file name is empty; name the file, or - for standard input");
     }
-    if (name == "-") {
-        return read_open_file("standard input", STDIN_FILENO, max_size);
-    }
-    const FileDescriptor file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.is_open()) {
-        throw CannotCheck(name + ": cannot be opened: " + last_system_error());
-    }
-    return read_open_file(name, file.number(), max_size);
+    return configuration_from_bytes(shown_name(name), read_named_file(name, max_size));
 }
 
 ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes) {

@@ -212,7 +212,7 @@ class Editor {
         }
     }
 
-    /// From now on `target` is where `node` of the edit does.
+    /// From now on `target` is where `node` of the edit is.
     void point_to_edit(DocumentNode& target, const DocumentNode& node) {
         if (!touched_.insert(&target).second) {
             refuse(node, describe(node) + " is given twice in the edit; give it once");

@@ -1,12 +1,10 @@
 #include "configuration/extension_places.h"
 
-#include <fcntl.h>
-
 #include <vector>
 
 #include "configuration/text_position.h"
 #include "errors/cannot_check.h"
-#include "files/file_descriptor.h"
+#include "files/named_file.h"
 
 namespace {
 
@@ -124,8 +122,7 @@ std::string prefix_of_extensions(std::string_view text) {
 }  // namespace
 
 void require_plain_uses(const std::string& file) {
-    const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    const std::string text = opened.is_open() ? read_all(opened.number()) : std::string();
+    const std::string text = read_named_file(file);
     const std::string validate = prefix_of_extensions(text) + ":validate";
     std::vector<std::string_view> around;  // the keywords of the statements around the next one
     std::string_view keyword;

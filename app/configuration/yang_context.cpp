@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <future>
 
 #include "configuration/libyang_complaint.h"
 #include "errors/cannot_check.h"
@@ -69,6 +70,17 @@ ContextPool::ContextPool(std::string yang_dir)
 void ContextPool::GiveBack::operator()(ly_ctx* context) const {
     const std::lock_guard lock(pool->mutex_);
     pool->free_.push_back(context);
+}
+
+void ContextPool::load_for(std::size_t threads) {
+    std::vector<std::future<Borrowed>> loading(threads);
+    for (std::future<Borrowed>& context : loading) {
+        context = std::async([this] { return borrow(); });
+    }
+    std::vector<Borrowed> loaded;  // given back together, so that each is another one
+    for (std::future<Borrowed>& context : loading) {
+        loaded.push_back(context.get());
+    }
 }
 
 ContextPool::Borrowed ContextPool::borrow() {

@@ -43,6 +43,9 @@ class ContextPool {
     /// A context that nobody else borrows meanwhile; loaded when there is none. Throws CannotCheck.
     Borrowed borrow();
 
+    /// Loads as many as `threads` will borrow at a time. Throws CannotCheck.
+    void load_for(std::size_t threads);
+
   private:
     std::string yang_dir_;
     YangModules first_;

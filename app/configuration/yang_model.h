@@ -39,6 +39,10 @@ class YangModel {
         return tree(parse(std::move(file)));
     }
 
+    /// Gets ready for `threads` that make trees at a time: what is loaded later might be another
+    /// model. Throws CannotCheck.
+    void prepare_for(std::size_t threads) const { contexts_->load_for(threads); }
+
     /// The tree of `document`. Throws CannotCheck when the model does not allow it.
     local_platform::DataTree tree(const Document& document) const;
 

@@ -4,13 +4,10 @@
 #include <optional>
 
 #include "errors/cannot_check.h"
+#include "files/named_file.h"
 #include "fleet/ordered_work.h"
 
 namespace {
-
-std::string shown_name(const std::string& file) {
-    return file == "-" ? "standard input" : file;
-}
 
 Running read_running(const Fleet& fleet, const std::string& name) {
     return fleet.checker.read_running(
@@ -54,6 +51,7 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
 }  // namespace
 
 std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& take) {
+    fleet.checker.prepare_for(std::min(fleet.jobs, fleet.pairs.size()));
     const std::optional<Running> shared = shared_running(fleet);
     return work_in_order(
         {fleet.pairs.size(), fleet.jobs,

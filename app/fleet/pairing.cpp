@@ -1,15 +1,12 @@
 #include "fleet/pairing.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <sstream>
 #include <system_error>
 
 #include "errors/cannot_check.h"
-#include "files/file_descriptor.h"
+#include "files/named_file.h"
 
 namespace fs = std::filesystem;
 
@@ -84,7 +81,7 @@ class Pairing {
     }
 
     void add_list(const std::string& name) {
-        std::istringstream lines(read_list(name));
+        std::istringstream lines(read_named_file(name));
         std::string line;
         for (std::size_t number = 1; std::getline(lines, line); ++number) {
             if (!line.empty() && line.back() == '\r') {
@@ -107,19 +104,6 @@ class Pairing {
     std::vector<Pair> pairs;
 
   private:
-    static std::string read_list(const std::string& name) {
-        const FileDescriptor file(name == "-" ? dup(STDIN_FILENO)
-                                              : open(name.c_str(), O_RDONLY | O_CLOEXEC));
-        if (!file.is_open()) {
-            throw CannotCheck(name + ": cannot be opened: " + last_system_error());
-        }
-        try {
-            return read_all(file.number(), kLargestFile);
-        } catch (const std::runtime_error& error) {
-            throw CannotCheck(name + ": cannot be read: " + error.what());
-        }
-    }
-
     /// Adds the candidate `name` with its partner, `below` the running folder when there is one.
     void add_file(const std::string& name, const fs::path& below) {
         if (!is_running_folder_) {

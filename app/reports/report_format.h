@@ -8,7 +8,7 @@
 #include "checking/report.h"
 
 struct ReportOptions {
-    std::string format = "text";   ///< or another of report_formats()
+    std::string format = "text";   ///< one of report_formats()
     bool accept_warnings = false;  ///< a warning is no failure
     std::size_t max_warnings = 0;  ///< nor are these many or fewer, in all reports together
     bool quiet = false;            ///< findings only, in the formats for readers

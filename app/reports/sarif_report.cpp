@@ -158,7 +158,8 @@ class SarifWriter final : public ReportWriter {
             Json result = to_result(report, finding, lines, rules_);
             if (finding.severity == Severity::warning && accept_warnings_) {
                 result["suppressions"] = {
-                    {{"kind", "external"}, {"justification", "accepted with --accept-warnings"}}};
+                    {{"kind", "external"},
+                     {"justification", "accepted with --accept-warnings or --max-warnings"}}};
             }
             results_.add(result);
         }

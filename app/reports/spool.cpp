@@ -1,17 +1,41 @@
 #include "reports/spool.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
 #include "errors/cannot_check.h"
-#include "files/file_descriptor.h"
 
 namespace {
 
 constexpr std::size_t kInMemory = std::size_t{64} << 10U;
 
-void require(bool is_done) {
-    if (!is_done) {
-        throw CannotCheck("a temporary file for the report cannot be used: " + last_system_error() +
-                          "; make room in " P_tmpdir ", or take --format text or json");
+/// The one that TMPDIR names, or /tmp; empty when that is no folder.
+std::string folder() {
+    std::error_code error;
+    return std::filesystem::temp_directory_path(error).string();
+}
+
+/// A file without a name; not open when there can be none.
+FileDescriptor temporary_file() {
+    std::string name = folder();
+    if (name.empty()) {
+        return FileDescriptor(-1);
     }
+    name += "/vrrp-valid-XXXXXX";
+    FileDescriptor file(mkostemp(name.data(), O_CLOEXEC));
+    if (file.is_open()) {
+        unlink(name.c_str());
+    }
+    return file;
+}
+
+[[noreturn]] void refuse(const std::string& what_failed) {
+    throw CannotCheck("a temporary file for the report in " + folder() + " cannot be " +
+                      what_failed + "; make room there, or name another folder in TMPDIR");
 }
 
 }  // namespace
@@ -21,22 +45,35 @@ void Spool::write(const std::string& text) {
     if (text_.size() <= kInMemory) {
         return;
     }
-    if (file_ == nullptr) {
-        file_.reset(std::tmpfile());
-        require(file_ != nullptr);
+    if (!file_) {
+        file_ = temporary_file();
     }
-    require(std::fwrite(text_.data(), 1, text_.size(), file_.get()) == text_.size());
+    if (!file_->is_open()) {
+        return;
+    }
+    try {
+        write_all(file_->number(), text_);
+    } catch (const std::system_error& error) {
+        refuse("written: " + error.code().message());
+    }
     text_.clear();
 }
 
 void Spool::copy_to(const Write& write) const {
-    if (file_ != nullptr) {
-        require(std::fflush(file_.get()) == 0 && std::fseek(file_.get(), 0, SEEK_SET) == 0);
-        std::string part(kInMemory, '\0');
-        while (const std::size_t size = std::fread(part.data(), 1, part.size(), file_.get())) {
-            write(part.substr(0, size));
+    std::string part(kInMemory, '\0');
+    for (off_t at = 0; file_ && file_->is_open();) {
+        const ssize_t size =
+            uninterrupted([&] { return pread(file_->number(), part.data(), part.size(), at); });
+        if (size < 0) {
+            refuse("read: " + last_system_error());
         }
-        require(std::ferror(file_.get()) == 0);
+        if (size == 0) {
+            break;
+        }
+        write(part.substr(0, static_cast<std::size_t>(size)));
+        at += size;
     }
-    write(text_);
+    if (!text_.empty()) {
+        write(text_);
+    }
 }

@@ -1,27 +1,23 @@
 /// Text that waits for what goes before it.
 #pragma once
 
-#include <cstdio>
-#include <memory>
+#include <optional>
 #include <string>
 
+#include "files/file_descriptor.h"
 #include "reports/report_writer.h"
 
-/// Keeps text of any length: the first of it in memory, more in a temporary file that nobody else
-/// can open and that is gone with the process.
+/// Keeps text of any length: little of it in memory, much of it in a temporary file that nobody
+/// else can open and that is gone with the process. Where no such file can be made, in memory.
 class Spool {
   public:
-    /// Throws CannotCheck when the file cannot be made or written.
+    /// Throws CannotCheck when the file cannot be written.
     void write(const std::string& text);
 
     /// Hands on all of it, in parts. Throws CannotCheck when the file cannot be read.
     void copy_to(const Write& write) const;
 
   private:
-    struct FileCloser {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
-    std::unique_ptr<std::FILE, FileCloser> file_;
-    std::string text_;  ///< what the file does not hold yet
+    std::string text_;  ///< that the file does not hold
+    std::optional<FileDescriptor> file_;
 };

@@ -434,6 +434,20 @@ TEST(Commit, AnswersAnEndedReaderAndASizeLimitAsErrors) {
                       {running + ": the new configuration is in its place, but"}));
     EXPECT_EQ(content_of(running), kNew);
 
+    std::string many = R"({"l3-interface:config": {"interface": {"l3": [{"name": "0"})";
+    for (int i = 1; i < 800; ++i) {
+        many += R"(, {"name": ")" + std::to_string(i) + "\"}";
+    }
+    const std::string page = folder.put("page", "{ }");
+    surroundings.before = [] {
+        const rlimit limit{60000, 60000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    EXPECT_TRUE(ended(run({"commit", "--yes", "--format", "html", "--running", page,
+                           folder.put("many", many + "]}}}")},
+                          surroundings),
+                      2, {page + ": the new configuration is in its place, but a temporary file"}));
+
     surroundings.before = [] {
         const rlimit limit{1000, 1000};
         setrlimit(RLIMIT_FSIZE, &limit);

@@ -200,6 +200,8 @@ TEST(Reports, AreWholeInEveryFormatHoweverMany) {
 }
 
 TEST(Reports, SayThatThereIsNoRoomForThem) {
+    const std::vector<Report> many(75, kBoth);
+    const std::size_t whole = formatted(many, "junit").size();
     rlimit sizes{};
     getrlimit(RLIMIT_FSIZE, &sizes);
     const rlimit none{0, sizes.rlim_max};
@@ -207,15 +209,19 @@ TEST(Reports, SayThatThereIsNoRoomForThem) {
     setrlimit(RLIMIT_FSIZE, &none);
     std::string reason = "kept in memory";
     try {
-        formatted(std::vector<Report>(75, kBoth), "junit");
+        formatted(many, "junit");
     } catch (const CannotCheck& error) {
         reason = error.what();
     }
+    setenv("TMPDIR", "/missing", 1);
+    EXPECT_EQ(formatted(many, "junit").size(), whole) << "kept in memory";
+    unsetenv("TMPDIR");
     setrlimit(RLIMIT_FSIZE, &sizes);
     std::signal(SIGXFSZ, SIG_DFL);
-    EXPECT_EQ(reason,
-              "a temporary file for the report cannot be used: File too large; make room in /tmp, "
-              "or take --format text or json");
+    EXPECT_EQ(
+        reason,
+        "a temporary file for the report in /tmp cannot be written: File too large; make room "
+        "there, or name another folder in TMPDIR");
 }
 
 TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {

@@ -1,0 +1,12 @@
+/// Files as the operator names them: "-" is standard input.
+#pragma once
+
+#include <string>
+
+#include "files/file_descriptor.h"
+
+/// What messages call the file `name`.
+std::string shown_name(const std::string& name);
+
+/// All of the file `name`, at most `max_size` bytes. Throws CannotCheck.
+std::string read_named_file(const std::string& name, std::size_t max_size = kLargestFile);

@@ -73,6 +73,9 @@ void ContextPool::GiveBack::operator()(ly_ctx* context) const {
 }
 
 void ContextPool::load_for(std::size_t threads) {
+    if (threads < 2) {
+        return;  // the first is there
+    }
     std::vector<std::future<Borrowed>> loading(threads);
     for (std::future<Borrowed>& context : loading) {
         context = std::async([this] { return borrow(); });

@@ -1,6 +1,8 @@
 // Models that would let something go unchecked are refused.
 #include <gmock/gmock.h>
 
+#include <set>
+
 #include "support.h"
 
 namespace {
@@ -69,6 +71,24 @@ TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
         EXPECT_EQ(about.substr(0, complaint.empty() ? about.size() : complaint.size()), complaint)
             << about;
     }
+}
+
+TEST(Model, StaysTheSameForAllThreads) {
+    const Folder folder;
+    std::filesystem::copy(VALIDATION_POINT, folder.path);
+    ContextPool pool(folder.path);
+    pool.load_for(3);
+    std::filesystem::remove(folder / "validation-point.yang");
+    std::set<ly_ctx*> contexts;
+    {
+        const auto first = pool.borrow();
+        const auto second = pool.borrow();
+        const auto third = pool.borrow();
+        contexts = {first.get(), second.get(), third.get()};
+        EXPECT_THROW(pool.borrow(), CannotCheck);
+    }
+    EXPECT_EQ(contexts.size(), 3U);
+    EXPECT_EQ(contexts.count(pool.borrow().get()), 1U) << "given back";
 }
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "router_vrrp_config.h"
 
-#include <charconv>
-
 #include "rule_conventions.h"
 
 namespace vrrp_app::config_valid {
@@ -10,13 +8,6 @@ namespace {
 constexpr const char* kInterfaceTable = "router/vrrp/interface";
 constexpr const char* kIdentifiers = "}/address-family{ipv4}/vr-id";
 constexpr std::size_t kBehindFamilyDigit = sizeof "}/vr-id" - 1;
-
-/// As std::stoi(), which is slow, and so is asked only for what does not begin with a number.
-int to_number(const std::string& text) {
-    int number = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-    return read.ec == std::errc() ? number : std::stoi(text);
-}
 
 }  // namespace
 
@@ -40,7 +31,7 @@ void RouterVrrpConfig::ReadConfig() {
             family_digit = static_cast<char>('0' + family);
             for (const std::string& vr_id : get_key_list(path)) {
                 router_vrrp_list.push_back(
-                    {static_cast<uint8_t>(to_number(vr_id)), family, interface_key});
+                    {static_cast<uint8_t>(std::stoi(vr_id)), family, interface_key});
             }
         }
     }

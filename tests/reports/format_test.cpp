@@ -305,6 +305,7 @@ TEST(Reports, HaveTheSameTestsInJUnitWhateverIsFound) {
     const auto twice = checked("twice", {changed_address(), changed_address()});
     Report timed = kBoth;
     timed.rule_seconds = {{"vrrp_vrf_validation", 0.00125}};
+    timed.seconds = 0.75;
     for (const bool accept_warnings : {false, true}) {
         pugi::xml_document document;
         ASSERT_TRUE(document.load_string(
@@ -314,6 +315,7 @@ TEST(Reports, HaveTheSameTestsInJUnitWhateverIsFound) {
         EXPECT_EQ(suites.attribute("failures").as_int(), accept_warnings ? 2 : 3);
         EXPECT_EQ(suites.attribute("errors").as_int(), 1);
         EXPECT_EQ(suites.attribute("skipped").as_int(), 3);
+        EXPECT_STREQ(suites.attribute("time").value(), "0.750000");
         const std::string warned =
             accept_warnings ? "system-out " : "failure " + bare_warning().message;
         const std::string clean = " ";

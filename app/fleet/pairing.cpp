@@ -22,7 +22,8 @@ bool is_folder(const std::string& name) {
 bool is_file(const fs::path& name) {
     std::error_code error;
     const fs::file_status status = fs::status(name, error);
-    return fs::exists(status) && !fs::is_directory(status);
+    // What cannot be reached may be there: it is not to pass for missing.
+    return status.type() != fs::file_type::not_found && !fs::is_directory(status);
 }
 
 /// The file at `wanted`, or one of its name with another ending; empty when there is none.
@@ -44,24 +45,42 @@ bool is_configuration(const fs::path& name) {
            std::end(kEndings);
 }
 
-/// The configurations below `folder`, by their paths below it.
-std::vector<fs::path> configurations_in(const std::string& folder) {
-    std::vector<fs::path> found;
+struct Found {
+    fs::path below;       ///< the folder that was searched
+    std::string problem;  ///< why it cannot be checked
+};
+
+/// Adds the configurations in `folder` / `below`, and what cannot be searched there.
+void collect(const fs::path& folder, const fs::path& below, std::vector<Found>& found) {
     std::error_code error;
-    for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error)) {
+    fs::directory_iterator entry(folder / below, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const fs::path path = below / entry->path().filename();
         std::error_code unknown;  // as of a link to nothing, which fails when it is read
-        if (is_configuration(entry->path()) && !entry->is_directory(unknown)) {
-            found.push_back(entry->path().lexically_relative(folder));
+        if (!entry->is_directory(unknown)) {
+            if (is_configuration(path)) {
+                found.push_back({path, {}});
+            }
+        } else if (entry->is_symlink(unknown)) {
+            found.push_back({path, "is a link to a folder, which is not followed; name it, too"});
+        } else {
+            collect(folder, path, found);
         }
     }
     if (error) {
-        throw CannotCheck(folder + ": the folder cannot be read: " + error.message());
+        found.push_back({below, "the folder cannot be read: " + error.message()});
     }
+}
+
+/// What is below `folder`, by name.
+std::vector<Found> configurations_in(const std::string& folder) {
+    std::vector<Found> found;
+    collect(folder, {}, found);
     if (found.empty()) {
-        throw CannotCheck(folder + ": has no .json or .xml file");
+        found.push_back({{}, "has no .json or .xml file"});
     }
-    std::sort(found.begin(), found.end());
+    std::sort(found.begin(), found.end(),
+              [](const Found& left, const Found& right) { return left.below < right.below; });
     return found;
 }
 
@@ -75,27 +94,40 @@ class Pairing {
         if (!is_folder(name)) {
             return add_file(name, fs::path(name).filename());
         }
-        for (const fs::path& below : configurations_in(name)) {
-            add_file((fs::path(name) / below).string(), below);
+        for (const auto& [below, problem] : configurations_in(name)) {
+            const std::string file = below.empty() ? name : (fs::path(name) / below).string();
+            if (problem.empty()) {
+                add_file(file, below);
+            } else {
+                pairs.push_back({file, {}, file + ": " + problem});
+            }
         }
     }
 
     void add_list(const std::string& name) {
-        std::istringstream lines(read_named_file(name));
+        const std::string list = read_named_file(name);
+        const std::string_view mark = "\xef\xbb\xbf";
+        std::istringstream lines(list.substr(list.rfind(mark, 0) == 0 ? mark.size() : 0));
         std::string line;
         for (std::size_t number = 1; std::getline(lines, line); ++number) {
             if (!line.empty() && line.back() == '\r') {
                 line.pop_back();
             }
-            const std::size_t tab = line.find('\t');
-            if (tab == 0 || line.find('\t', tab + 1) < line.size()) {
-                throw CannotCheck(name + ":" + std::to_string(number) +
-                                  ": give a candidate and, after a tab, its running configuration");
+            if (line.find_first_not_of(' ') == std::string::npos) {
+                continue;
             }
-            if (tab != std::string::npos) {
+            const std::size_t tab = line.find('\t');
+            const bool is_pair = tab != std::string::npos;
+            if (line.find('\0') < line.size() || tab == 0 || tab + 1 == line.size() ||
+                (is_pair && line.find('\t', tab + 1) < line.size())) {
+                throw CannotCheck(
+                    name + ":" + std::to_string(number) +
+                    ": give a candidate a line and, after a tab, its running configuration");
+            }
+            if (is_pair) {
                 const std::string running = line.substr(tab + 1);
                 add_pair(line.substr(0, tab), running, is_file(running) ? running : "");
-            } else if (!line.empty()) {
+            } else {
                 add(line);
             }
         }

@@ -29,7 +29,8 @@ class PairingTest : public testing::Test {
     static std::vector<std::string> pairs(const PairingOptions& options) {
         std::vector<std::string> lines;
         for (const Pair& pair : pair_files(options)) {
-            EXPECT_EQ(pair.problem.empty() ? 0 : pair.problem.find(pair.running + ": "), 0U);
+            const std::string& about = pair.running.empty() ? pair.candidate : pair.running;
+            EXPECT_EQ(pair.problem.empty() ? 0 : pair.problem.find(about + ": "), 0U);
             lines.push_back(pair.candidate + (pair.problem.empty() ? " " : " !") + pair.running);
         }
         return lines;
@@ -59,9 +60,6 @@ TEST_F(PairingTest, FindsThePartnerByItsPathBelowTheFolder) {
     EXPECT_THAT(pairs({{"new/c", "-"}, "other.xml", "", false}),
                 ElementsAre("new/c/d.json other.xml", "new/c/d.xml other.xml", "- other.xml"));
     EXPECT_THAT(pairs({{"missing.json"}, "", "", false}), ElementsAre("missing.json "));
-    fs::create_symlink("nothing", "text/lost.json");
-    EXPECT_THAT(pairs({{"text"}, "", "", false}), ElementsAre("text/lost.json "))
-        << "not in silence";
 }
 
 TEST_F(PairingTest, TakesAListBehindTheArguments) {
@@ -73,10 +71,27 @@ TEST_F(PairingTest, TakesAListBehindTheArguments) {
 
 TEST_F(PairingTest, SaysWhatIsWrongWithAFolderOrList) {
     folder_.put("list", "other.xml\n\tx\n");
-    EXPECT_THAT(complaint({{"text"}, "now", "", false}), HasSubstr("text: has no .json"));
     EXPECT_THAT(complaint({{}, "now", "list", false}), HasSubstr("list:2: "));
     EXPECT_THAT(complaint({{}, "now", "missing", false}), HasSubstr("missing: "));
     EXPECT_THAT(complaint({{}, "now", "text", false}), HasSubstr("text: "));
+    for (const std::string& line : {std::string("a\tb\tc"), std::string("a\t"), {"a\0b", 3}}) {
+        folder_.put("list", "\xef\xbb\xbf  \n" + line);
+        EXPECT_THAT(complaint({{}, "now", "list", false}), HasSubstr("list:2: give a candidate"));
+    }
+}
+
+TEST_F(PairingTest, LeavesNothingOutInSilence) {
+    fs::create_symlink("nothing", "text/lost.json");
+    fs::create_directory_symlink("../new", "text/site");
+    EXPECT_THAT(pairs({{"text"}, "", "", false}), ElementsAre("text/lost.json ", "text/site !"));
+    fs::create_directories("empty/below");
+    EXPECT_THAT(pairs({{"empty", "other.xml"}, "", "", false}),
+                ElementsAre("empty !", "other.xml "));
+    fs::create_symlink("loop.json", "now/loop.json");
+    folder_.put("new/loop.json", "{}");
+    EXPECT_THAT(pairs({{"new/loop.json"}, "now", "", true}),
+                ElementsAre("new/loop.json now/loop.json"))
+        << "what cannot be reached is not missing";
 }
 
 }  // namespace

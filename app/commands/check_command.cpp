@@ -79,6 +79,9 @@ std::vector<Pair> named_pairs(const FleetOptions& options) {
     for (const std::string& candidate : options.candidates) {
         pairs.push_back({candidate, options.running, {}});
     }
+    if (!options.files_from.empty()) {
+        pairs.push_back({options.files_from, {}, {}});
+    }
     return pairs;
 }
 
@@ -124,8 +127,7 @@ int run_check(const FleetOptions& options) {
     }
     if (taken < pairs.size()) {
         std::cerr << complaint("interrupted: " + std::to_string(pairs.size() - taken) + " of " +
-                               counted(pairs.size(), "candidate") + " were not checked");
-        interrupt.pass_on();
+                               counted(pairs.size(), "candidate") + " not checked");
     }
     return exit_code(totals, options.report.accepts(totals.warnings));
 }

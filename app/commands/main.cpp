@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <csignal>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <set>
@@ -9,6 +10,7 @@
 #include "commands/defaults.h"
 #include "commands/exit_code.h"
 #include "errors/cannot_check.h"
+#include "terminal/interrupt.h"
 #include "terminal/output.h"
 #include "terminal/output_file.h"
 
@@ -79,12 +81,27 @@ std::vector<Subcommand> add_subcommands(CLI::App& app, const std::string& first)
     return all;
 }
 
+/// Throws CannotCheck when `output` would replace a file that `subcommand` reads.
+void require_no_input(const Subcommand& subcommand, const std::string& output) {
+    for (const CLI::Option* const option : subcommand.parser->get_options()) {
+        const bool is_input =
+            option->get_type_name().rfind("FILE", 0) == 0 && option->get_name() != "--output";
+        for (const std::string& input : option->results()) {
+            std::error_code error;
+            if (is_input && std::filesystem::equivalent(input, output, error)) {
+                throw CannotCheck(output + ": is to be read, too; name another file for --output");
+            }
+        }
+    }
+}
+
 /// Runs `subcommand` and gives its exit code.
 int run_with_output(const Subcommand& subcommand, const OutputOptions& options) {
     choose_colour(options.colour);
     if (options.file.empty() || options.file == "-") {
         return subcommand.run();
     }
+    require_no_input(subcommand, options.file);
     OutputFile file(options.file);
     const int code = subcommand.run();
     try {
@@ -115,7 +132,9 @@ int run(int argc, char** argv) {
     }
     const auto given = std::find_if(subcommands.begin(), subcommands.end(),
                                     [](const Subcommand& one) { return one.parser->parsed(); });
-    return run_with_output(*given, output);
+    const int code = run_with_output(*given, output);
+    Interrupt::pass_on();
+    return code;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "files/named_file.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include "errors/cannot_check.h"
@@ -14,6 +15,11 @@ std::string read_named_file(const std::string& name, std::size_t max_size) {
                                           : open(name.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.is_open()) {
         throw CannotCheck(shown_name(name) + ": cannot be opened: " + last_system_error());
+    }
+    // Unlike a read, it does not go on when the operator ends the run.
+    pollfd readable{file.number(), POLLIN, 0};
+    if (poll(&readable, 1, -1) < 0) {
+        throw CannotCheck(shown_name(name) + ": cannot be read: " + last_system_error());
     }
     try {
         return read_all(file.number(), max_size);

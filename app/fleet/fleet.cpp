@@ -42,6 +42,9 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
     } catch (const Interrupted&) {
         return std::nullopt;
     } catch (const std::exception& error) {
+        if (fleet.stop) {
+            return std::nullopt;  // for the wait for a file may have ended for that
+        }
         Report report = unchecked_report(pair, error);
         report.selectors = fleet.checker.selectors();
         return report;

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::array<int, 2> kSignals = {SIGINT, SIGTERM};
+constexpr std::array<int, 3> kSignals = {SIGHUP, SIGINT, SIGTERM};
 
 std::atomic<bool> is_noted_now{false};
 volatile std::sig_atomic_t noted_signal = 0;
@@ -23,7 +23,7 @@ void note(int signal) {
 Interrupt::Interrupt() {
     struct sigaction action {};
     action.sa_handler = note;
-    action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (const int signal : kSignals) {
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
@@ -48,7 +48,10 @@ const std::atomic<bool>& Interrupt::is_noted() const {
     return is_noted_now;
 }
 
-void Interrupt::pass_on() const {
+void Interrupt::pass_on() {
+    if (!is_noted_now) {
+        return;
+    }
     struct sigaction action {};
     action.sa_handler = SIG_DFL;
     sigaction(noted_signal, &action, nullptr);

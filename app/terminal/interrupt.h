@@ -3,8 +3,9 @@
 
 #include <atomic>
 
-/// While it lives, the first SIGINT or SIGTERM only notes that the run is to end; a second one ends
-/// the process at once. A signal that is ignored stays ignored.
+/// While it lives, the first SIGHUP, SIGINT or SIGTERM only notes that the run is to end, and ends
+/// the wait for a file; a second one ends the process at once. A signal that is ignored stays
+/// ignored.
 class Interrupt {
   public:
     Interrupt();
@@ -13,6 +14,7 @@ class Interrupt {
     ~Interrupt();
 
     const std::atomic<bool>& is_noted() const;
-    /// Ends the process by the signal that was noted, as its caller expects of an interrupted one.
-    [[noreturn]] void pass_on() const;
+    /// Ends the process by the signal that was noted, if any, as its caller expects of an
+    /// interrupted one.
+    static void pass_on();
 };

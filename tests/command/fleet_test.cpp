@@ -92,7 +92,8 @@ TEST(Fleet, IsJoinedFromItsShards) {
     EXPECT_TRUE(ended(twice, 2, {first + ": reports "}));
     EXPECT_EQ(twice.out, "") << "half a report";
     const std::string cut = fleet.put("cut.json", whole.substr(0, whole.size() / 2));
-    EXPECT_TRUE(ended(run({"report", cut}), 2, {"vrrp-valid: " + cut + ": not a complete report"}));
+    EXPECT_TRUE(
+        ended(run({"report", cut}), 2, {"vrrp-valid: " + cut + ":", ": not a complete report"}));
 }
 
 TEST(Fleet, ShowsHowFarItIsOnATerminalOnly) {
@@ -123,13 +124,20 @@ TEST(Fleet, ShowsHowFarItIsOnATerminalOnly) {
 TEST(Fleet, EndsWithWhatIsDoneWhenInterrupted) {
     const Fleet fleet;
     const std::string fifth = fleet.fifo_for('e');
-    Terminal terminal(fleet.one_by_one());
-    const int end = open(fifth.c_str(), O_WRONLY);
-    terminal.answer("error:", "\003");
-    terminal.answer("^C", "");
-    EXPECT_EQ(write(end, "{}", 2), 2);
-    close(end);
-    EXPECT_TRUE(ended(terminal.finish(), -SIGINT,
-                      {"12 candidates: 1 error, 0 warnings",
-                       "interrupted: 7 of 12 candidates were not checked"}));
+    const std::string file = fleet / "report";
+    for (const bool has_file : {false, true}) {
+        Arguments arguments = fleet.one_by_one();
+        if (has_file) {
+            arguments.insert(arguments.end(), {"-o", file});
+        }
+        Terminal terminal(arguments);
+        const int end = open(fifth.c_str(), O_WRONLY);
+        terminal.answer(has_file ? "" : "error:", "\003");
+        terminal.answer("^C", "");
+        const Outcome outcome = terminal.finish();
+        EXPECT_TRUE(ended(outcome, -SIGINT, {"interrupted: 8 of 12 candidates not checked"}));
+        EXPECT_TRUE(
+            holds(has_file ? content_of(file) : outcome.out, "12 candidates: 1 error, 0 warnings"));
+        close(end);
+    }
 }

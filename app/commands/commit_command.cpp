@@ -223,6 +223,7 @@ Subcommand add_commit_command(CLI::App& app) {
     command
         ->add_option("--lock-timeout", options->lock_timeout,
                      "How long to wait for another commit; without it, until that ends")
+        ->check(whole_number(0))
         ->type_name("SECONDS");
     add_candidates(*command, options->candidates)->expected(1);
     return {command, [options] {

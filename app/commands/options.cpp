@@ -1,6 +1,7 @@
 #include "commands/options.h"
 
 #include <algorithm>
+#include <charconv>
 #include <thread>
 
 #include "commands/install_layout.h"
@@ -11,6 +12,19 @@ CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::stri
     CLI::App* const command = app.add_subcommand(name, description);
     command->footer("Example: vrrp-valid " + name + " " + example);
     return command;
+}
+
+CLI::Validator whole_number(std::size_t least) {
+    return {[least](const std::string& text) {
+                std::size_t number = 0;
+                const char* const end = text.data() + text.size();
+                const auto read = std::from_chars(text.data(), end, number);
+                const bool is_good = read.ec == std::errc() && read.ptr == end && number >= least;
+                return is_good ? std::string()
+                               : "\"" + text + "\" is not a whole number of " +
+                                     std::to_string(least) + " or more";
+            },
+            ""};
 }
 
 void add_yang_dir(CLI::App& command, std::string& yang_dir) {
@@ -47,6 +61,7 @@ void add_report_options(CLI::App& command, ReportOptions& options) {
     command
         .add_option("--max-warnings", options.max_warnings,
                     "Accept this many warnings, counted over all candidates")
+        ->check(whole_number(0))
         ->type_name("NUMBER")
         ->capture_default_str();
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
@@ -72,11 +87,14 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
     command
         .add_option("--max-findings", options.checker.max_findings,
                     "Print at most this many findings of each rule, and count the rest")
+        ->check(whole_number(0))
+        ->type_name("NUMBER")
         ->capture_default_str();
     command
         .add_option("-j,--jobs", options.checker.threads,
                     "Number of threads; as many as there are cores unless given")
-        ->check(CLI::PositiveNumber);
+        ->check(whole_number(1))
+        ->type_name("NUMBER");
     add_reading_options(command, options.checker);
     add_max_size(command, options.max_size);
     add_yang_dir(command, options.checker.yang_dir);

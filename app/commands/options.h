@@ -28,6 +28,9 @@ CLI::Option* add_running(CLI::App& command, std::string& running, const std::str
 CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates);
 
 /// `--max-size`, for every configuration that the subcommand reads.
+/// What an option that counts takes: `least` or more, which a mere conversion would let wrap.
+CLI::Validator whole_number(std::size_t least);
+
 void add_max_size(CLI::App& command, std::size_t& max_size);
 
 /// How a subcommand prints reports.

@@ -1,5 +1,8 @@
 #include "reports/json_reader.h"
 
+#include <algorithm>
+
+#include "configuration/text_position.h"
 #include "errors/cannot_check.h"
 #include "reports/json.h"
 
@@ -111,8 +114,11 @@ StoredReports reports_from_json(const std::string& name, const std::string& text
         }
         stored.unreached = candidates - stored.reports.size();
         return stored;
-    } catch (const Json::exception& error) {
-        throw CannotCheck(
-            name + ": not a complete report of vrrp-valid check --format json: " + error.what());
+    } catch (const Json::parse_error& error) {
+        throw CannotCheck(position_in(name, text, std::min(error.byte, text.size())),
+                          "not a complete report of vrrp-valid check --format json: the JSON ends "
+                          "early or is broken here; run that check again");
+    } catch (const Json::exception&) {
+        throw CannotCheck(name + ": not a report of vrrp-valid check --format json");
     }
 }

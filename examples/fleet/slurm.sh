@@ -8,6 +8,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 export VRRP_VALID="${VRRP_VALID:-vrrp-valid}"
 
 mkdir -p "$folder"
+rm -f "$folder"/shard-* "$folder/report.json"
 split --number="l/$shards" --numeric-suffixes=1 --suffix-length=4 "$list" "$folder/shard-"
 
 # The numbers of the shards without a report, parted by commas.

@@ -31,6 +31,9 @@ Report oddly_named() {
 }
 
 TEST(GitHub, AnnotatesEachPlace) {
+    Report report = not_checked("broken");
+    report.failure_at.column = 0;
+    EXPECT_THAT(format_reports({report}, {"github"}), HasSubstr("file=broken,line=3,title="));
     const std::string text = format_reports({oddly_named(), not_checked("broken")}, {"github"});
     EXPECT_THAT(text,
                 HasSubstr("::error file=./a%2C b%3Ac%25.json,line=6,col=5,"

@@ -39,6 +39,17 @@ std::string unexpected(CLI::App& app, const std::string& subcommand) {
     return subcommand + " has no option " + name + did_you_mean(name, names);
 }
 
+/// What is wrong, in fewer numbers than the parser says it.
+std::string reason_of(const CLI::ParseError& error) {
+    const std::string text = error.what();
+    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) {
+        return text;
+    }
+    const bool lacks_value = text.find(" missing") != std::string::npos;
+    return text.substr(0, text.find(':')) +
+           (lacks_value ? " needs a value" : " is given more than once");
+}
+
 }  // namespace
 
 std::vector<CLI::App*> all_subcommands(CLI::App& app) {
@@ -82,7 +93,7 @@ void parse_command_line(CLI::App& app, std::vector<std::string> arguments) {
         throw;
     } catch (const CLI::ParseError& error) {
         const bool is_extra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
-        throw CannotCheck((is_extra && !name.empty() ? unexpected(app, name) : error.what()) +
+        throw CannotCheck((is_extra && !name.empty() ? unexpected(app, name) : reason_of(error)) +
                           std::string("; run vrrp-valid ") + name + (name.empty() ? "" : " ") +
                           "--help");
     }

@@ -62,7 +62,7 @@ std::string omitted_text(const Omitted& omitted) {
     return (omitted.warnings == 0 ? errors
             : omitted.errors == 0 ? warnings
                                   : errors + " and " + warnings) +
-           " of " + printable(omitted.selector) + "; raise --max-findings to see them";
+           " of " + printable(omitted.selector) + "; check with a larger --max-findings to see them";
 }
 
 std::string result_text(const Report& report) {

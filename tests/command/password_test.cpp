@@ -237,7 +237,7 @@ TEST(Password, AndItsKeyAreNotLeftInMemory) {
         close(writer);
         return end_of(process, memory);
     };
-    const Arguments check = {"check", "--key-file", folder / "key", candidate, next};
+    const Arguments check = {"check", "--jobs", "1", "--key-file", folder / "key", candidate, next};
     EXPECT_EQ(run(check, surroundings).status, 0);
     expect_no_key_in(memory, kHexKey);
     EXPECT_FALSE(holds(memory, "s3cretPw"));

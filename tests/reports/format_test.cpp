@@ -136,9 +136,11 @@ TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     Report report = checked("candidate", {changed_address()});
     report.omitted = {{changed_address().selector, 8, 1}, {bare_warning().selector, 0, 1}};
     EXPECT_EQ(exit_code({report}, true), 1);
-    EXPECT_THAT(formatted({report}, "text"),
-                AllOf(HasSubstr("candidate: 9 errors, 2 warnings in "),
-                      HasSubstr("; raise --max-findings to see them\ncandidate: 1 more warning")));
+    EXPECT_THAT(
+        formatted({report}, "text"),
+        AllOf(HasSubstr("candidate: 9 errors, 2 warnings in "),
+              HasSubstr(
+                  "; check with a larger --max-findings to see them\ncandidate: 1 more warning")));
     EXPECT_EQ(against_schema(formatted({report}, "json")), "");
     const json shown = json::parse(formatted({report}, "json"));
     EXPECT_EQ(shown["summary"]["errors"], 9);

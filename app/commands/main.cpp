@@ -14,6 +14,8 @@
 #include "terminal/output.h"
 #include "terminal/output_file.h"
 
+namespace fs = std::filesystem;
+
 namespace {
 
 /// An empty name is a variable that is not set: it must not pass for an option that was not given.
@@ -81,14 +83,24 @@ std::vector<Subcommand> add_subcommands(CLI::App& app, const std::string& first)
     return all;
 }
 
+/// Whether `output` is `input`, or a file in that folder.
+bool is_part_of(const std::string& input, const std::string& output) {
+    std::error_code error;
+    if (!fs::is_directory(input, error)) {
+        return fs::equivalent(input, output, error);
+    }
+    const fs::path below =
+        fs::weakly_canonical(output, error).lexically_relative(fs::weakly_canonical(input, error));
+    return fs::exists(output, error) && !below.empty() && *below.begin() != "..";
+}
+
 /// Throws CannotCheck when `output` would replace a file that `subcommand` reads.
 void require_no_input(const Subcommand& subcommand, const std::string& output) {
     for (const CLI::Option* const option : subcommand.parser->get_options()) {
         const bool is_input =
             option->get_type_name().rfind("FILE", 0) == 0 && option->get_name() != "--output";
         for (const std::string& input : option->results()) {
-            std::error_code error;
-            if (is_input && std::filesystem::equivalent(input, output, error)) {
+            if (is_input && is_part_of(input, output)) {
                 throw CannotCheck(output + ": is to be read, too; name another file for --output");
             }
         }

@@ -53,17 +53,21 @@ std::string message_of(const Finding& finding) {
 
 class GithubWriter final : public ReportWriter {
   public:
-    GithubWriter(bool accept_warnings, Write write)
-        : accept_warnings_(accept_warnings), write_(std::move(write)) {}
+    GithubWriter(const ReportOptions& options, Write write)
+        : options_(options), write_(std::move(write)) {}
 
     void add(const Report& report) override {
+        if (options_.counts_clean && is_clean(report)) {
+            return;
+        }
         std::string text;
         if (!report.failure.empty()) {
             text += command("error", report.candidate, report.failure_at, "could not be checked",
                             printable(report.failure));
         }
         for (const Finding& finding : report.findings) {
-            const bool is_accepted = finding.severity == Severity::warning && accept_warnings_;
+            const bool is_accepted =
+                finding.severity == Severity::warning && options_.accept_warnings;
             text +=
                 command(is_accepted ? "notice" : severity_word(finding.severity), report.candidate,
                         finding.location, finding.selector, message_of(finding));
@@ -75,19 +79,22 @@ class GithubWriter final : public ReportWriter {
         write_(text + command("notice", report.candidate, {}, "vrrp-valid", result));
     }
 
-    void finish(const Totals& /*totals*/, std::size_t unreached) override {
+    void finish(const Totals& totals, std::size_t unreached) override {
+        if (options_.counts_clean) {
+            write_("::notice title=vrrp-valid::" + total_text(totals) + "\n");
+        }
         if (unreached > 0) {
             write_("::error title=interrupted::" + unreached_text(unreached) + "\n");
         }
     }
 
   private:
-    bool accept_warnings_;
+    ReportOptions options_;
     Write write_;
 };
 
 }  // namespace
 
 std::unique_ptr<ReportWriter> github_writer(const ReportOptions& options, const Write& write) {
-    return std::make_unique<GithubWriter>(options.accept_warnings, write);
+    return std::make_unique<GithubWriter>(options, write);
 }

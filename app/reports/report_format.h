@@ -13,7 +13,7 @@ struct ReportOptions {
     std::size_t max_warnings = 0;  ///< nor are these many or fewer, in all reports together
     bool quiet = false;            ///< findings only, in the formats for readers
     bool silent = false;           ///< nothing
-    bool counts_clean = false;     ///< in text, a candidate without findings is only counted
+    bool counts_clean = false;     ///< in text and github, one without findings is only counted
 
     /// Whether a run with so many warnings is no failure.
     bool accepts(std::size_t warnings) const { return accept_warnings || warnings <= max_warnings; }

@@ -62,7 +62,13 @@ std::string omitted_text(const Omitted& omitted) {
     return (omitted.warnings == 0 ? errors
             : omitted.errors == 0 ? warnings
                                   : errors + " and " + warnings) +
-           " of " + printable(omitted.selector) + "; check with a larger --max-findings to see them";
+           " of " + printable(omitted.selector) +
+           "; check with a larger --max-findings to see them";
+}
+
+bool is_clean(const Report& report) {
+    return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
+           (!report.changes || report.changes->empty());
 }
 
 std::string result_text(const Report& report) {

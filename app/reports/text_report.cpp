@@ -80,12 +80,6 @@ class TextReport {
     SourceLines lines_;
 };
 
-/// Whether there is nothing to say of the candidate.
-bool is_clean(const Report& report) {
-    return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
-           (!report.changes || report.changes->empty());
-}
-
 class TextWriter final : public ReportWriter {
   public:
     TextWriter(const ReportOptions& options, Write write)

@@ -34,6 +34,8 @@ TEST(GitHub, AnnotatesEachPlace) {
     Report report = not_checked("broken");
     report.failure_at.column = 0;
     EXPECT_THAT(format_reports({report}, {"github"}), HasSubstr("file=broken,line=3,title="));
+    EXPECT_EQ(format_reports({checked("clean", {})}, {"github", false, 0, false, false, true}),
+              "::notice title=vrrp-valid::1 candidate: 0 errors, 0 warnings in 3 checks\n");
     const std::string text = format_reports({oddly_named(), not_checked("broken")}, {"github"});
     EXPECT_THAT(text,
                 HasSubstr("::error file=./a%2C b%3Ac%25.json,line=6,col=5,"

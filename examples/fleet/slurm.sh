@@ -8,7 +8,7 @@ here=$(cd "$(dirname "$0")" && pwd)
 export VRRP_VALID="${VRRP_VALID:-vrrp-valid}"
 
 mkdir -p "$folder"
-rm -f "$folder"/shard-* "$folder/report.json"
+rm -f "$folder"/shard-* "$folder"/report.json
 split --number="l/$shards" --numeric-suffixes=1 --suffix-length=4 "$list" "$folder/shard-"
 
 # The numbers of the shards without a report, parted by commas.
@@ -30,4 +30,5 @@ if [ -n "$left" ]; then
     echo "slurm.sh: no report of the shards $left: see $folder/slurm-*.log" >&2
     exit 1
 fi
+rm -f "$folder"/.vrrp-valid-??????  # of killed workers
 "$VRRP_VALID" report --format json "$folder"/shard-????.json >"$folder/report.json"

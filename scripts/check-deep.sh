@@ -29,10 +29,11 @@ done
 
 build tsan --target rule_tests vrrp-valid
 build-tsan/bin/rule_tests --gtest_brief=1 --gtest_filter='Concurrency*'
-# Threads share the model and the plug-in: of several files, and of the requests of one.
+# Threads share the plug-in and what is known of the model: of several files, and of the requests of one.
 for files in "examples/router-accepted.json examples/router-accepted.json" examples/router-accepted.json; do
   # shellcheck disable=SC2086
-  build-tsan/bin/vrrp-valid check --jobs 4 --running examples/router-running.json $files
+  TSAN_OPTIONS=suppressions=scripts/tsan.supp \
+    build-tsan/bin/vrrp-valid check --jobs 4 --running examples/router-running.json $files
 done
 
 step "valgrind"

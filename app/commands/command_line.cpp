@@ -41,7 +41,7 @@ std::string unexpected(CLI::App& app, const std::string& subcommand) {
 
 /// What is wrong, in fewer numbers than the parser says it.
 std::string reason_of(const CLI::ParseError& error) {
-    const std::string text = error.what();
+    std::string text = error.what();
     if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) {
         return text;
     }

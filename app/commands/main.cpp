@@ -99,7 +99,9 @@ void require_no_input(const Subcommand& subcommand, const std::string& output) {
     for (const CLI::Option* const option : subcommand.parser->get_options()) {
         const bool is_input =
             option->get_type_name().rfind("FILE", 0) == 0 && option->get_name() != "--output";
-        for (const std::string& input : option->results()) {
+        std::vector<std::string> inputs = option->results();
+        inputs.push_back(option->get_default_str());
+        for (const std::string& input : inputs) {
             if (is_input && is_part_of(input, output)) {
                 throw CannotCheck(output + ": is to be read, too; name another file for --output");
             }

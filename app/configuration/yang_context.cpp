@@ -80,7 +80,8 @@ void ContextPool::load_for(std::size_t threads) {
     for (std::future<Borrowed>& context : loading) {
         context = std::async([this] { return borrow(); });
     }
-    std::vector<Borrowed> loaded;  // given back together, so that each is another one
+    std::vector<Borrowed> loaded;
+    loaded.reserve(threads);  // given back together, so that each is another one
     for (std::future<Borrowed>& context : loading) {
         loaded.push_back(context.get());
     }

@@ -99,7 +99,7 @@ class Pairing {
             if (problem.empty()) {
                 add_file(file, below);
             } else {
-                pairs.push_back({file, {}, file + ": " + problem});
+                pairs.push_back({file, {}, std::string(file).append(": ").append(problem)});
             }
         }
     }

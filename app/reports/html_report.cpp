@@ -273,22 +273,22 @@ class HtmlWriter final : public ReportWriter {
 
     void add(const Report& report) override {
         const Section section(report, accept_warnings_, ++count_);
-        pugi::xml_document document;
-        section.add_row_to(document);
+        const pugi::xml_document document;
+        section.add_row_to(document.root());
         rows_.write(text_of(document.first_child()));
-        section.add_to(document);
+        section.add_to(document.root());
         sections_.write(text_of(document.last_child()));
         candidate_ = report.candidate;
     }
 
     void finish(const Totals& totals, std::size_t unreached) override {
-        pugi::xml_document head;
-        add_head(head, count_ == 1 ? kTitle + (": " + candidate_) : kTitle);
+        const pugi::xml_document head;
+        add_head(head.root(), count_ == 1 ? kTitle + (": " + candidate_) : kTitle);
         write_("<!DOCTYPE html><html lang=\"en\">" + text_of(head.first_child()) + "<body><main>");
-        pugi::xml_document top;
-        add_element(top, "h1", "", kTitle);
+        const pugi::xml_document top;
+        add_element(top.root(), "h1", "", kTitle);
         if (unreached > 0) {
-            add_element(top, "div", "result error", unreached_text(unreached));
+            add_element(top.root(), "div", "result error", unreached_text(unreached));
         }
         for (const pugi::xml_node element : top) {
             write_(text_of(element));
@@ -303,9 +303,9 @@ class HtmlWriter final : public ReportWriter {
   private:
     /// All candidates in a table.
     void write_overview(const Totals& totals) const {
-        pugi::xml_document document;
-        add_element(document, "h2", "", total_text(totals));
-        pugi::xml_node head = add_element(add_element(document, "thead"), "tr");
+        const pugi::xml_document document;
+        add_element(document.root(), "h2", "", total_text(totals));
+        pugi::xml_node head = add_element(add_element(document.root(), "thead"), "tr");
         for (const char* const word : {"Candidate", "Result", "Errors", "Warnings"}) {
             add_element(head, "th", "", word).append_attribute("scope") = "col";
         }

@@ -207,7 +207,7 @@ TEST(Reports, SayThatThereIsNoRoomForThem) {
     rlimit sizes{};
     getrlimit(RLIMIT_FSIZE, &sizes);
     const rlimit none{0, sizes.rlim_max};
-    std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     setrlimit(RLIMIT_FSIZE, &none);
     std::string reason = "kept in memory";
     try {
@@ -219,7 +219,7 @@ TEST(Reports, SayThatThereIsNoRoomForThem) {
     EXPECT_EQ(formatted(many, "junit").size(), whole) << "kept in memory";
     unsetenv("TMPDIR");
     setrlimit(RLIMIT_FSIZE, &sizes);
-    std::signal(SIGXFSZ, SIG_DFL);
+    static_cast<void>(std::signal(SIGXFSZ, SIG_DFL));
     EXPECT_EQ(
         reason,
         "a temporary file for the report in /tmp cannot be written: File too large; make room "

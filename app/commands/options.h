@@ -27,10 +27,10 @@ void add_yang_dir(CLI::App& command, std::string& yang_dir);
 CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description);
 CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates);
 
-/// `--max-size`, for every configuration that the subcommand reads.
 /// What an option that counts takes: `least` or more, which a mere conversion would let wrap.
 CLI::Validator whole_number(std::size_t least);
 
+/// `--max-size`, for every configuration that the subcommand reads.
 void add_max_size(CLI::App& command, std::size_t& max_size);
 
 /// How a subcommand prints reports.

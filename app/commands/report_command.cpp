@@ -9,6 +9,7 @@
 #include "files/named_file.h"
 #include "reports/json_reader.h"
 #include "reports/report_stream.h"
+#include "reports/sentences.h"
 #include "reports/spool.h"
 #include "terminal/output.h"
 
@@ -56,8 +57,8 @@ int run_report(const ReportCommandOptions& options) {
         }
         unreached += stored.unreached;
         if (stored.unreached > 0) {
-            std::cerr << complaint(file + ": was interrupted: " + std::to_string(stored.unreached) +
-                                   " more candidates were not checked");
+            std::cerr << complaint(file + ": was interrupted: " +
+                                   counted(stored.unreached, "more candidate") + " not checked");
         }
     }
     stream.finish(unreached);

@@ -6,20 +6,43 @@
 
 #include "errors/cannot_check.h"
 
+namespace {
+
+constexpr int kLook = 100;  // for how many milliseconds a thread waits before it looks around
+
+std::atomic<bool> is_over{false};
+static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
+
+/// Waits for the first byte in `file`, or its end. Throws CannotCheck when the wait is over first.
+void wait_for(const FileDescriptor& file, const std::string& name) {
+    pollfd readable{file.number(), POLLIN, 0};
+    while (poll(&readable, 1, kLook) <= 0) {
+        if (is_over) {
+            throw CannotCheck(shown_name(name) + ": cannot be read: the wait for it was ended");
+        }
+    }
+}
+
+}  // namespace
+
+std::atomic<bool>& is_waiting_over() {
+    return is_over;
+}
+
 std::string shown_name(const std::string& name) {
     return name == "-" ? "standard input" : name;
 }
 
 std::string read_named_file(const std::string& name, std::size_t max_size) {
+    // Without O_NONBLOCK a pipe is not even opened before somebody writes to it.
     const FileDescriptor file(name == "-" ? dup(STDIN_FILENO)
-                                          : open(name.c_str(), O_RDONLY | O_CLOEXEC));
+                                          : open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.is_open()) {
         throw CannotCheck(shown_name(name) + ": cannot be opened: " + last_system_error());
     }
-    // Unlike a read, it does not go on when the operator ends the run.
-    pollfd readable{file.number(), POLLIN, 0};
-    if (poll(&readable, 1, -1) < 0) {
-        throw CannotCheck(shown_name(name) + ": cannot be read: " + last_system_error());
+    wait_for(file, name);
+    if (name != "-") {
+        fcntl(file.number(), F_SETFL, O_RDONLY);
     }
     try {
         return read_all(file.number(), max_size);

@@ -21,9 +21,10 @@ bool is_folder(const std::string& name) {
 
 bool is_file(const fs::path& name) {
     std::error_code error;
-    const fs::file_status status = fs::status(name, error);
+    const fs::file_status own = fs::symlink_status(name, error);
     // What cannot be reached may be there: it is not to pass for missing.
-    return status.type() != fs::file_type::not_found && !fs::is_directory(status);
+    return own.type() != fs::file_type::not_found && !fs::is_directory(own) &&
+           !(fs::is_symlink(own) && fs::is_directory(name, error));
 }
 
 /// The file at `wanted`, or one of its name with another ending; empty when there is none.
@@ -56,10 +57,12 @@ void collect(const fs::path& folder, const fs::path& below, std::vector<Found>& 
     fs::directory_iterator entry(folder / below, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const fs::path path = below / entry->path().filename();
-        std::error_code unknown;  // as of a link to nothing, which fails when it is read
+        std::error_code unknown;  // as of a link to nothing
         if (!entry->is_directory(unknown)) {
             if (is_configuration(path)) {
                 found.push_back({path, {}});
+            } else if (unknown) {
+                found.push_back({path, "cannot be reached: " + unknown.message()});
             }
         } else if (entry->is_symlink(unknown)) {
             found.push_back({path, "is a link to a folder, which is not followed; name it, too"});

@@ -68,7 +68,8 @@ std::string omitted_text(const Omitted& omitted) {
 
 bool is_clean(const Report& report) {
     return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
-           (!report.changes || report.changes->empty());
+           (!report.changes || report.changes->empty()) && report.requests > 0 &&
+           report.removed_instances == 0 && report.skipped.unknown.empty();
 }
 
 std::string result_text(const Report& report) {

@@ -26,7 +26,8 @@ std::vector<std::string> finding_lines(const Finding& finding);
 /// That there is more than was shown: "3 more errors of vrrp_vr_id_validation; ...".
 std::string omitted_text(const Omitted& omitted);
 
-/// Whether there is nothing to say of the candidate, so that it can be only counted.
+/// Whether there is nothing to say of the candidate but what a sum of all says as well, so that it
+/// can be only counted.
 bool is_clean(const Report& report);
 
 /// What was checked and how much was found: "1 error, 0 warnings in 7 checks against running.json";

@@ -4,18 +4,21 @@
 #include <csignal>
 #include <cstdlib>
 
+#include "files/named_file.h"
+
 namespace {
 
 constexpr std::array<int, 3> kSignals = {SIGHUP, SIGINT, SIGTERM};
 
-std::atomic<bool> is_noted_now{false};
 volatile std::sig_atomic_t noted_signal = 0;
 
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
-
 void note(int signal) {
+    if (is_waiting_over()) {
+        static_cast<void>(std::signal(signal, SIG_DFL));
+        static_cast<void>(raise(signal));
+    }
     noted_signal = signal;
-    is_noted_now = true;
+    is_waiting_over() = true;
 }
 
 }  // namespace
@@ -23,7 +26,7 @@ void note(int signal) {
 Interrupt::Interrupt() {
     struct sigaction action {};
     action.sa_handler = note;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    action.sa_flags = static_cast<int>(SA_RESTART);
     for (const int signal : kSignals) {
         struct sigaction before {};
         sigaction(signal, nullptr, &before);
@@ -45,11 +48,11 @@ Interrupt::~Interrupt() {
 }
 
 const std::atomic<bool>& Interrupt::is_noted() const {
-    return is_noted_now;
+    return is_waiting_over();
 }
 
 void Interrupt::pass_on() {
-    if (!is_noted_now) {
+    if (!is_waiting_over()) {
         return;
     }
     struct sigaction action {};

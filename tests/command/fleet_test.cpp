@@ -57,11 +57,12 @@ struct Fleet : Folder {
     }
 };
 
-/// Waits for the command to open `fifo`, and `seconds` more before it gets an empty configuration.
+/// Waits for the command to open `fifo`, and `seconds` more before it gets a configuration.
 void feed(const std::string& fifo, unsigned seconds) {
+    const std::string clean = content_of(kExample + "running.json");
     const int end = open(fifo.c_str(), O_WRONLY);
     sleep(seconds);
-    EXPECT_EQ(write(end, "{}", 2), 2);
+    EXPECT_EQ(write(end, clean.data(), clean.size()), static_cast<ssize_t>(clean.size()));
     close(end);
 }
 
@@ -76,7 +77,12 @@ TEST(Fleet, IsReportedTheSameForAnyNumberOfJobs) {
     const std::string text = fleet.check({}).out;
     EXPECT_TRUE(holds(text, "device-d.json: 1 error, 0 warnings")) << text;
     EXPECT_FALSE(holds(text, "device-c")) << "a clean candidate is only counted";
+    fleet.put(Fleet::file("candidate", 'c'), "{}");
+    EXPECT_TRUE(holds(fleet.check({}).out, "device-c.json: removes 1 VRRP instance\n"));
     EXPECT_TRUE(holds(text, "\n12 candidates: 1 error, 0 warnings in ")) << text;
+    const std::string list = fleet.put("list", fleet / Fleet::file("candidate", 'a'));
+    EXPECT_TRUE(ended(run({"check", "--files-from", list, "-o", content_of(list)}), 2,
+                      {"device-a.json: is to be read, too"}));
 }
 
 TEST(Fleet, IsJoinedFromItsShards) {

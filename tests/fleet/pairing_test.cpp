@@ -83,11 +83,13 @@ TEST_F(PairingTest, SaysWhatIsWrongWithAFolderOrList) {
 TEST_F(PairingTest, LeavesNothingOutInSilence) {
     fs::create_symlink("nothing", "text/lost.json");
     fs::create_directory_symlink("../new", "text/site");
-    EXPECT_THAT(pairs({{"text"}, "", "", false}), ElementsAre("text/lost.json ", "text/site !"));
+    fs::create_symlink("unmounted", "text/site-b");
+    EXPECT_THAT(pairs({{"text"}, "", "", false}),
+                ElementsAre("text/lost.json ", "text/site !", "text/site-b !"));
     fs::create_directories("empty/below");
     EXPECT_THAT(pairs({{"empty", "other.xml"}, "", "", false}),
                 ElementsAre("empty !", "other.xml "));
-    fs::create_symlink("loop.json", "now/loop.json");
+    fs::create_symlink("nothing", "now/loop.json");
     folder_.put("new/loop.json", "{}");
     EXPECT_THAT(pairs({{"new/loop.json"}, "now", "", true}),
                 ElementsAre("new/loop.json now/loop.json"))

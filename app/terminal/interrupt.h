@@ -3,9 +3,9 @@
 
 #include <atomic>
 
-/// While it lives, the first SIGHUP, SIGINT or SIGTERM only notes that the run is to end, and nobody
-/// waits any more for a file that does not come; a second one ends the process at once. A signal
-/// that is ignored stays ignored.
+/// While it lives, the first SIGHUP, SIGINT or SIGTERM only notes that the run is to end, and
+/// nobody waits any more for a file that does not come; a second one ends the process at once. A
+/// signal that is ignored stays ignored.
 class Interrupt {
   public:
     Interrupt();

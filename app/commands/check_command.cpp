@@ -128,6 +128,7 @@ int run_check(const FleetOptions& options) {
     if (taken < pairs.size()) {
         std::cerr << complaint("interrupted: " + std::to_string(pairs.size() - taken) + " of " +
                                counted(pairs.size(), "candidate") + " not checked");
+        return kInterrupted;
     }
     return exit_code(totals, options.report.accepts(totals.warnings));
 }

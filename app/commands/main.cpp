@@ -164,7 +164,9 @@ int run(int argc, char** argv) {
     const auto given = std::find_if(subcommands.begin(), subcommands.end(),
                                     [](const Subcommand& one) { return one.parser->parsed(); });
     const int code = run_with_output(*given, output);
-    Interrupt::pass_on();
+    if (code == kInterrupted) {
+        Interrupt::pass_on();
+    }
     return code;
 }
 

@@ -52,9 +52,6 @@ const std::atomic<bool>& Interrupt::is_noted() const {
 }
 
 void Interrupt::pass_on() {
-    if (!is_waiting_over()) {
-        return;
-    }
     struct sigaction action {};
     action.sa_handler = SIG_DFL;
     sigaction(noted_signal, &action, nullptr);

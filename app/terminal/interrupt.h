@@ -14,7 +14,6 @@ class Interrupt {
     ~Interrupt();
 
     const std::atomic<bool>& is_noted() const;
-    /// Ends the process by the signal that was noted, if any, as its caller expects of an
-    /// interrupted one.
-    static void pass_on();
+    /// Ends the process by the signal that was noted, as its caller expects of an interrupted one.
+    [[noreturn]] static void pass_on();
 };

@@ -1,22 +1,18 @@
 #include <algorithm>
 #include <csignal>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <optional>
 #include <set>
-#include <sstream>
 
 #include "commands/command_line.h"
 #include "commands/commands.h"
 #include "commands/defaults.h"
 #include "commands/exit_code.h"
+#include "commands/output_conflict.h"
 #include "errors/cannot_check.h"
 #include "terminal/interrupt.h"
 #include "terminal/output.h"
 #include "terminal/output_file.h"
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -85,54 +81,13 @@ std::vector<Subcommand> add_subcommands(CLI::App& app, const std::string& first)
     return all;
 }
 
-/// Whether `output` is `input`, or would be a configuration in that folder.
-bool is_part_of(const std::string& input, const std::string& output) {
-    std::error_code error;
-    if (!fs::is_directory(input, error)) {
-        return fs::equivalent(input, output, error);
-    }
-    const fs::path below =
-        fs::weakly_canonical(output, error).lexically_relative(fs::weakly_canonical(input, error));
-    const bool is_configuration = below.extension() == ".json" || below.extension() == ".xml";
-    return is_configuration && *below.begin() != "..";
-}
-
-/// Adds the files that the list `name` names.
-void add_names(const std::string& name, std::vector<std::string>& names) {
-    std::ifstream list(name);
-    for (std::string line; std::getline(list, line);) {
-        std::istringstream fields(line);
-        for (std::string file; std::getline(fields, file, '\t');) {
-            names.push_back(file);
-        }
-    }
-}
-
-/// Throws CannotCheck when `output` would replace a file that `subcommand` reads.
-void require_no_input(const Subcommand& subcommand, const std::string& output) {
-    for (const CLI::Option* const option : subcommand.parser->get_options()) {
-        const bool is_input =
-            option->get_type_name().rfind("FILE", 0) == 0 && option->get_name() != "--output";
-        std::vector<std::string> inputs = option->results();
-        inputs.push_back(option->get_default_str());
-        if (option->get_name() == "--files-from") {
-            add_names(inputs.front(), inputs);
-        }
-        for (const std::string& input : inputs) {
-            if (is_input && is_part_of(input, output)) {
-                throw CannotCheck(output + ": is to be read, too; name another file for --output");
-            }
-        }
-    }
-}
-
 /// Runs `subcommand` and gives its exit code.
 int run_with_output(const Subcommand& subcommand, const OutputOptions& options) {
     choose_colour(options.colour);
     if (options.file.empty() || options.file == "-") {
         return subcommand.run();
     }
-    require_no_input(subcommand, options.file);
+    require_no_input(*subcommand.parser, options.file);
     OutputFile file(options.file);
     const int code = subcommand.run();
     try {

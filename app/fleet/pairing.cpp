@@ -41,11 +41,6 @@ std::string existing_file(const fs::path& wanted) {
     return {};
 }
 
-bool is_configuration(const fs::path& name) {
-    return std::find(std::begin(kEndings), std::end(kEndings), name.extension()) !=
-           std::end(kEndings);
-}
-
 struct Found {
     fs::path below;       ///< the folder that was searched
     std::string problem;  ///< why it cannot be checked
@@ -59,7 +54,7 @@ void collect(const fs::path& folder, const fs::path& below, std::vector<Found>& 
         const fs::path path = below / entry->path().filename();
         std::error_code unknown;  // as of a link to nothing
         if (!entry->is_directory(unknown)) {
-            if (is_configuration(path)) {
+            if (is_configuration_name(path)) {
                 found.push_back({path, {}});
             } else if (unknown) {
                 found.push_back({path, "cannot be reached: " + unknown.message()});
@@ -167,6 +162,11 @@ class Pairing {
 };
 
 }  // namespace
+
+bool is_configuration_name(const fs::path& name) {
+    return std::find(std::begin(kEndings), std::end(kEndings), name.extension()) !=
+           std::end(kEndings);
+}
 
 std::vector<Pair> pair_files(const PairingOptions& options) {
     Pairing pairing(options);

@@ -1,8 +1,12 @@
 /// Which running configuration each candidate is checked against.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
+
+/// Whether a file of that name in a folder is a configuration.
+bool is_configuration_name(const std::filesystem::path& name);
 
 struct PairingOptions {
     std::vector<std::string> candidates;  ///< files and folders; "-" is standard input

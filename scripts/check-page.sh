@@ -56,7 +56,7 @@ text = html.unescape(re.sub(r"<[^>]*>", "", open(sys.argv[2], encoding="utf-8").
 for one in report["reports"]:
     wanted = [one["candidate"], one.get("error", "")]
     for finding in one["findings"]:
-        wanted += [finding[part] or "" for part in ("message", "place", "help", "selector")]
+        wanted += [finding[part] or "" for part in ("message", "cli_path", "help", "rule")]
         wanted += [value["value"] for value in finding["values"]]
     for part in wanted:
         assert part in text, part

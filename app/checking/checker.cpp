@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <chrono>
 
-#include "checking/causes.h"
 #include "checking/locations.h"
 #include "checking/masked_text.h"
+#include "checking/missing_interfaces.h"
 #include "checking/vrrp_instances.h"
 #include "configuration/skipped_difference.h"
-#include "errors/cannot_check.h"
 #include "errors/did_you_mean.h"
+#include "errors/input_error.h"
 #include "files/key_file.h"
 #include "terminal/progress.h"
 
@@ -17,18 +17,18 @@ using local_platform::DataTree;
 
 namespace {
 
-/// A selector that the model does not use would make a check that can only pass.
+/// A rule that the model does not use would make a check that can only pass.
 void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
-    for (const std::string& selector : wanted) {
-        if (std::find(known.begin(), known.end(), selector) == known.end()) {
-            throw CannotCheck("--rule: there is no rule \"" + selector + "\"" +
-                              did_you_mean(selector, known) + "; run vrrp-valid rules");
+    for (const std::string& rule : wanted) {
+        if (std::find(known.begin(), known.end(), rule) == known.end()) {
+            throw InputError("--rule: there is no rule \"" + rule + "\"" +
+                             did_you_mean(rule, known) + "; run vrrp-valid rules");
         }
     }
 }
 
 void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
-                   std::vector<ValidationUse>& rules) {
+                   std::vector<Rule>& rules) {
     const auto& uses = model.uses(node);
     rules.insert(rules.end(), uses.begin(), uses.end());
     for (const auto& child : node.children) {
@@ -51,10 +51,10 @@ void add_sources(const Document& document, const local_platform::SchemaNode& sch
 
 }  // namespace
 
-std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model) {
-    std::vector<ValidationUse> rules;
+std::shared_ptr<const std::vector<Rule>> rules_of(const YangModel& model) {
+    std::vector<Rule> rules;
     collect_rules(model, *model.schema(), rules);
-    return std::make_shared<const std::vector<ValidationUse>>(std::move(rules));
+    return std::make_shared<const std::vector<Rule>>(std::move(rules));
 }
 
 Checker::Checker(const CheckerOptions& options)
@@ -63,13 +63,13 @@ Checker::Checker(const CheckerOptions& options)
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
-      selectors_(options.selectors.begin(), options.selectors.end()),
+      rule_names_(options.rule_names.begin(), options.rule_names.end()),
       difference_(options.difference),
       max_findings_(options.max_findings),
       threads_(options.threads),
       reading_{options.is_edit, options.ignore_unknown},
       times_rules_(options.times_rules) {
-    require_known(selectors_, model_.selectors());
+    require_known(rule_names_, model_.rule_names());
 }
 
 Running Checker::read_running(std::optional<ConfigurationFile> file) const {
@@ -78,8 +78,8 @@ Running Checker::read_running(std::optional<ConfigurationFile> file) const {
     }
     Document document = model_.parse(std::move(*file), {false, reading_.ignore_unknown});
     if (document.is_edit) {
-        throw CannotCheck(document.name() +
-                          ": is an edit; give a complete configuration as --running");
+        throw InputError(document.name() +
+                         ": is an edit; give a complete configuration as --running");
     }
     DataTree tree = model_.tree(document);
     return {document.name(), std::move(tree), std::move(document)};
@@ -94,14 +94,14 @@ Report Checker::check(ConfigurationFile candidate, const Running& running,
     return check(read_candidate(std::move(candidate), running), running, effort);
 }
 
-std::vector<std::string> Checker::selectors() const {
-    std::vector<std::string> selectors = model_.selectors();
-    const auto is_left_out = [this](const std::string& selector) {
-        return !selectors_.empty() && selectors_.count(selector) == 0;
+std::vector<std::string> Checker::rule_names() const {
+    std::vector<std::string> rule_names = model_.rule_names();
+    const auto is_left_out = [this](const std::string& rule) {
+        return !rule_names_.empty() && rule_names_.count(rule) == 0;
     };
-    selectors.erase(std::remove_if(selectors.begin(), selectors.end(), is_left_out),
-                    selectors.end());
-    return selectors;
+    rule_names.erase(std::remove_if(rule_names.begin(), rule_names.end(), is_left_out),
+                     rule_names.end());
+    return rule_names;
 }
 
 Report Checker::check(const Configuration& candidate, const Running& running,
@@ -111,9 +111,9 @@ Report Checker::check(const Configuration& candidate, const Running& running,
     Report report;
     report.candidate = candidate.document.name();
     report.running = running.name;
-    report.selectors = selectors();
+    report.rule_names = rule_names();
     report.rules = rules_;
-    report.skipped = candidate.document.skipped;
+    report.unknown_data = candidate.document.unknown_data;
     const Transaction transaction{candidate.tree, running.tree, key_};
     Progress progress;
     const auto show = [&progress](const Report& so_far) {
@@ -126,7 +126,7 @@ Report Checker::check(const Configuration& candidate, const Running& running,
     }
     report.instances = vrrp_instances(transaction.candidate);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
-    RuleWalk walk{model_,        host_,    selectors_,  nullptr,
+    RuleWalk walk{model_,        host_,    rule_names_, nullptr,
                   max_findings_, threads_, effort.stop, times_rules_};
     if (effort.shows_progress) {
         walk.on_progress = show;
@@ -135,7 +135,7 @@ Report Checker::check(const Configuration& candidate, const Running& running,
         walk.threads = effort.threads;
     }
     walk_candidate(walk, transaction, report);
-    find_causes(transaction.candidate, report);
+    find_missing_interfaces(transaction.candidate, report);
     if (!report.findings.empty()) {
         const Document* const committed = running.document_or_null();
         locate(report, candidate.document, committed);

@@ -12,14 +12,14 @@
 struct CheckerOptions {
     std::string plugin_file;
     std::string yang_dir;
-    std::string key_file;                ///< empty for none
-    std::vector<std::string> selectors;  ///< the rules to run; empty for all
-    bool difference = false;             ///< whether reports tell what changes
-    std::size_t max_findings = 100;      ///< that a report holds of each rule
-    std::size_t threads = 1;             ///< that make the requests of one candidate, at most
-    bool is_edit = false;                ///< candidates are edits even when they do not say so
-    bool ignore_unknown = false;         ///< skip nodes that the model's modules do not have
-    bool times_rules = false;            ///< whether reports tell how long each rule took
+    std::string key_file;                 ///< empty for none
+    std::vector<std::string> rule_names;  ///< the rules to run; empty for all
+    bool difference = false;              ///< whether reports tell what changes
+    std::size_t max_findings = 100;       ///< that a report holds of each rule
+    std::size_t threads = 1;              ///< that make the requests of one candidate, at most
+    bool is_edit = false;                 ///< candidates are edits even when they do not say so
+    bool ignore_unknown = false;          ///< skip nodes that the model's modules do not have
+    bool times_rules = false;             ///< whether reports tell how long each rule took
 };
 
 /// A running configuration, parsed once for all candidates.
@@ -32,7 +32,7 @@ struct Running {
 };
 
 /// What the model says of its rules, in its order.
-std::shared_ptr<const std::vector<ValidationUse>> rules_of(const YangModel& model);
+std::shared_ptr<const std::vector<Rule>> rules_of(const YangModel& model);
 
 /// How to go about the check of one candidate.
 struct CheckEffort {
@@ -43,23 +43,23 @@ struct CheckEffort {
 
 class Checker {
   public:
-    /// Throws CannotCheck or PlatformError when something cannot be loaded.
+    /// Throws InputError or PlatformError when something cannot be loaded.
     explicit Checker(const CheckerOptions& options);
 
-    /// Gets ready to read on `threads` at a time. Throws CannotCheck.
+    /// Gets ready to read on `threads` at a time. Throws InputError.
     void prepare_for(std::size_t threads) const { model_.prepare_for(threads); }
 
-    /// The running configuration in `file`, an empty one without a file. Throws CannotCheck.
+    /// The running configuration in `file`, an empty one without a file. Throws InputError.
     Running read_running(std::optional<ConfigurationFile> file) const;
 
     /// The rules that it runs, in the model's order.
-    std::vector<std::string> selectors() const;
+    std::vector<std::string> rule_names() const;
 
     /// The configuration in `file`, or what it makes of `running` when it is an edit. Throws
-    /// CannotCheck.
+    /// InputError.
     Configuration read_candidate(ConfigurationFile file, const Running& running) const;
 
-    /// Checks `candidate` against `running`, on any thread. Throws CannotCheck, and Interrupted
+    /// Checks `candidate` against `running`, on any thread. Throws InputError, and Interrupted
     /// when it was stopped.
     Report check(const Configuration& candidate, const Running& running,
                  const CheckEffort& effort = {}) const;
@@ -72,10 +72,10 @@ class Checker {
 
   private:
     YangModel model_;
-    std::shared_ptr<const std::vector<ValidationUse>> rules_;
+    std::shared_ptr<const std::vector<Rule>> rules_;
     local_platform::Host host_;
     std::optional<local_platform::CryptoKey> key_;
-    std::set<std::string> selectors_;
+    std::set<std::string> rule_names_;
     bool difference_;
     std::size_t max_findings_;
     std::size_t threads_;

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "configuration/operator_path.h"
+#include "configuration/cli_path.h"
 #include "keypath.h"
 
 using local_platform::Node;
@@ -33,9 +33,9 @@ const Node* find_place(const Node& node, std::string_view words) {
     }
     const bool is_list = node.schema->kind == NodeKind::list && !node.is_entry();
     for (const auto& child : node.children) {
-        const auto rest = child == nullptr ? std::nullopt
-                                           : rest_behind(words, is_list ? operator_keys(*child)
-                                                                        : child->schema->name);
+        const auto rest =
+            child == nullptr ? std::nullopt
+                             : rest_behind(words, is_list ? cli_keys(*child) : child->schema->name);
         const Node* const found = rest ? find_place(*child, *rest) : nullptr;
         if (found != nullptr) {
             return found;
@@ -63,7 +63,7 @@ class ValueList {
         local_platform::fill_keypath(leaf, kp);
         values_.push_back({datastore,
                            local_platform::keypath_text(kp),
-                           operator_path(leaf),
+                           cli_path(leaf),
                            std::string(leaf.schema->is_encrypted ? kSecretValue : leaf.text),
                            {}});
     }

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "configuration/difference.h"
-#include "configuration/skipped.h"
+#include "configuration/unknown_data.h"
 #include "configuration/yang_schema.h"
 #include "errors/location.h"
 
@@ -20,16 +20,17 @@ enum class Severity { error, warning };
 struct ReadValue {
     const char* datastore = "";  ///< "candidate" or "running"
     std::string path;            ///< as keypath printing gives it
-    std::string leaf;            ///< in the operator's words
+    std::string cli_path;        ///< in the operator's words
     std::string value;
     Location location;  ///< in the candidate's or the running file
 };
 
 struct Finding {
     Severity severity = Severity::error;
-    std::string selector;
-    std::string path;   ///< as keypath printing gives it
-    std::string place;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
+    std::string rule;
+    std::string path;  ///< as keypath printing gives it
+    std::string
+        cli_path;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
     std::string message;
     std::vector<ReadValue> values;
     std::string note;        ///< why the message may not be the whole truth; empty without a reason
@@ -53,23 +54,23 @@ struct VrrpInstance {
 
 /// Findings of a rule that a report only counts.
 struct Omitted {
-    std::string selector;
+    std::string rule;
     std::size_t errors = 0;
     std::size_t warnings = 0;
 };
 
 struct Report {
-    std::string candidate;               ///< the file's name
-    std::string running;                 ///< the running configuration's; empty for an empty one
-    std::vector<std::string> selectors;  ///< of the rules that were run, in the model's order
-    std::shared_ptr<const std::vector<ValidationUse>> rules;  ///< what the model says of them
+    std::string candidate;                ///< the file's name
+    std::string running;                  ///< the running configuration's; empty for an empty one
+    std::vector<std::string> rule_names;  ///< of the rules that were run, in the model's order
+    std::shared_ptr<const std::vector<Rule>> rules;  ///< what the model says of them
     std::size_t requests = 0;
     std::vector<Finding> findings;
     std::vector<Omitted> omitted;  ///< those beyond what a report holds of a rule, each rule once
     std::optional<std::vector<Change>> changes;  ///< from running; nothing when not asked for
     std::string failure;  ///< why the candidate could not be checked; empty when it was
     Location failure_at;  ///< where the reason is; unknown when it is not in the file
-    Skipped skipped;
+    UnknownData unknown_data;
     std::vector<VrrpInstance> instances;  ///< of the candidate, in its order
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
     std::vector<SourceFile> sources;      ///< that findings are in; none without findings
@@ -88,10 +89,9 @@ struct Report {
         return count;
     }
 
-    Omitted& omitted_of(const std::string& selector) {
-        const auto found = std::find_if(omitted.begin(), omitted.end(), [&](const Omitted& rest) {
-            return rest.selector == selector;
-        });
-        return found != omitted.end() ? *found : omitted.emplace_back(Omitted{selector, 0, 0});
+    Omitted& omitted_of(const std::string& rule) {
+        const auto found = std::find_if(omitted.begin(), omitted.end(),
+                                        [&](const Omitted& rest) { return rest.rule == rule; });
+        return found != omitted.end() ? *found : omitted.emplace_back(Omitted{rule, 0, 0});
     }
 };

@@ -28,10 +28,10 @@ bool fits(std::string_view text, std::string_view pattern) {
 
 }  // namespace
 
-std::string remedy_for(const ValidationUse& use, std::string_view message) {
+std::string help_for(const Rule& use, std::string_view message) {
     for (const RuleMessage& known : use.messages) {
         if (fits(message, known.text)) {
-            return known.remedy;
+            return known.help;
         }
     }
     return {};

@@ -12,8 +12,8 @@
 
 #include "checking/read_values.h"
 #include "checking/rule_message.h"
-#include "configuration/operator_path.h"
-#include "errors/cannot_check.h"
+#include "configuration/cli_path.h"
+#include "errors/input_error.h"
 #include "keypath.h"
 
 using local_platform::Node;
@@ -26,7 +26,7 @@ namespace {
 constexpr std::size_t kBlockSize = 16;
 
 struct Request {
-    const ValidationUse* use;
+    const Rule* use;
     const Node* node;
 };
 
@@ -57,17 +57,17 @@ class RequestList {
     std::vector<Request> requests;
 
   private:
-    void require_served(const ValidationUse& use) const {
+    void require_served(const Rule& use) const {
         const std::string& served = walk_.host.validation_point();
         if (use.point != served) {
-            throw CannotCheck("the model uses the validation point \"" + use.point +
-                              "\", the plug-in serves \"" + served +
-                              "\": give the plug-in that belongs to the model with --plugin");
+            throw InputError("the model uses the validation point \"" + use.point +
+                             "\", the plug-in serves \"" + served +
+                             "\": give the plug-in that belongs to the model with --plugin");
         }
     }
 
-    bool is_wanted(const ValidationUse& use, const Node& node) const {
-        if (!walk_.selectors.empty() && walk_.selectors.count(use.selector) == 0) {
+    bool is_wanted(const Rule& use, const Node& node) const {
+        if (!walk_.rule_names.empty() && walk_.rule_names.count(use.name) == 0) {
             return false;
         }
         return !use.only_when_changed || !same_subtree(&node, running_.find(path_of(node)));
@@ -76,7 +76,7 @@ class RequestList {
     void visit(const Node& node) {
         const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry();
         if (!is_whole_list) {
-            for (const ValidationUse& use : walk_.model.uses(*node.schema)) {
+            for (const Rule& use : walk_.model.uses(*node.schema)) {
                 require_served(use);
                 if (is_wanted(use, node)) {
                     requests.push_back({&use, &node});
@@ -95,7 +95,7 @@ class RequestList {
 };
 
 using Clock = std::chrono::steady_clock;
-using RuleTimes = std::unordered_map<const ValidationUse*, Clock::duration>;
+using RuleTimes = std::unordered_map<const Rule*, Clock::duration>;
 
 /// Puts the findings of all threads into the report, in the order of their requests.
 class Collector {
@@ -117,9 +117,9 @@ class Collector {
     }
 
     /// Whether the report holds all that it may of the rule, so that a finding only counts.
-    bool is_full(const std::string& selector) {
+    bool is_full(const std::string& rule) {
         const std::lock_guard lock(mutex_);
-        return kept_[selector] >= walk_.max_findings;
+        return kept_[rule] >= walk_.max_findings;
     }
 
     void finish(std::size_t first, std::vector<Finding> findings) {
@@ -140,7 +140,7 @@ class Collector {
     void add_times(const RuleTimes& times) {
         const std::lock_guard lock(mutex_);
         for (const auto& [use, time] : times) {
-            report_.rule_seconds[use->selector] += std::chrono::duration<double>(time).count();
+            report_.rule_seconds[use->name] += std::chrono::duration<double>(time).count();
         }
     }
 
@@ -164,11 +164,11 @@ class Collector {
 
   private:
     void keep(Finding& finding) {
-        if (kept_[finding.selector]++ < walk_.max_findings) {
+        if (kept_[finding.rule]++ < walk_.max_findings) {
             report_.findings.push_back(std::move(finding));
             return;
         }
-        Omitted& omitted = report_.omitted_of(finding.selector);
+        Omitted& omitted = report_.omitted_of(finding.rule);
         ++(finding.severity == Severity::error ? omitted.errors : omitted.warnings);
     }
 
@@ -219,7 +219,7 @@ class Worker {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(*request.node, kp);
         confd_value_t newval = request.node->value();
-        return walk_.host.validate(instance_, request.use->selector, kp, newval);
+        return walk_.host.validate(instance_, request.use->name, kp, newval);
     }
 
     local_platform::Response ask_and_watch(const Request& request) {
@@ -234,9 +234,9 @@ class Worker {
     /// A rule that refused its last request is watched, since it is likely to refuse the next one:
     /// only the first of several has to be asked again, and a clean check pays nothing.
     void make(const Request& request, std::vector<Finding>& findings) {
-        const std::string& selector = request.use->selector;
+        const std::string& rule = request.use->name;
         const bool is_watched =
-            !refusing_.empty() && refusing_.count(request.use) > 0 && !collector_.is_full(selector);
+            !refusing_.empty() && refusing_.count(request.use) > 0 && !collector_.is_full(rule);
         local_platform::Response response = is_watched ? ask_and_watch(request) : ask(request);
         if (response.result == CONFD_OK) {
             if (is_watched) {
@@ -248,8 +248,8 @@ class Worker {
         Finding& finding = findings.emplace_back();
         finding.severity =
             response.result == CONFD_VALIDATION_WARN ? Severity::warning : Severity::error;
-        finding.selector = selector;
-        if (collector_.is_full(selector)) {
+        finding.rule = rule;
+        if (collector_.is_full(rule)) {
             return;
         }
         if (!is_watched) {
@@ -261,11 +261,11 @@ class Worker {
     void describe(const Request& request, const local_platform::Response& response,
                   Finding& finding) {
         finding.path = path_of(*request.node);
-        finding.place = operator_path(*request.node);
+        finding.cli_path = cli_path(*request.node);
         finding.message = response.messages.empty()
                               ? "the rule refuses " + finding.path + " without a message."
                               : response.messages.back();
-        finding.help = remedy_for(*request.use, finding.message);
+        finding.help = help_for(*request.use, finding.message);
         add_values(trees_, *request.node, log_, finding);
     }
 
@@ -273,7 +273,7 @@ class Worker {
     ReadTrees trees_;
     Collector& collector_;
     local_platform::Instance instance_;
-    std::unordered_set<const ValidationUse*> refusing_;
+    std::unordered_set<const Rule*> refusing_;
     RuleTimes times_;
     ReadLog log_;
 };

@@ -19,7 +19,7 @@ struct Transaction {
 struct RuleWalk {
     const YangModel& model;
     const local_platform::Host& host;
-    std::set<std::string> selectors;                 ///< the rules to run; empty for all
+    std::set<std::string> rule_names;                ///< the rules to run; empty for all
     std::function<void(const Report&)> on_progress;  ///< called now and then; may be empty
     std::size_t max_findings = 100;                  ///< that the report holds of each rule
     std::size_t threads = 1;                         ///< at most; each has an instance of its own
@@ -33,7 +33,7 @@ struct Interrupted : std::exception {
 };
 
 /// Makes every request of the candidate, in document order, and adds each to `report` with its
-/// finding; the report is the same for any number of threads. Throws CannotCheck when the model
+/// finding; the report is the same for any number of threads. Throws InputError when the model
 /// uses a validation point that the plug-in does not serve, Interrupted when it was stopped, and
 /// passes what leaves the plug-in.
 void walk_candidate(const RuleWalk& walk, const Transaction& transaction, Report& report);

@@ -12,8 +12,8 @@ inline const local_platform::Node* child(const local_platform::Node* node, std::
 }
 
 /// The entries of the list below `node`; none when it is absent.
-inline local_platform::Run<const local_platform::Node*> entries(const local_platform::Node* node,
-                                                                std::string_view list) {
+inline local_platform::Span<const local_platform::Node*> entries(const local_platform::Node* node,
+                                                                 std::string_view list) {
     const local_platform::Node* const found = child(node, list);
-    return found == nullptr ? local_platform::Run<const local_platform::Node*>() : found->children;
+    return found == nullptr ? local_platform::Span<const local_platform::Node*>() : found->children;
 }

@@ -6,10 +6,10 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "fleet/fleet.h"
 #include "reports/report_stream.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "terminal/interrupt.h"
 #include "terminal/output.h"
 #include "terminal/progress.h"
@@ -46,25 +46,25 @@ class Run {
     void give_up(const std::vector<Pair>& pairs, const std::exception& error) {
         std::cerr << complaint(error.what());
         for (const Pair& pair : pairs) {
-            stream_.add(unchecked_report(pair, error));
+            stream_.add(not_checked_report(pair, error));
         }
     }
 
-    const Totals& finish(std::size_t unreached) {
-        stream_.finish(unreached);
+    const Summary& finish(std::size_t not_reached) {
+        stream_.finish(not_reached);
         progress_.clear();
-        return stream_.totals();
+        return stream_.summary();
     }
 
   private:
     std::string state(std::size_t count) const {
         using Seconds = std::chrono::duration<double>;
-        const Totals& totals = stream_.totals();
+        const Summary& summary = stream_.summary();
         const double taken = Seconds(std::chrono::steady_clock::now() - start_).count();
-        const double left = taken / static_cast<double>(totals.candidates) *
-                            static_cast<double>(count - totals.candidates);
-        return std::to_string(totals.candidates) + " of " + counted(count, "candidate") + ", " +
-               counted(totals.errors + totals.warnings, "finding") + ", " +
+        const double left = taken / static_cast<double>(summary.candidates) *
+                            static_cast<double>(count - summary.candidates);
+        return std::to_string(summary.candidates) + " of " + counted(count, "candidate") + ", " +
+               counted(summary.errors + summary.warnings, "finding") + ", " +
                std::to_string(static_cast<long>(left) + 1) + " s left";
     }
 
@@ -88,7 +88,7 @@ std::vector<Pair> named_pairs(const FleetOptions& options) {
 /// Checks every candidate; the worst outcome is the exit code.
 int run_check(const FleetOptions& options) {
     if (options.candidates.empty() && options.files_from.empty()) {
-        throw CannotCheck(
+        throw InputError(
             "no candidate: give CANDIDATE or --files-from; run vrrp-valid check --help");
     }
     const Interrupt interrupt;
@@ -117,10 +117,10 @@ int run_check(const FleetOptions& options) {
         run.give_up(pairs, error);
         taken = pairs.size();
     }
-    const Totals& totals = run.finish(pairs.size() - taken);
-    if (options.report.quiet && totals.unchecked > 0) {
-        std::cerr << complaint(std::to_string(totals.unchecked) + " of " +
-                               counted(totals.candidates, "candidate") + " could not be checked");
+    const Summary& summary = run.finish(pairs.size() - taken);
+    if (options.report.quiet && summary.not_checked > 0) {
+        std::cerr << complaint(std::to_string(summary.not_checked) + " of " +
+                               counted(summary.candidates, "candidate") + " could not be checked");
     }
     if (checker) {
         checker->unload_plugin();
@@ -130,7 +130,7 @@ int run_check(const FleetOptions& options) {
                                counted(pairs.size(), "candidate") + " not checked");
         return kInterrupted;
     }
-    return exit_code(totals, options.report.accepts(totals.warnings));
+    return exit_code(summary, options.report.accepts(summary.warnings));
 }
 
 bool is_folder(const std::string& name) {
@@ -148,7 +148,7 @@ Subcommand add_check_command(CLI::App& app) {
                 "The running configuration, or a folder of them; without it, an empty one");
     add_check_options(*command, *options);
     command
-        ->add_option("--rule", options->checker.selectors,
+        ->add_option("--rule", options->checker.rule_names,
                      "Run only this rule; can be given more than once")
         ->type_name("RULE")
         ->allow_extra_args(false);

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "commands/defaults.h"
-#include "errors/cannot_check.h"
 #include "errors/did_you_mean.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -64,8 +64,8 @@ CLI::App* find_subcommand(CLI::App& app, const std::string& name) {
         }
         names.push_back(subcommand->get_name());
     }
-    throw CannotCheck("there is no command \"" + name + "\"" + did_you_mean(name, names) +
-                      "; run vrrp-valid --help");
+    throw InputError("there is no command \"" + name + "\"" + did_you_mean(name, names) +
+                     "; run vrrp-valid --help");
 }
 
 std::vector<std::string> subcommand_first(CLI::App& app, std::vector<std::string> arguments) {
@@ -93,8 +93,8 @@ void parse_command_line(CLI::App& app, std::vector<std::string> arguments) {
         throw;
     } catch (const CLI::ParseError& error) {
         const bool is_extra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
-        throw CannotCheck((is_extra && !name.empty() ? unexpected(app, name) : reason_of(error)) +
-                          std::string("; run vrrp-valid ") + name + (name.empty() ? "" : " ") +
-                          "--help");
+        throw InputError((is_extra && !name.empty() ? unexpected(app, name) : reason_of(error)) +
+                         std::string("; run vrrp-valid ") + name + (name.empty() ? "" : " ") +
+                         "--help");
     }
 }

@@ -9,10 +9,10 @@
 #include "commands/exit_code.h"
 #include "commands/options.h"
 #include "configuration/document_writer.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/locked_file.h"
 #include "fleet/fleet.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "terminal/output.h"
 
 namespace {
@@ -127,8 +127,8 @@ void print_beside(const std::string& running, const char* in_place,
                   const std::function<std::string()>& text) {
     try {
         print(text());
-    } catch (const CannotCheck& error) {
-        throw CannotCheck(running + ": " + in_place + ", but " + error.what());
+    } catch (const InputError& error) {
+        throw InputError(running + ": " + in_place + ", but " + error.what());
     }
 }
 
@@ -182,10 +182,10 @@ Ending commit(CheckedChange& change, const CommitOptions& options) {
 
 int run_commit(const CommitOptions& options) {
     if (options.running == "-") {
-        throw CannotCheck("commit replaces a file: --running cannot be standard input");
+        throw InputError("commit replaces a file: --running cannot be standard input");
     }
     std::optional<CheckedChange> change;
-    Report unchecked;
+    Report not_checked;
     Ending ending;
     try {
         change.emplace(options);
@@ -196,9 +196,9 @@ int run_commit(const CommitOptions& options) {
         ending = commit(*change, options);
     } catch (const std::exception& error) {
         ending = {kExitCannotCheck, error.what()};
-        unchecked = unchecked_report({options.candidate(), options.running, {}}, error);
+        not_checked = not_checked_report({options.candidate(), options.running, {}}, error);
     }
-    Report& report = change ? change->report : unchecked;
+    Report& report = change ? change->report : not_checked;
     report.committed = ending.is_committed;
     print_end(options, report);
     if (!ending.why.empty()) {

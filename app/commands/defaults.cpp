@@ -5,8 +5,8 @@
 #include <filesystem>
 
 #include "commands/command_line.h"
-#include "errors/cannot_check.h"
 #include "errors/did_you_mean.h"
+#include "errors/input_error.h"
 
 namespace fs = std::filesystem;
 
@@ -45,7 +45,7 @@ void set_default(CLI::Option& option, const std::string& value, const std::strin
     try {
         option.run_callback_for_default()->default_val(value)->required(false);
     } catch (const CLI::Error& error) {
-        throw CannotCheck(source + ": " + error.what());
+        throw InputError(source + ": " + error.what());
     }
 }
 
@@ -60,7 +60,7 @@ std::vector<CLI::ConfigItem> read_file() {
         }
         return CLI::ConfigTOML().from_file(kFile);
     } catch (const CLI::Error& error) {
-        throw CannotCheck(kFile + std::string(": ") + error.what());
+        throw InputError(kFile + std::string(": ") + error.what());
     }
 }
 
@@ -78,8 +78,8 @@ std::vector<CLI::App*> addressed(CLI::App& app, const CLI::ConfigItem& item) {
     const auto found = std::find(names.begin(), names.end(), item.parents.front());
     if (found == names.end() || item.parents.size() > 1) {
         const std::string section = CLI::detail::join(item.parents, ".");
-        throw CannotCheck(std::string(kFile) + ": there is no command for [" + section + "]" +
-                          did_you_mean(section, names));
+        throw InputError(std::string(kFile) + ": there is no command for [" + section + "]" +
+                         did_you_mean(section, names));
     }
     return {subcommands[static_cast<std::size_t>(found - names.begin())]};
 }
@@ -87,8 +87,8 @@ std::vector<CLI::App*> addressed(CLI::App& app, const CLI::ConfigItem& item) {
 void require_known(const CLI::ConfigItem& item, const std::vector<CLI::App*>& subcommands) {
     const std::string at = std::string(kFile) + ": \"" + item.fullname() + "\" ";
     if (std::count(kNotInFile.begin(), kNotInFile.end(), item.name) > 0) {
-        throw CannotCheck(at + "cannot be set in a file; give --" + item.name +
-                          " on the command line");
+        throw InputError(at + "cannot be set in a file; give --" + item.name +
+                         " on the command line");
     }
     std::vector<std::string> keys;
     for (const CLI::App* const subcommand : subcommands) {
@@ -97,10 +97,10 @@ void require_known(const CLI::ConfigItem& item, const std::vector<CLI::App*>& su
         }
     }
     if (item.name.empty() || std::count(keys.begin(), keys.end(), item.name) == 0) {
-        throw CannotCheck(at + "is not an option" + did_you_mean(item.name, keys));
+        throw InputError(at + "is not an option" + did_you_mean(item.name, keys));
     }
     if (item.inputs.size() != 1) {
-        throw CannotCheck(at + "needs exactly one value");
+        throw InputError(at + "needs exactly one value");
     }
 }
 

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "reports/totals.h"
+#include "reports/summary.h"
 
 constexpr int kExitClean = 0;
 constexpr int kExitErrors = 1;
@@ -14,5 +14,5 @@ constexpr int kExitDifferences = 1;  ///< of a comparison
 constexpr int kInterrupted = -1;  ///< none: the process is to end by the signal that ended the run
 
 /// The exit code of the worst report: not checked before errors, errors before warnings.
-int exit_code(const Totals& totals, bool accept_warnings);
+int exit_code(const Summary& summary, bool accept_warnings);
 int exit_code(const std::vector<Report>& reports, bool accept_warnings);

@@ -9,7 +9,7 @@
 #include "commands/defaults.h"
 #include "commands/exit_code.h"
 #include "commands/output_conflict.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "terminal/interrupt.h"
 #include "terminal/output.h"
 #include "terminal/output_file.h"
@@ -92,10 +92,10 @@ int run_with_output(const Subcommand& subcommand, const OutputOptions& options) 
     const int code = subcommand.run();
     try {
         file.put_in_place();
-    } catch (const CannotCheck& error) {
-        throw CannotCheck(error.what() +
-                          std::string("; without that the exit code would have been ") +
-                          std::to_string(code));
+    } catch (const InputError& error) {
+        throw InputError(error.what() +
+                         std::string("; without that the exit code would have been ") +
+                         std::to_string(code));
     }
     return code;
 }

@@ -5,7 +5,7 @@
 #include <thread>
 
 #include "commands/install_layout.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::string& description,
                          const std::string& example) {
@@ -102,6 +102,6 @@ void add_check_options(CLI::App& command, CheckOptions& options) {
 
 void require_one_standard_input(const std::vector<std::string>& files) {
     if (std::count(files.begin(), files.end(), "-") > 1) {
-        throw CannotCheck("standard input can be read only once: give \"-\" once");
+        throw InputError("standard input can be read only once: give \"-\" once");
     }
 }

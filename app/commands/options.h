@@ -42,5 +42,5 @@ void add_reading_options(CLI::App& command, CheckerOptions& options);
 /// The options beside those that all of `check` and `commit` take.
 void add_check_options(CLI::App& command, CheckOptions& options);
 
-/// Throws CannotCheck when more than one of `files` is to be read from standard input.
+/// Throws InputError when more than one of `files` is to be read from standard input.
 void require_one_standard_input(const std::vector<std::string>& files);

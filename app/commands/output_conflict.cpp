@@ -4,7 +4,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "fleet/pairing.h"
 
 namespace fs = std::filesystem;
@@ -49,7 +49,7 @@ void require_no_input(CLI::App& subcommand, const std::string& output) {
         }
         for (const std::string& input : inputs) {
             if (is_input && is_part_of(input, output)) {
-                throw CannotCheck(output + ": is to be read, too; name another file for --output");
+                throw InputError(output + ": is to be read, too; name another file for --output");
             }
         }
     }

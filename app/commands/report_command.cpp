@@ -5,11 +5,11 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/named_file.h"
 #include "reports/json_reader.h"
 #include "reports/report_stream.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "reports/spool.h"
 #include "terminal/output.h"
 
@@ -29,8 +29,8 @@ class Reported {
         const auto [first, is_new] =
             files_.emplace(std::pair(report.candidate, report.running), file);
         if (!is_new) {
-            throw CannotCheck(file + ": reports " + report.candidate + ", which " + first->second +
-                              " reports too; give each report once");
+            throw InputError(file + ": reports " + report.candidate + ", which " + first->second +
+                             " reports too; give each report once");
         }
     }
 
@@ -40,14 +40,14 @@ class Reported {
 
 /// Prints stored reports as one; the worst outcome is the exit code.
 int run_report(const ReportCommandOptions& options) {
-    std::shared_ptr<const std::vector<ValidationUse>> rules;
+    std::shared_ptr<const std::vector<Rule>> rules;
     if (options.report.format == "sarif") {  // which tells of them; a stored report does not
         rules = rules_of(YangModel(options.yang_dir));
     }
     Spool document;  // whole, or nothing when one of the files is not
     ReportStream stream(options.report, [&](const std::string& text) { document.write(text); });
     Reported reported;
-    std::size_t unreached = 0;
+    std::size_t not_reached = 0;
     for (const std::string& file : options.files) {
         StoredReports stored = reports_from_json(file, read_named_file(file));
         for (Report& report : stored.reports) {
@@ -55,15 +55,15 @@ int run_report(const ReportCommandOptions& options) {
             report.rules = rules;
             stream.add(report);
         }
-        unreached += stored.unreached;
-        if (stored.unreached > 0) {
+        not_reached += stored.not_reached;
+        if (stored.not_reached > 0) {
             std::cerr << complaint(file + ": was interrupted: " +
-                                   counted(stored.unreached, "more candidate") + " not checked");
+                                   counted(stored.not_reached, "more candidate") + " not checked");
         }
     }
-    stream.finish(unreached);
+    stream.finish(not_reached);
     document.copy_to(print);
-    return exit_code(stream.totals(), options.report.accepts(stream.totals().warnings));
+    return exit_code(stream.summary(), options.report.accepts(stream.summary().warnings));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "configuration/configuration_file.h"
 
 #include "configuration/text_position.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/named_file.h"
 
 namespace {
@@ -20,7 +20,7 @@ ConfigurationFormat format_of(const std::string& name, const std::string& bytes)
     const std::string_view text = bytes;
     const std::size_t first = text.find_first_not_of(" \t\r\n", byte_order_mark_size(text));
     if (first == std::string_view::npos) {
-        throw CannotCheck(name + ": the file is empty; an empty configuration is written {}");
+        throw InputError(name + ": the file is empty; an empty configuration is written {}");
     }
     if (text[first] == '<') {
         return ConfigurationFormat::xml;
@@ -28,7 +28,7 @@ ConfigurationFormat format_of(const std::string& name, const std::string& bytes)
     if (text[first] == '{') {
         return ConfigurationFormat::json;
     }
-    throw CannotCheck(
+    throw InputError(
         position_in(name, text, first),
         kind_of(text.substr(first)) + "; give a configuration that begins with { or <");
 }
@@ -37,7 +37,7 @@ ConfigurationFormat format_of(const std::string& name, const std::string& bytes)
 
 ConfigurationFile read_configuration_file(const std::string& name, std::size_t max_size) {
     if (name.empty()) {
-        throw CannotCheck("a file name is empty; name the file, or - for standard input");
+        throw InputError("a file name is empty; name the file, or - for standard input");
     }
     return configuration_from_bytes(shown_name(name), read_named_file(name, max_size));
 }
@@ -46,7 +46,7 @@ ConfigurationFile configuration_from_bytes(const std::string& name, std::string 
     // No configuration has one, and texts end at it.
     const std::size_t nul = bytes.find('\0');
     if (nul != std::string::npos) {
-        throw CannotCheck(position_in(name, bytes, nul), "a NUL byte; give a text file");
+        throw InputError(position_in(name, bytes, nul), "a NUL byte; give a text file");
     }
     const ConfigurationFormat format = format_of(name, bytes);
     return {name, std::move(bytes), format};

@@ -14,7 +14,7 @@ struct ConfigurationFile {
 };
 
 /// Reads the file `name`, "-" for standard input, and tells its format by its content: RFC 7951
-/// JSON or NETCONF XML. Throws CannotCheck, also when it has more than `max_size` bytes.
+/// JSON or NETCONF XML. Throws InputError, also when it has more than `max_size` bytes.
 ConfigurationFile read_configuration_file(const std::string& name,
                                           std::size_t max_size = kLargestFile);
 

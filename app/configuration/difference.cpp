@@ -4,7 +4,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "configuration/operator_path.h"
+#include "configuration/cli_path.h"
 #include "keypath.h"
 
 using local_platform::Node;
@@ -23,7 +23,7 @@ struct Pair {
 
 using Entries = std::unordered_map<std::string_view, std::size_t>;
 
-using Nodes = local_platform::Run<const Node*>;
+using Nodes = local_platform::Span<const Node*>;
 
 Nodes entries_of(const Node* list) {
     return list == nullptr ? Nodes() : list->children;
@@ -89,7 +89,7 @@ std::vector<bool> in_longest_increase(const std::vector<std::size_t>& sequence) 
 
 /// Where the entry at `position` of a list is, by the one before it.
 std::string standing(const Node& list, std::size_t position) {
-    return position == 0 ? "first" : "after " + operator_keys(*list.children[position - 1]);
+    return position == 0 ? "first" : "after " + cli_keys(*list.children[position - 1]);
 }
 
 class Comparison {
@@ -98,7 +98,7 @@ class Comparison {
         const std::string outer_group = group_;
         std::vector<Pair> outer_groups;
         outer_groups.swap(groups_);
-        group_ = operator_path(pair.either());
+        group_ = cli_path(pair.either());
         note_presence(pair);
         compare_children(pair);
         for (const Pair& group : std::exchange(groups_, std::move(outer_groups))) {
@@ -115,7 +115,7 @@ class Comparison {
     void note(ChangeKind kind, const Node& node, Value old_value = {}, Value new_value = {}) {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(node, kp);
-        std::string words = operator_path(node);
+        std::string words = cli_path(node);
         words.erase(0, group_.empty() ? 0 : group_.size() + 1);
         changes.push_back({kind,
                            local_platform::keypath_text(kp),

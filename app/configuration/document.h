@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "configuration/configuration_file.h"
-#include "configuration/skipped.h"
 #include "configuration/text_position.h"
+#include "configuration/unknown_data.h"
 #include "errors/location.h"
 
 struct lysc_node;
@@ -127,7 +127,7 @@ class Document {
     /// Where the node that find() finds is; unknown for the root.
     Location locate(std::string_view path) const;
 
-    Skipped skipped;
+    UnknownData unknown_data;
     Envelope envelope;
     bool is_edit = false;
     EditOperation default_operation = EditOperation::merge;  ///< of an edit

@@ -6,8 +6,8 @@
 #include <limits>
 
 #include "configuration/text_position.h"
-#include "errors/cannot_check.h"
 #include "errors/did_you_mean.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr std::size_t kManyNames = 12;  // more are no help
 
 std::shared_ptr<DocumentSource> make_source(ConfigurationFile file) {
     if (file.bytes.size() > std::numeric_limits<std::int32_t>::max()) {
-        throw CannotCheck(file.name + ": is 2 GiB or larger; check it in parts");
+        throw InputError(file.name + ": is 2 GiB or larger; check it in parts");
     }
     return std::make_shared<DocumentSource>(std::move(file));
 }
@@ -161,7 +161,7 @@ SkippedPiece DocumentBuilder::skip_foreign(DocumentNode& parent, const NamedModu
                                                                              : nearest->name) +
                            "\"? --ignore-unknown skips it");
     }
-    auto& modules = document_.skipped.modules;
+    auto& modules = document_.unknown_data.modules;
     if (std::find(modules.begin(), modules.end(), module.name) == modules.end()) {
         modules.push_back(module.name);
     }
@@ -175,12 +175,12 @@ SkippedPiece DocumentBuilder::skip_unknown(DocumentNode& parent, const lys_modul
         path.insert(0, node->schema->name).insert(0, "/");
     }
     const Location at = position_in(source_->file.name, text(), offset);
-    document_.skipped.unknown.push_back(at.file + ":" + std::to_string(at.line) + ": " + path);
+    document_.unknown_data.unknown.push_back(at.file + ":" + std::to_string(at.line) + ": " + path);
     return {&parent, nullptr, &module, offset, std::string(name)};
 }
 
 void DocumentBuilder::count_skipped(const SkippedPiece& piece) {
-    document_.skipped.nodes += piece.schema == nullptr ? 1 : 0;
+    document_.unknown_data.nodes += piece.schema == nullptr ? 1 : 0;
 }
 
 void DocumentBuilder::require_foreign(const SkippedPiece& piece, const lys_module* module,
@@ -199,5 +199,5 @@ DocumentNode& DocumentBuilder::end_skipped(const SkippedPiece& piece, std::size_
 }
 
 void DocumentBuilder::refuse(std::size_t offset, const std::string& what_is_wrong) const {
-    throw CannotCheck(position_in(source_->file.name, text(), offset), what_is_wrong);
+    throw InputError(position_in(source_->file.name, text(), offset), what_is_wrong);
 }

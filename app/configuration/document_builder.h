@@ -15,10 +15,10 @@ struct ReadOptions {
     bool ignore_unknown = false;  ///< skip what a module of the model does not know
 };
 
-/// Reads `file`, whose syntax is XML. Throws CannotCheck, naming the place.
+/// Reads `file`, whose syntax is XML. Throws InputError, naming the place.
 Document read_xml(const ly_ctx& context, ConfigurationFile file, const ReadOptions& options);
 
-/// Reads `file`, whose syntax is JSON. Throws CannotCheck, naming the place.
+/// Reads `file`, whose syntax is JSON. Throws InputError, naming the place.
 Document read_json(const ly_ctx& context, ConfigurationFile file, const ReadOptions& options);
 
 /// A module as a file names it: by its namespace in XML, by its name in JSON.

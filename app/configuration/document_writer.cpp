@@ -6,12 +6,12 @@
 #include <unordered_map>
 
 #include "configuration/yang_schema.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
 bool is_empty(const DocumentNode& node) {
-    if (node.schema == nullptr || !is_holder(*node.schema)) {
+    if (node.schema == nullptr || !is_nonpresence_container(*node.schema)) {
         return false;
     }
     const DocumentNode* child = node.first_child;
@@ -41,10 +41,10 @@ void require_format(const Document& document, const DocumentNode& node,
                     ConfigurationFormat format) {
     const DocumentSource& source = *document.sources()[node.source];
     if (has_own_text(node) && source.file.format != format) {
-        throw CannotCheck(document.location_of(node),
-                          std::string("this cannot be written as ") +
-                              (format == ConfigurationFormat::xml ? "XML" : "JSON") +
-                              " without its module; give both configurations in one format");
+        throw InputError(document.location_of(node),
+                         std::string("this cannot be written as ") +
+                             (format == ConfigurationFormat::xml ? "XML" : "JSON") +
+                             " without its module; give both configurations in one format");
     }
     for (const DocumentNode* child = node.first_child; child != nullptr; child = child->next) {
         require_format(document, *child, format);
@@ -89,9 +89,9 @@ std::string write_document(const Document& document, const Document& like) {
 
 std::string write_as_running(const Document& candidate, const Document* running) {
     if (candidate.unmerged.is_known()) {
-        throw CannotCheck(candidate.unmerged,
-                          "the model does not describe this, so it cannot be merged; give the "
-                          "module with --yang-dir, or a complete configuration");
+        throw InputError(candidate.unmerged,
+                         "the model does not describe this, so it cannot be merged; give the "
+                         "module with --yang-dir, or a complete configuration");
     }
     return write_document(candidate, running == nullptr ? candidate : *running);
 }

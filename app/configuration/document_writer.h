@@ -9,12 +9,12 @@
 /// `document` in the format and the envelope of `like`: two blanks to a level, canonical values, an
 /// entry's keys first, the entries of a list behind its first one, and otherwise the document's
 /// order. What the model does not describe keeps its meaning. Writing what was read again gives the
-/// same bytes. Throws CannotCheck for such data, or metadata, in the other format, which nobody can
+/// same bytes. Throws InputError for such data, or metadata, in the other format, which nobody can
 /// translate without its module.
 std::string write_document(const Document& document, const Document& like);
 
 /// What a file holds once `candidate` is the running configuration: written like `running`, or like
-/// itself when that is null. Throws CannotCheck when the candidate is an edit with data that
+/// itself when that is null. Throws InputError when the candidate is an edit with data that
 /// only its module could merge.
 std::string write_as_running(const Document& candidate, const Document* running);
 

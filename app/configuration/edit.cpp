@@ -9,7 +9,7 @@
 
 #include "configuration/leaf_value.h"
 #include "configuration/yang_schema.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -74,8 +74,8 @@ class Editor {
         sweep(root);
         Document result({edit_.sources().front(), running_.sources().front()}, &root, store_);
         result.envelope = running_.envelope;
-        result.skipped = running_.skipped;
-        result.skipped.add(edit_.skipped);
+        result.unknown_data = running_.unknown_data;
+        result.unknown_data.add(edit_.unknown_data);
         result.unmerged = unmerged_;
         return result;
     }
@@ -116,7 +116,7 @@ class Editor {
 
     /// A holder is there when it holds something, every other node when the document has it.
     bool exists(const DocumentNode* node) const {
-        if (node == nullptr || !is_holder(*node->schema)) {
+        if (node == nullptr || !is_nonpresence_container(*node->schema)) {
             return node != nullptr;
         }
         for (const DocumentNode* child = node->first_child; child != nullptr; child = child->next) {
@@ -317,7 +317,7 @@ class Editor {
     /// The default operation "none" changes nothing itself, and must not make what is not there.
     void leave(const DocumentNode& node, DocumentNode& parent, DocumentNode* target) {
         const bool is_new = target == nullptr;
-        if (is_new && !is_holder(*node.schema)) {
+        if (is_new && !is_nonpresence_container(*node.schema)) {
             refuse(node, "data-missing: " + describe(node) + " is not in " + running_.name() +
                              ", and the default operation is none; write an operation");
         }
@@ -446,7 +446,7 @@ class Editor {
     }
 
     [[noreturn]] void refuse(const DocumentNode& node, const std::string& what_is_wrong) const {
-        throw CannotCheck(edit_.location_of(node), what_is_wrong);
+        throw InputError(edit_.location_of(node), what_is_wrong);
     }
 
     struct PairHash {

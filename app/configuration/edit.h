@@ -5,6 +5,6 @@
 #include "configuration/document.h"
 
 /// `running` with `edit` applied. Nodes that the edit holds are located in it, all others in the
-/// running file. Throws CannotCheck for an operation that its node does not allow: `data-exists`,
+/// running file. Throws InputError for an operation that its node does not allow: `data-exists`,
 /// `data-missing`, `missing-instance`.
 Document apply_edit(const Document& running, const Document& edit);

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "configuration/text_position.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/named_file.h"
 
 namespace {
@@ -139,10 +139,10 @@ void require_plain_uses(const std::string& file) {
         } else if (keyword.empty()) {
             keyword = word;
             if (keyword == validate && (around.empty() || !may_hold_uses(around.back()))) {
-                throw CannotCheck(position_in(file, text, words.begin()),
-                                  validate + " is under " +
-                                      std::string(around.empty() ? "nothing" : around.back()) +
-                                      "; move it into the container, list or leaf itself");
+                throw InputError(position_in(file, text, words.begin()),
+                                 validate + " is under " +
+                                     std::string(around.empty() ? "nothing" : around.back()) +
+                                     "; move it into the container, list or leaf itself");
             }
         }
     }

@@ -113,15 +113,15 @@ const DocumentNode* offender_or_above(const Document& document, const lysc_node&
 
 }  // namespace
 
-CannotCheck model_complaint(const ly_ctx& context, const ly_ctx& document_context,
-                            const Document& document) {
+InputError model_complaint(const ly_ctx& context, const ly_ctx& document_context,
+                           const Document& document) {
     const ly_err_item* item = ly_err_first(&context);
     while (item != nullptr && item->level != LY_LLERR) {  // a warning is not why it refuses
         item = item->next;
     }
     if (item == nullptr) {
-        return CannotCheck(document.name() +
-                           ": the model does not allow it; libyang gave no reason");
+        return InputError(document.name() +
+                          ": the model does not allow it; libyang gave no reason");
     }
     std::string message = item->msg;
     while (!message.empty() && message.back() == '.') {
@@ -144,7 +144,7 @@ CannotCheck model_complaint(const ly_ctx& context, const ly_ctx& document_contex
     }
     const std::string text = message + " (" + std::string(path) + "); correct it there";
     if (node == &document.root()) {
-        return CannotCheck(document.name() + ": " + text);
+        return InputError(document.name() + ": " + text);
     }
-    return CannotCheck(document.location_of(*node), text);
+    return InputError(document.location_of(*node), text);
 }

@@ -144,7 +144,7 @@ class DataBuilder {
     }
 
     [[noreturn]] void refuse(const DocumentNode& node, const std::string& what_is_wrong) const {
-        throw CannotCheck(document_.location_of(node), what_is_wrong);
+        throw InputError(document_.location_of(node), what_is_wrong);
     }
 
     void require(LY_ERR result) const {
@@ -191,7 +191,7 @@ class TreeFiller {
         for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
             next = node->next;
             // A key came with its entry.
-            if (is_kept(*node->schema) && !lysc_is_key(node->schema)) {
+            if (is_supported(*node->schema) && !lysc_is_key(node->schema)) {
                 add(*node, parent);
             }
             if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
@@ -207,7 +207,8 @@ class TreeFiller {
             builder_.add(parent.node(builder_), schema.name, lyd_get_value(&node));
             return;
         }
-        Place place = is_holder(schema) ? Place(parent, schema.name) : Place(made(node, parent));
+        Place place = is_nonpresence_container(schema) ? Place(parent, schema.name)
+                                                       : Place(made(node, parent));
         add_siblings(lyd_child(&node), place);
     }
 
@@ -245,7 +246,7 @@ DataTree validated_tree(const ly_ctx& context, const ly_ctx& document_context,
         Place top(builder.root());
         TreeFiller(builder).add_siblings(data, top);
     } catch (const PlatformError& error) {
-        throw CannotCheck(document.name() + ": " + error.what());
+        throw InputError(document.name() + ": " + error.what());
     }
     return std::move(builder).build();
 }

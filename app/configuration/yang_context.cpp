@@ -7,7 +7,7 @@
 #include <future>
 
 #include "configuration/libyang_complaint.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -22,10 +22,10 @@ std::vector<std::string> module_names(const std::string& dir) {
         }
     }
     if (error) {
-        throw CannotCheck(dir + ": the folder of YANG modules cannot be read: " + error.message());
+        throw InputError(dir + ": the folder of YANG modules cannot be read: " + error.message());
     }
     if (names.empty()) {
-        throw CannotCheck(dir + ": has no YANG module; name the folder with --yang-dir");
+        throw InputError(dir + ": has no YANG module; name the folder with --yang-dir");
     }
     std::sort(names.begin(), names.end());
     // Several revisions of a module are one module.
@@ -47,7 +47,7 @@ YangModules load_modules(const std::string& yang_dir) {
     constexpr uint16_t kOptions =
         LY_CTX_SET_PRIV_PARSED | LY_CTX_NO_YANGLIBRARY | LY_CTX_DISABLE_SEARCHDIR_CWD;
     if (ly_ctx_new(yang_dir.c_str(), kOptions, &context) != LY_SUCCESS) {
-        throw CannotCheck(yang_dir + ": the folder of YANG modules cannot be used");
+        throw InputError(yang_dir + ": the folder of YANG modules cannot be used");
     }
     YangModules loaded{YangContext(context), {}};
     const std::string folder = yang_dir + "/";
@@ -56,7 +56,7 @@ YangModules load_modules(const std::string& yang_dir) {
         loaded.modules.push_back(ly_ctx_load_module(context, name.c_str(), nullptr, every_feature));
         if (loaded.modules.back() == nullptr) {
             std::string file = folder + name;
-            throw CannotCheck(first_complaint(context, file.append(".yang")));
+            throw InputError(first_complaint(context, file.append(".yang")));
         }
     }
     return loaded;

@@ -20,7 +20,7 @@ struct YangModules {
     std::vector<const lys_module*> modules;  ///< in the order of their names
 };
 
-/// Loads every module in `yang_dir`. Throws CannotCheck.
+/// Loads every module in `yang_dir`. Throws InputError.
 YangModules load_modules(const std::string& yang_dir);
 
 /// Contexts with the same modules, for threads that make data at the same time. A context keeps
@@ -28,7 +28,7 @@ YangModules load_modules(const std::string& yang_dir);
 /// time waiting for each other.
 class ContextPool {
   public:
-    /// Throws CannotCheck.
+    /// Throws InputError.
     explicit ContextPool(std::string yang_dir);
 
     /// The first context, which is there from the beginning.
@@ -40,10 +40,10 @@ class ContextPool {
     };
     using Borrowed = std::unique_ptr<ly_ctx, GiveBack>;
 
-    /// A context that nobody else borrows meanwhile; loaded when there is none. Throws CannotCheck.
+    /// A context that nobody else borrows meanwhile; loaded when there is none. Throws InputError.
     Borrowed borrow();
 
-    /// Loads as many as `threads` will borrow at a time. Throws CannotCheck.
+    /// Loads as many as `threads` will borrow at a time. Throws InputError.
     void load_for(std::size_t threads);
 
   private:

@@ -7,22 +7,22 @@
 #include "configuration/edit.h"
 #include "configuration/extension_places.h"
 #include "configuration/validated_tree.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 using local_platform::DataTree;
 using local_platform::SchemaNode;
 
 namespace {
 
-void collect_selectors(const YangModel& model, const SchemaNode& node,
-                       std::vector<std::string>& selectors) {
-    for (const ValidationUse& use : model.uses(node)) {
-        if (std::find(selectors.begin(), selectors.end(), use.selector) == selectors.end()) {
-            selectors.push_back(use.selector);
+void collect_rule_names(const YangModel& model, const SchemaNode& node,
+                        std::vector<std::string>& rule_names) {
+    for (const Rule& use : model.uses(node)) {
+        if (std::find(rule_names.begin(), rule_names.end(), use.name) == rule_names.end()) {
+            rule_names.push_back(use.name);
         }
     }
     for (const SchemaNode& child : node.children) {
-        collect_selectors(model, child, selectors);
+        collect_rule_names(model, child, rule_names);
     }
 }
 
@@ -52,16 +52,16 @@ YangModel::YangModel(const std::string& yang_dir)
     uses_ = collect_uses(modules, *schema_);
 }
 
-const std::vector<ValidationUse>& YangModel::uses(const SchemaNode& node) const {
-    static const std::vector<ValidationUse> kNone;
+const std::vector<Rule>& YangModel::uses(const SchemaNode& node) const {
+    static const std::vector<Rule> kNone;
     const auto found = uses_.find(&node);
     return found == uses_.end() ? kNone : found->second;
 }
 
-std::vector<std::string> YangModel::selectors() const {
-    std::vector<std::string> selectors;
-    collect_selectors(*this, *schema_, selectors);
-    return selectors;
+std::vector<std::string> YangModel::rule_names() const {
+    std::vector<std::string> rule_names;
+    collect_rule_names(*this, *schema_, rule_names);
+    return rule_names;
 }
 
 Document YangModel::parse(ConfigurationFile file, const ReadOptions& options) const {
@@ -74,10 +74,9 @@ Configuration YangModel::candidate(ConfigurationFile file, const ReadOptions& op
     Document document = parse(std::move(file), options);
     if (document.is_edit) {
         if (running == nullptr) {
-            throw CannotCheck(
-                document.name() +
-                ": is an edit, and there is no running configuration to edit; name it "
-                "with --running");
+            throw InputError(document.name() +
+                             ": is an edit, and there is no running configuration to edit; name it "
+                             "with --running");
         }
         document = apply_edit(*running, document);
     }

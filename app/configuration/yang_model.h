@@ -14,23 +14,23 @@
 
 class YangModel {
   public:
-    /// Loads every module in `yang_dir`. Throws CannotCheck.
+    /// Loads every module in `yang_dir`. Throws InputError.
     explicit YangModel(const std::string& yang_dir);
 
     const std::shared_ptr<const local_platform::SchemaNode>& schema() const { return schema_; }
 
     /// The uses on `node`, in the model's order.
-    const std::vector<ValidationUse>& uses(const local_platform::SchemaNode& node) const;
+    const std::vector<Rule>& uses(const local_platform::SchemaNode& node) const;
 
-    /// The selectors of all uses, in the model's order, each once.
-    std::vector<std::string> selectors() const;
+    /// The rule_names of all uses, in the model's order, each once.
+    std::vector<std::string> rule_names() const;
 
-    /// What `file` holds, its values not yet looked at. Throws CannotCheck for a file that is no
+    /// What `file` holds, its values not yet looked at. Throws InputError for a file that is no
     /// configuration, or holds nodes that the model does not have.
     Document parse(ConfigurationFile file, const ReadOptions& options = {}) const;
 
     /// The configuration that `file` holds, or makes of `running` when it is an edit. `running` is
-    /// null for an empty running configuration, which nobody edits. Throws CannotCheck.
+    /// null for an empty running configuration, which nobody edits. Throws InputError.
     Configuration candidate(ConfigurationFile file, const ReadOptions& options,
                             const Document* running) const;
 
@@ -40,10 +40,10 @@ class YangModel {
     }
 
     /// Gets ready for `threads` that make trees at a time: what is loaded later might be another
-    /// model. Throws CannotCheck.
+    /// model. Throws InputError.
     void prepare_for(std::size_t threads) const { contexts_->load_for(threads); }
 
-    /// The tree of `document`. Throws CannotCheck when the model does not allow it.
+    /// The tree of `document`. Throws InputError when the model does not allow it.
     local_platform::DataTree tree(const Document& document) const;
 
   private:
@@ -52,5 +52,5 @@ class YangModel {
 
     std::unique_ptr<ContextPool> contexts_;
     std::shared_ptr<const local_platform::SchemaNode> schema_;
-    ValidationUses uses_;
+    RulesByNode uses_;
 };

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 using local_platform::NodeKind;
 using local_platform::SchemaNode;
 
-bool is_kept(const lysc_node& node) {
+bool is_supported(const lysc_node& node) {
     if ((node.flags & LYS_CONFIG_W) == 0) {
         return false;
     }
@@ -35,7 +35,7 @@ bool is_ours(const lysc_ext_instance& extension, std::string_view name) {
 
 }  // namespace
 
-bool is_holder(const lysc_node& node) {
+bool is_nonpresence_container(const lysc_node& node) {
     return node.nodetype == LYS_CONTAINER &&
            static_cast<const lysp_node_container*>(node.priv)->presence == nullptr;
 }
@@ -108,10 +108,10 @@ void describe_leaf(const lysc_node_leaf& leaf, SchemaNode& node) {
 void require_own_name(const lysc_node& node, const std::vector<const lysc_node*>& siblings) {
     for (const lysc_node* const sibling : siblings) {
         if (std::string_view(sibling->name) == node.name) {
-            throw CannotCheck("the modules " + std::string(sibling->module->name) + " and " +
-                              node.module->name + " both have a node " + node.name +
-                              " in the same place, and a path cannot tell them apart; remove one "
-                              "of the modules from the folder");
+            throw InputError("the modules " + std::string(sibling->module->name) + " and " +
+                             node.module->name + " both have a node " + node.name +
+                             " in the same place, and a path cannot tell them apart; remove one "
+                             "of the modules from the folder");
         }
     }
 }
@@ -123,7 +123,7 @@ std::vector<const lysc_node*> configuration_below(const lysc_node* parent,
     std::vector<const lysc_node*> nodes;
     const lysc_node* child = nullptr;
     while ((child = lys_getnext(child, parent, module, 0)) != nullptr) {
-        if (is_kept(*child) ||
+        if (is_supported(*child) ||
             ((child->flags & LYS_CONFIG_W) != 0 && (child->nodetype & kOther) != 0)) {
             nodes.push_back(child);
         }
@@ -138,7 +138,7 @@ std::vector<const lysc_node*> kept_of(const std::vector<const lysc_node*>& nodes
     for (const lysc_node* const node : nodes) {
         require_own_name(*node, seen);
         seen.push_back(node);
-        if (is_kept(*node)) {
+        if (is_supported(*node)) {
             kept.push_back(node);
         }
     }
@@ -172,19 +172,19 @@ std::string argument_of(const lysp_stmt& stmt) {
 
 RuleMessage read_message(const lysp_stmt& stmt, bool is_warning) {
     RuleMessage message{is_warning, argument_of(stmt), {}};
-    if (stmt.child != nullptr && without_prefix(stmt.child->stmt) == "remedy") {
-        message.remedy = argument_of(*stmt.child);
+    if (stmt.child != nullptr && without_prefix(stmt.child->stmt) == "help") {
+        message.help = argument_of(*stmt.child);
     }
     return message;
 }
 
-ValidationUse read_use(const lysp_ext_instance& extension) {
-    ValidationUse use;
+Rule read_use(const lysp_ext_instance& extension) {
+    Rule use;
     use.point = extension.argument;
     for (const lysp_stmt* stmt = extension.child; stmt != nullptr; stmt = stmt->next) {
         const std::string_view name = without_prefix(stmt->stmt);
         if (name == "opaque") {
-            use.selector = argument_of(*stmt);
+            use.name = argument_of(*stmt);
         } else if (name == "only-when-changed") {
             use.only_when_changed = true;
         } else if (name == "demand") {
@@ -223,7 +223,7 @@ bool has_uses(const lysc_node& node) {
 
 /// The uses in the statement that `source` was compiled from; require_plain_uses() sees that there
 /// are no others.
-void note_uses(const lysc_node& source, const SchemaNode& node, ValidationUses& uses) {
+void note_uses(const lysc_node& source, const SchemaNode& node, RulesByNode& uses) {
     const auto* const parsed = static_cast<const lysp_node*>(source.priv);
     LY_ARRAY_COUNT_TYPE i = 0;
     LY_ARRAY_FOR(parsed->exts, i) {
@@ -234,7 +234,7 @@ void note_uses(const lysc_node& source, const SchemaNode& node, ValidationUses& 
 }
 
 void note_uses_of(const std::vector<const lysc_node*>& sources,
-                  const std::vector<SchemaNode>& nodes, ValidationUses& uses) {
+                  const std::vector<SchemaNode>& nodes, RulesByNode& uses) {
     for (std::size_t i = 0; i < sources.size(); ++i) {
         if (has_uses(*sources[i])) {
             note_uses(*sources[i], nodes[i], uses);
@@ -245,7 +245,7 @@ void note_uses_of(const std::vector<const lysc_node*>& sources,
 
 bool is_kept_with_ancestors(const lysc_node& node) {
     const lysc_node* const parent = lysc_data_parent(&node);
-    return is_kept(node) && (parent == nullptr || is_kept_with_ancestors(*parent));
+    return is_supported(node) && (parent == nullptr || is_kept_with_ancestors(*parent));
 }
 
 /// Notes in `data`, a vector, each node whose use no walk over the platform's tree would find.
@@ -260,9 +260,9 @@ void require_reachable_uses(const lys_module& module) {
     std::vector<const lysc_node*> unreachable;
     lysc_module_dfs_full(&module, note_unreachable, &unreachable);
     if (!unreachable.empty()) {
-        throw CannotCheck(std::string(module.name) + ": " + unreachable.front()->name +
-                          ": a validation point can be used on a container, list or leaf of the "
-                          "configuration only; remove vp:validate from it");
+        throw InputError(std::string(module.name) + ": " + unreachable.front()->name +
+                         ": a validation point can be used on a container, list or leaf of the "
+                         "configuration only; remove vp:validate from it");
     }
 }
 
@@ -285,8 +285,8 @@ SchemaNode describe_modules(const std::vector<const lys_module*>& modules) {
     return root;
 }
 
-ValidationUses collect_uses(const std::vector<const lys_module*>& modules, const SchemaNode& root) {
-    ValidationUses uses;
+RulesByNode collect_uses(const std::vector<const lys_module*>& modules, const SchemaNode& root) {
+    RulesByNode uses;
     for (const lys_module* const module : modules) {
         require_reachable_uses(*module);
     }

@@ -14,13 +14,13 @@ struct lysc_node;
 struct RuleMessage {
     bool is_warning;
     std::string text;
-    std::string remedy;
+    std::string help;
 };
 
 /// One use of a validation point, and what the model says about the rule behind it.
-struct ValidationUse {
+struct Rule {
     std::string point;
-    std::string selector;
+    std::string name;
     bool only_when_changed = false;
     std::string demand;
     std::string reads;
@@ -29,25 +29,24 @@ struct ValidationUse {
 };
 
 /// The uses on each node, in the model's order.
-using ValidationUses =
-    std::unordered_map<const local_platform::SchemaNode*, std::vector<ValidationUse>>;
+using RulesByNode = std::unordered_map<const local_platform::SchemaNode*, std::vector<Rule>>;
 
 /// Whether the platform's tree keeps what `node` describes: a container, list or leaf of the
 /// configuration. Everything else is validated by the model alone.
-bool is_kept(const lysc_node& node);
+bool is_supported(const lysc_node& node);
 
 /// Whether `node` is a container that is there only to hold nodes. Its context has
 /// LY_CTX_SET_PRIV_PARSED set.
-bool is_holder(const lysc_node& node);
+bool is_nonpresence_container(const lysc_node& node);
 
 /// Whether the model marks the values of `leaf` as nothing to show.
 bool is_secret(const lysc_node& leaf);
 
-/// The kept nodes of all `modules` below one root. Throws CannotCheck when two of them, of
+/// The kept nodes of all `modules` below one root. Throws InputError when two of them, of
 /// different modules, have one path. The modules' context has LY_CTX_SET_PRIV_PARSED set.
 local_platform::SchemaNode describe_modules(const std::vector<const lys_module*>& modules);
 
 /// The uses that `modules` make, on the nodes of `root` that describe_modules() made of them.
-/// Throws CannotCheck for a use on a node that is not kept.
-ValidationUses collect_uses(const std::vector<const lys_module*>& modules,
-                            const local_platform::SchemaNode& root);
+/// Throws InputError for a use on a node that is not kept.
+RulesByNode collect_uses(const std::vector<const lys_module*>& modules,
+                         const local_platform::SchemaNode& root);

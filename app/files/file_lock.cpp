@@ -7,7 +7,7 @@
 #include <chrono>
 #include <thread>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -17,8 +17,8 @@ constexpr std::chrono::milliseconds kPause(20);
 constexpr std::chrono::seconds kSilence(1);
 
 [[noreturn]] void fail(const std::string& shown_name) {
-    throw CannotCheck(shown_name +
-                      ": cannot be locked; nothing was changed: " + last_system_error());
+    throw InputError(shown_name +
+                     ": cannot be locked; nothing was changed: " + last_system_error());
 }
 
 /// The whole file, for writing.
@@ -55,14 +55,13 @@ class Wait {
     Wait(const std::string& shown_name, const Patience& patience)
         : shown_name_(shown_name), patience_(patience) {}
 
-    /// A while, for the holder of `file`. Throws CannotCheck when that was too long.
+    /// A while, for the holder of `file`. Throws InputError when that was too long.
     void go_on(int file) {
         const Clock::duration waited = Clock::now() - start_;
         if (patience_.seconds && waited >= std::chrono::seconds(*patience_.seconds)) {
-            throw CannotCheck(
-                shown_name_ + ": " + holder_of(file) +
-                " is committing to it; nothing was changed: run the command again, or "
-                "give a longer --lock-timeout");
+            throw InputError(shown_name_ + ": " + holder_of(file) +
+                             " is committing to it; nothing was changed: run the command again, or "
+                             "give a longer --lock-timeout");
         }
         if (!was_said_ && waited >= kSilence) {
             was_said_ = true;

@@ -20,7 +20,7 @@ struct Patience {
 class FileLock {
   public:
     /// Waits for the lock file `name` in `folder`, which outlives the lock. `shown_name` is what
-    /// messages call the file that the lock is for. Throws CannotCheck.
+    /// messages call the file that the lock is for. Throws InputError.
     FileLock(int folder, std::string name, const std::string& shown_name, const Patience& patience);
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;

@@ -7,7 +7,7 @@
 #include <array>
 #include <system_error>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/file_descriptor.h"
 #include "files/secret.h"
 
@@ -27,7 +27,7 @@ void make_key_file(const std::string& file) {
     const FileDescriptor created(
         open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!created.is_open()) {
-        throw CannotCheck(file + ": cannot make the key file: " + last_system_error());
+        throw InputError(file + ": cannot make the key file: " + last_system_error());
     }
     Secret content;
     content.text.reserve(kFileSize);
@@ -41,12 +41,12 @@ void make_key_file(const std::string& file) {
         write_all(created.number(), content.text);
     } catch (const std::system_error& error) {
         unlink(file.c_str());
-        throw CannotCheck(file + ": cannot write the key file: " + error.code().message());
+        throw InputError(file + ": cannot write the key file: " + error.code().message());
     }
     if (fsync(created.number()) != 0) {
         const std::string reason = last_system_error();
         unlink(file.c_str());
-        throw CannotCheck(file + ": cannot write the key file: " + reason);
+        throw InputError(file + ": cannot write the key file: " + reason);
     }
 }
 
@@ -54,15 +54,15 @@ CryptoKey read_key_file(const std::string& file) {
     const FileDescriptor opened(open(file.c_str(), O_RDONLY | O_CLOEXEC));
     struct stat status {};
     if (!opened.is_open() || fstat(opened.number(), &status) != 0) {
-        throw CannotCheck(file + ": the key file cannot be opened: " + last_system_error());
+        throw InputError(file + ": the key file cannot be opened: " + last_system_error());
     }
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
-        throw CannotCheck(file + ": readable by other users; run: chmod 600 " + file);
+        throw InputError(file + ": readable by other users; run: chmod 600 " + file);
     }
     std::array<char, kFileSize + 1> content{};
     const ssize_t size = read(opened.number(), content.data(), content.size());
     if (size < 0) {
-        throw CannotCheck(file + ": the key file cannot be read: " + last_system_error());
+        throw InputError(file + ": the key file cannot be read: " + last_system_error());
     }
     const std::string_view text(content.data(), static_cast<std::size_t>(size));
     std::array<unsigned char, CryptoKey::kSize> bytes{};
@@ -78,7 +78,7 @@ CryptoKey read_key_file(const std::string& file) {
     explicit_bzero(content.data(), content.size());
     explicit_bzero(bytes.data(), bytes.size());
     if (!is_key) {
-        throw CannotCheck(file + ": not a key file; make one with vrrp-valid keygen");
+        throw InputError(file + ": not a key file; make one with vrrp-valid keygen");
     }
     return key;
 }

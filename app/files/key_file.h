@@ -5,9 +5,9 @@
 
 #include "crypto_key.h"
 
-/// Makes `file`, readable by its owner only, with a fresh key. Throws CannotCheck; a file that
+/// Makes `file`, readable by its owner only, with a fresh key. Throws InputError; a file that
 /// exists is left as it is.
 void make_key_file(const std::string& file);
 
-/// The key in `file`. Throws CannotCheck, also when others could have read it.
+/// The key in `file`. Throws InputError, also when others could have read it.
 local_platform::CryptoKey read_key_file(const std::string& file);

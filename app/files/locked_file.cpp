@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/file_access.h"
 
 namespace {
@@ -17,11 +17,11 @@ constexpr int kMostLinks = 40;
 constexpr mode_t kFirstMode = S_IRUSR | S_IWUSR | S_IRGRP;
 
 [[noreturn]] void fail(const std::string& file, const char* what) {
-    throw CannotCheck(file + ": " + what + "; nothing was changed: " + last_system_error());
+    throw InputError(file + ": " + what + "; nothing was changed: " + last_system_error());
 }
 
 [[noreturn]] void refuse_irregular(const std::string& file) {
-    throw CannotCheck(file + ": not a regular file; name the file to replace");
+    throw InputError(file + ": not a regular file; name the file to replace");
 }
 
 /// Where `file` really lies: the target of symbolic links, also of one that points at nothing yet.
@@ -34,12 +34,12 @@ std::filesystem::path resolve(const std::string& file) {
             return path;
         }
         if (error) {
-            throw CannotCheck(file +
-                              ": cannot be examined; nothing was changed: " + error.message());
+            throw InputError(file +
+                             ": cannot be examined; nothing was changed: " + error.message());
         }
         path = path.parent_path() / target;
     }
-    throw CannotCheck(file + ": too many symbolic links; nothing was changed");
+    throw InputError(file + ": too many symbolic links; nothing was changed");
 }
 
 std::string folder_of(const std::filesystem::path& target) {
@@ -147,7 +147,7 @@ void LockedFile::read() {
     try {
         bytes_ = read_all(file_.number(), max_size_);
     } catch (const std::runtime_error& error) {
-        throw CannotCheck(shown_name_ + ": cannot be read; nothing was changed: " + error.what());
+        throw InputError(shown_name_ + ": cannot be read; nothing was changed: " + error.what());
     }
 }
 
@@ -175,8 +175,8 @@ bool LockedFile::is_as_it_was_read() const {
     try {
         return read_all(file_.number(), max_size_) == bytes_;
     } catch (const std::runtime_error& error) {
-        throw CannotCheck(shown_name_ +
-                          ": cannot be read again; nothing was changed: " + error.what());
+        throw InputError(shown_name_ +
+                         ": cannot be read again; nothing was changed: " + error.what());
     }
 }
 
@@ -198,8 +198,8 @@ std::string LockedFile::replace(const std::string& bytes) const {
     try {
         write_all(file.number(), bytes);
     } catch (const std::system_error& error) {
-        throw CannotCheck(shown_name_ + ": the new file cannot be written; nothing was changed: " +
-                          error.code().message());
+        throw InputError(shown_name_ + ": the new file cannot be written; nothing was changed: " +
+                         error.code().message());
     }
     if (!is_first && !carry_access(file_.number(), file.number())) {
         fail(shown_name_, "the new file cannot get its owner, permissions and attributes");
@@ -208,9 +208,9 @@ std::string LockedFile::replace(const std::string& bytes) const {
         fail(shown_name_, "the new file cannot be written to disk");
     }
     if (!is_as_it_was_read()) {
-        throw CannotCheck(shown_name_ +
-                          ": someone changed it after it was read; nothing was written: run the "
-                          "command again, to check against its new content");
+        throw InputError(shown_name_ +
+                         ": someone changed it after it was read; nothing was written: run the "
+                         "command again, to check against its new content");
     }
     if (!temporary.rename_to(place_->name)) {
         fail(shown_name_, "cannot be replaced");

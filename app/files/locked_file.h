@@ -12,7 +12,7 @@
 
 /// A regular file, or the name of one that is still to come. Who replaces a file through this class
 /// waits for the others who do; that it was changed in another way is found out before it is
-/// replaced. Every function throws CannotCheck, which says what is in the file's place.
+/// replaced. Every function throws InputError, which says what is in the file's place.
 class LockedFile {
   public:
     /// Waits for the lock, and reads the file behind all symbolic links, when it has no more than

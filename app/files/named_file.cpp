@@ -4,7 +4,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -13,12 +13,12 @@ constexpr int kLook = 100;  // for how many milliseconds a thread waits before i
 std::atomic<bool> is_over{false};
 static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
 
-/// Waits for the first byte in `file`, or its end. Throws CannotCheck when the wait is over first.
+/// Waits for the first byte in `file`, or its end. Throws InputError when the wait is over first.
 void wait_for(const FileDescriptor& file, const std::string& name) {
     pollfd readable{file.number(), POLLIN, 0};
     while (poll(&readable, 1, kLook) <= 0) {
         if (is_over) {
-            throw CannotCheck(shown_name(name) + ": cannot be read: the wait for it was ended");
+            throw InputError(shown_name(name) + ": cannot be read: the wait for it was ended");
         }
     }
 }
@@ -38,7 +38,7 @@ std::string read_named_file(const std::string& name, std::size_t max_size) {
     const FileDescriptor file(name == "-" ? dup(STDIN_FILENO)
                                           : open(name.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.is_open()) {
-        throw CannotCheck(shown_name(name) + ": cannot be opened: " + last_system_error());
+        throw InputError(shown_name(name) + ": cannot be opened: " + last_system_error());
     }
     wait_for(file, name);
     if (name != "-") {
@@ -47,6 +47,6 @@ std::string read_named_file(const std::string& name, std::size_t max_size) {
     try {
         return read_all(file.number(), max_size);
     } catch (const std::runtime_error& error) {
-        throw CannotCheck(shown_name(name) + ": cannot be read: " + error.what());
+        throw InputError(shown_name(name) + ": cannot be read: " + error.what());
     }
 }

@@ -12,5 +12,5 @@ std::atomic<bool>& is_waiting_over();
 /// What messages call the file `name`.
 std::string shown_name(const std::string& name);
 
-/// All of the file `name`, at most `max_size` bytes. Throws CannotCheck.
+/// All of the file `name`, at most `max_size` bytes. Throws InputError.
 std::string read_named_file(const std::string& name, std::size_t max_size = kLargestFile);

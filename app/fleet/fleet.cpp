@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/named_file.h"
 #include "fleet/ordered_work.h"
 
@@ -29,7 +29,7 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
                                  const std::optional<Running>& shared) {
     try {
         if (!pair.problem.empty()) {
-            throw CannotCheck(pair.problem);
+            throw InputError(pair.problem);
         }
         CheckEffort effort;
         effort.threads = std::max<std::size_t>(1, fleet.jobs / fleet.pairs.size());
@@ -45,8 +45,8 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
         if (fleet.stop) {
             return std::nullopt;  // for the wait for a file may have ended for that
         }
-        Report report = unchecked_report(pair, error);
-        report.selectors = fleet.checker.selectors();
+        Report report = not_checked_report(pair, error);
+        report.rule_names = fleet.checker.rule_names();
         return report;
     }
 }
@@ -62,12 +62,12 @@ std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& t
          fleet.stop});
 }
 
-Report unchecked_report(const Pair& pair, const std::exception& error) {
+Report not_checked_report(const Pair& pair, const std::exception& error) {
     Report report;
     report.candidate = shown_name(pair.candidate);
     report.running = shown_name(pair.running);
     report.failure = error.what();
-    const auto* const with_place = dynamic_cast<const CannotCheck*>(&error);
+    const auto* const with_place = dynamic_cast<const InputError*>(&error);
     report.failure_at = with_place == nullptr ? Location() : with_place->at;
     return report;
 }

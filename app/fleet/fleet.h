@@ -20,9 +20,9 @@ struct Fleet {
 /// Hands `take` a report of each pair, in their order, whatever is wrong with its files, and
 /// returns how many it got: all, unless it was stopped. A running configuration that all share is
 /// read once. With fewer pairs than jobs, several threads make the requests of one. Throws
-/// CannotCheck when the shared running configuration or the model cannot be read, and what `take`
+/// InputError when the shared running configuration or the model cannot be read, and what `take`
 /// throws.
 std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& take);
 
 /// The report of a pair that could not be checked.
-Report unchecked_report(const Pair& pair, const std::exception& error);
+Report not_checked_report(const Pair& pair, const std::exception& error);

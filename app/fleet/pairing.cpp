@@ -5,7 +5,7 @@
 #include <sstream>
 #include <system_error>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/named_file.h"
 
 namespace fs = std::filesystem;
@@ -118,7 +118,7 @@ class Pairing {
             const bool is_pair = tab != std::string::npos;
             if (line.find('\0') < line.size() || tab == 0 || tab + 1 == line.size() ||
                 (is_pair && line.find('\t', tab + 1) < line.size())) {
-                throw CannotCheck(
+                throw InputError(
                     name + ":" + std::to_string(number) +
                     ": give a candidate a line and, after a tab, its running configuration");
             }

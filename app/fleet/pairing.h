@@ -25,5 +25,5 @@ struct Pair {
 /// .xml file below it. In a running folder a candidate's partner has the same path below it, or the
 /// same but for the ending; without one there is a problem, or an empty running configuration when
 /// a missing one is allowed. `files_from` has a candidate a line, and behind a tab its running
-/// configuration where it is not to be found as the others' are. Throws CannotCheck.
+/// configuration where it is not to be found as the others' are. Throws InputError.
 std::vector<Pair> pair_files(const PairingOptions& options);

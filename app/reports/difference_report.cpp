@@ -65,7 +65,7 @@ Json to_json(const Change& change) {
     Json json = {{"kind", look_of(change.kind).word},
                  {"path", printable(change.path)},
                  {"group", printable(change.group)},
-                 {"place", printable(place_of(change))}};
+                 {"cli_path", printable(place_of(change))}};
     if (change.old_value) {
         json["old"] = printable(*change.old_value);
     }
@@ -83,7 +83,7 @@ Change change_from_json(const Json& json) {
     }
     change.path = json.at("path").get<std::string>();
     change.group = json.at("group").get<std::string>();
-    change.node = json.at("place").get<std::string>();
+    change.node = json.at("cli_path").get<std::string>();
     change.node.erase(0, change.group.empty() ? 0 : change.group.size() + 1);
     if (json.contains("old")) {
         change.old_value = json["old"].get<std::string>();

@@ -29,8 +29,7 @@ std::string digest(std::initializer_list<std::string> parts) {
 }  // namespace
 
 std::string fingerprint(const Report& report, const Finding& finding) {
-    return digest(
-        {repository_path(report.candidate), finding.selector, finding.path, finding.message});
+    return digest({repository_path(report.candidate), finding.rule, finding.path, finding.message});
 }
 
 std::string fingerprint_of_failure(const Report& report) {

@@ -1,5 +1,5 @@
+#include "reports/report_text.h"
 #include "reports/report_writer.h"
-#include "reports/sentences.h"
 #include "terminal/output.h"
 
 namespace {
@@ -68,9 +68,8 @@ class GithubWriter final : public ReportWriter {
         for (const Finding& finding : report.findings) {
             const bool is_accepted =
                 finding.severity == Severity::warning && options_.accept_warnings;
-            text +=
-                command(is_accepted ? "notice" : severity_word(finding.severity), report.candidate,
-                        finding.location, finding.selector, message_of(finding));
+            text += command(is_accepted ? "notice" : severity_word(finding.severity),
+                            report.candidate, finding.location, finding.rule, message_of(finding));
         }
         std::string result = result_text(report);
         for (const std::string& remark : remarks(report)) {
@@ -79,12 +78,12 @@ class GithubWriter final : public ReportWriter {
         write_(text + command("notice", report.candidate, {}, "vrrp-valid", result));
     }
 
-    void finish(const Totals& totals, std::size_t unreached) override {
+    void finish(const Summary& summary, std::size_t not_reached) override {
         if (options_.counts_clean) {
-            write_("::notice title=vrrp-valid::" + total_text(totals) + "\n");
+            write_("::notice title=vrrp-valid::" + summary_text(summary) + "\n");
         }
-        if (unreached > 0) {
-            write_("::error title=interrupted::" + unreached_text(unreached) + "\n");
+        if (not_reached > 0) {
+            write_("::error title=interrupted::" + not_reached_text(not_reached) + "\n");
         }
     }
 

@@ -1,6 +1,6 @@
 #include "reports/fingerprint.h"
 #include "reports/json_elements.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "terminal/output.h"
 
 namespace {
@@ -16,7 +16,7 @@ Json issue(const Report& report, const Location& location, const std::string& de
 Json to_json(const Report& report, const Finding& finding, bool accept_warnings) {
     Json json = issue(report, finding.location, finding.message);
     const char* const warning = accept_warnings ? "info" : "minor";
-    json["check_name"] = printable(finding.selector);
+    json["check_name"] = printable(finding.rule);
     json["fingerprint"] = fingerprint(report, finding);
     json["severity"] = finding.severity == Severity::error ? "critical" : warning;
     std::string body;
@@ -42,17 +42,17 @@ class GitlabWriter final : public ReportWriter {
             issues_.add(to_json(report, finding, accept_warnings_));
         }
         for (const Omitted& rest : report.omitted) {
-            add(issue(report, {}, omitted_text(rest)), printable(rest.selector),
-                fingerprint_of_rest(report, rest.selector), rest.errors > 0 ? "critical" : "minor");
+            add(issue(report, {}, omitted_text(rest)), printable(rest.rule),
+                fingerprint_of_rest(report, rest.rule), rest.errors > 0 ? "critical" : "minor");
         }
         for (const std::string& note : notes(report)) {
             add(issue(report, {}, note), "note", fingerprint_of_rest(report, note), "info");
         }
     }
 
-    void finish(const Totals& /*totals*/, std::size_t unreached) override {
-        if (unreached > 0) {
-            add(issue(last_, {}, unreached_text(unreached)), "interrupted",
+    void finish(const Summary& /*summary*/, std::size_t not_reached) override {
+        if (not_reached > 0) {
+            add(issue(last_, {}, not_reached_text(not_reached)), "interrupted",
                 fingerprint_of_rest(last_, "interrupted"), "blocker");
         }
         issues_.finish("\n");

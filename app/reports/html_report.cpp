@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <sstream>
 
-#include "reports/blocks.h"
 #include "reports/difference_report.h"
+#include "reports/finding_groups.h"
 #include "reports/html_elements.h"
 #include "reports/html_style.h"
 #include "reports/instance_picture.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "reports/source_lines.h"
 #include "reports/spool.h"
 
@@ -99,8 +99,8 @@ class Section {
         };
         add("Candidate", report_.candidate);
         add("Running", report_.running.empty() ? "empty" : report_.running);
-        if (!report_.selectors.empty()) {
-            add("Rules", std::to_string(report_.selectors.size()));
+        if (!report_.rule_names.empty()) {
+            add("Rules", std::to_string(report_.rule_names.size()));
         }
     }
 
@@ -148,7 +148,7 @@ class Section {
 
     void add_findings(pugi::xml_node article) const {
         add_element(article, "h3", "", "Findings");
-        for (const Block& block : blocks_of(report_)) {
+        for (const FindingGroup& block : finding_groups(report_)) {
             pugi::xml_node parent = article;
             if (!block.cause.empty()) {
                 parent = add_element(article, "div", "cause");
@@ -172,13 +172,13 @@ class Section {
         add_element(heading, "span", ("badge " + severity).c_str(), severity);
         add_text(heading, finding.message);
         add_element(words, "p", "soft", place_text(finding.location));
-        add_element(words, "p", "", finding.place);
+        add_element(words, "p", "", finding.cli_path);
         if (!finding.values.empty()) {
             pugi::xml_node list = add_element(words, "ul", "values");
             for (const ReadValue& value : finding.values) {
                 pugi::xml_node item = add_element(list, "li");
                 add_element(item, "span", "soft", value.datastore + std::string(": "));
-                add_text(item, value.leaf + " ");
+                add_text(item, value.cli_path + " ");
                 add_element(item, "strong", "", value.value);
                 if (value.location.is_known()) {
                     add_element(item, "span", "soft", " (" + place_text(value.location) + ")");
@@ -192,7 +192,7 @@ class Section {
             add_element(words, "p", "", "What to do: " + finding.help);
         }
         pugi::xml_node see = add_element(words, "p", "soft", "Explained by ");
-        add_element(see, "code", "", "vrrp-valid explain " + finding.selector);
+        add_element(see, "code", "", "vrrp-valid explain " + finding.rule);
         if (!places.empty()) {
             pugi::xml_node figures = add_element(section, "div");
             for (const Location& place : places) {
@@ -281,20 +281,20 @@ class HtmlWriter final : public ReportWriter {
         candidate_ = report.candidate;
     }
 
-    void finish(const Totals& totals, std::size_t unreached) override {
+    void finish(const Summary& summary, std::size_t not_reached) override {
         const pugi::xml_document head;
         add_head(head.root(), count_ == 1 ? kTitle + (": " + candidate_) : kTitle);
         write_("<!DOCTYPE html><html lang=\"en\">" + text_of(head.first_child()) + "<body><main>");
         const pugi::xml_document top;
         add_element(top.root(), "h1", "", kTitle);
-        if (unreached > 0) {
-            add_element(top.root(), "div", "result error", unreached_text(unreached));
+        if (not_reached > 0) {
+            add_element(top.root(), "div", "result error", not_reached_text(not_reached));
         }
         for (const pugi::xml_node element : top) {
             write_(text_of(element));
         }
         if (count_ > 1) {
-            write_overview(totals);
+            write_overview(summary);
         }
         sections_.copy_to(write_);
         write_("</main></body></html>\n");
@@ -302,9 +302,9 @@ class HtmlWriter final : public ReportWriter {
 
   private:
     /// All candidates in a table.
-    void write_overview(const Totals& totals) const {
+    void write_overview(const Summary& summary) const {
         const pugi::xml_document document;
-        add_element(document.root(), "h2", "", total_text(totals));
+        add_element(document.root(), "h2", "", summary_text(summary));
         pugi::xml_node head = add_element(add_element(document.root(), "thead"), "tr");
         for (const char* const word : {"Candidate", "Result", "Errors", "Warnings"}) {
             add_element(head, "th", "", word).append_attribute("scope") = "col";

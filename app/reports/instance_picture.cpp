@@ -7,7 +7,7 @@
 #include <tuple>
 
 #include "reports/html_elements.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 
 namespace {
 
@@ -49,7 +49,7 @@ std::map<std::string, std::size_t> findings_by_place(const Report& report) {
     constexpr std::string_view kWord = " vr-id ";
     std::map<std::string, std::size_t> numbers;
     for (std::size_t i = 0; i < report.findings.size(); ++i) {
-        const std::string& place = report.findings[i].place;
+        const std::string& place = report.findings[i].cli_path;
         const std::size_t word = place.rfind(kWord);
         if (word == std::string::npos) {
             continue;

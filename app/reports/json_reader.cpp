@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "configuration/text_position.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "reports/json.h"
 
 namespace {
@@ -29,7 +29,7 @@ Location location_at(const Json& json, const char* member) {
 
 ReadValue read_value(const Json& json) {
     const bool is_running = json.at("datastore").get<std::string>() == "running";
-    return {is_running ? "running" : "candidate", text_at(json, "path"), text_at(json, "place"),
+    return {is_running ? "running" : "candidate", text_at(json, "path"), text_at(json, "cli_path"),
             text_at(json, "value"), location_at(json, "location")};
 }
 
@@ -37,9 +37,9 @@ Finding read_finding(const Json& json) {
     Finding finding;
     finding.severity =
         json.at("severity").get<std::string>() == "error" ? Severity::error : Severity::warning;
-    finding.selector = json.at("selector").get<std::string>();
+    finding.rule = json.at("rule").get<std::string>();
     finding.path = json.at("path").get<std::string>();
-    finding.place = json.at("place").get<std::string>();
+    finding.cli_path = json.at("cli_path").get<std::string>();
     finding.message = json.at("message").get<std::string>();
     for (const Json& value : json.at("values")) {
         finding.values.push_back(read_value(value));
@@ -66,15 +66,15 @@ Report read_report(const Json& json) {
     Report report;
     report.candidate = json.at("candidate").get<std::string>();
     report.running = text_at(json, "running");
-    report.selectors = texts_at(json, "rules");
+    report.rule_names = texts_at(json, "rules");
     report.requests = json.at("requests").get<std::size_t>();
     for (const std::string& instance : texts_at(json, "instances")) {
         report.instances.push_back(read_instance(instance));
     }
     report.removed_instances = json.at("removed_instances").get<std::size_t>();
     const Json& skipped = json.at("skipped");
-    report.skipped = {skipped.at("nodes").get<std::size_t>(), texts_at(skipped, "modules"),
-                      texts_at(skipped, "unknown")};
+    report.unknown_data = {skipped.at("nodes").get<std::size_t>(), texts_at(skipped, "modules"),
+                           texts_at(skipped, "unknown")};
     if (json.contains("committed")) {
         report.committed = json["committed"].get<bool>();
     }
@@ -88,7 +88,7 @@ Report read_report(const Json& json) {
         report.findings.push_back(read_finding(finding));
     }
     for (const Json& rest : json.value("omitted", Json::array())) {
-        report.omitted.push_back({text_at(rest, "selector"), rest.at("errors").get<std::size_t>(),
+        report.omitted.push_back({text_at(rest, "rule"), rest.at("errors").get<std::size_t>(),
                                   rest.at("warnings").get<std::size_t>()});
     }
     report.failure = text_at(json, "error");
@@ -103,22 +103,22 @@ StoredReports reports_from_json(const std::string& name, const std::string& text
         const Json json = Json::parse(text);
         StoredReports stored;
         if (json.at("format_version").get<std::string>().rfind("1.", 0) != 0) {
-            throw CannotCheck(name + ": a report of another version; this command reads 1.x");
+            throw InputError(name + ": a report of another version; this command reads 1.x");
         }
         for (const Json& report : json.at("reports")) {
             stored.reports.push_back(read_report(report));
         }
         const auto candidates = json.at("summary").at("candidates").get<std::size_t>();
         if (candidates < stored.reports.size()) {
-            throw CannotCheck(name + ": has more reports than its summary counts");
+            throw InputError(name + ": has more reports than its summary counts");
         }
-        stored.unreached = candidates - stored.reports.size();
+        stored.not_reached = candidates - stored.reports.size();
         return stored;
     } catch (const Json::parse_error& error) {
-        throw CannotCheck(position_in(name, text, std::min(error.byte, text.size())),
-                          "not a complete report of vrrp-valid check --format json: the JSON ends "
-                          "early or is broken here; run that check again");
+        throw InputError(position_in(name, text, std::min(error.byte, text.size())),
+                         "not a complete report of vrrp-valid check --format json: the JSON ends "
+                         "early or is broken here; run that check again");
     } catch (const Json::exception&) {
-        throw CannotCheck(name + ": not a report of vrrp-valid check --format json");
+        throw InputError(name + ": not a report of vrrp-valid check --format json");
     }
 }

@@ -1,5 +1,5 @@
 #include "reports/json_elements.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "terminal/output.h"
 
 namespace {
@@ -28,7 +28,7 @@ Json to_json(const Location& location) {
 Json to_json(const ReadValue& value) {
     return {{"datastore", value.datastore},
             {"path", printable(value.path)},
-            {"place", printable(value.leaf)},
+            {"cli_path", printable(value.cli_path)},
             {"value", printable(value.value)},
             {"location", to_json(value.location)}};
 }
@@ -39,9 +39,9 @@ Json to_json(const Finding& finding) {
         values.push_back(to_json(value));
     }
     Json json = {{"severity", severity_word(finding.severity)},
-                 {"selector", printable(finding.selector)},
+                 {"rule", printable(finding.rule)},
                  {"path", printable(finding.path)},
-                 {"place", printable(finding.place)},
+                 {"cli_path", printable(finding.cli_path)},
                  {"message", printable(finding.message)},
                  {"help", text_or_null(finding.help)},
                  {"location", to_json(finding.location)},
@@ -67,7 +67,7 @@ Json to_json(const Report& report) {
     if (report.committed) {
         json["committed"] = *report.committed;
     }
-    json["rules"] = to_json(report.selectors);
+    json["rules"] = to_json(report.rule_names);
     json["requests"] = report.requests;
     json["instances"] = Json::array();
     for (const VrrpInstance& instance : report.instances) {
@@ -75,9 +75,9 @@ Json to_json(const Report& report) {
             printable(instance.interface + " " + instance.family + " " + instance.id));
     }
     json["removed_instances"] = report.removed_instances;
-    json["skipped"] = {{"nodes", report.skipped.nodes},
-                       {"modules", to_json(report.skipped.modules)},
-                       {"unknown", to_json(report.skipped.unknown)}};
+    json["skipped"] = {{"nodes", report.unknown_data.nodes},
+                       {"modules", to_json(report.unknown_data.modules)},
+                       {"unknown", to_json(report.unknown_data.unknown)}};
     if (report.changes) {
         json["changes"] = Json::array();
         for (const Change& change : *report.changes) {
@@ -88,7 +88,7 @@ Json to_json(const Report& report) {
     if (!report.omitted.empty()) {
         json["omitted"] = Json::array();
         for (const Omitted& rest : report.omitted) {
-            json["omitted"].push_back({{"selector", printable(rest.selector)},
+            json["omitted"].push_back({{"rule", printable(rest.rule)},
                                        {"errors", rest.errors},
                                        {"warnings", rest.warnings}});
         }
@@ -107,13 +107,13 @@ class JsonWriter final : public ReportWriter {
 
     void add(const Report& report) override { reports_.add(to_json(report)); }
 
-    void finish(const Totals& totals, std::size_t /*unreached*/) override {
-        const Json summary = {{"candidates", totals.candidates},
-                              {"errors", totals.errors},
-                              {"warnings", totals.warnings},
-                              {"not_judged", totals.unchecked},
-                              {"skipped", totals.skipped}};
-        reports_.finish(",\n  \"summary\": " + indented(summary, "  ") + "\n}\n");
+    void finish(const Summary& summary, std::size_t /*not_reached*/) override {
+        const Json counts = {{"candidates", summary.candidates},
+                             {"errors", summary.errors},
+                             {"warnings", summary.warnings},
+                             {"not_checked", summary.not_checked},
+                             {"skipped", summary.skipped}};
+        reports_.finish(",\n  \"summary\": " + indented(counts, "  ") + "\n}\n");
     }
 
   private:

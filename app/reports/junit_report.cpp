@@ -2,7 +2,7 @@
 #include <pugixml.hpp>
 #include <sstream>
 
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "reports/spool.h"
 #include "terminal/output.h"
 
@@ -54,11 +54,11 @@ void set_time(pugi::xml_node element, double seconds) {
 }
 
 /// The rule's test fails with the first finding's message, and tells all of them.
-void add_rule(pugi::xml_node suite, const Report& report, const std::string& selector,
+void add_rule(pugi::xml_node suite, const Report& report, const std::string& rule,
               bool accept_warnings, Counts& counts) {
-    pugi::xml_node test = add_test(suite, report, selector);
+    pugi::xml_node test = add_test(suite, report, rule);
     ++counts.tests;
-    const auto taken = report.rule_seconds.find(selector);
+    const auto taken = report.rule_seconds.find(rule);
     if (taken != report.rule_seconds.end()) {
         set_time(test, taken->second);
     }
@@ -70,12 +70,12 @@ void add_rule(pugi::xml_node suite, const Report& report, const std::string& sel
     Report of_rule;
     of_rule.candidate = report.candidate;
     for (const Finding& finding : report.findings) {
-        if (finding.selector == selector) {
+        if (finding.rule == rule) {
             of_rule.findings.push_back(finding);
         }
     }
     for (const Omitted& rest : report.omitted) {
-        if (rest.selector == selector) {
+        if (rest.rule == rule) {
             of_rule.omitted.push_back(rest);
         }
     }
@@ -121,8 +121,8 @@ Counts add_suite(pugi::xml_document& document, const Report& report, bool accept
         const std::string reason = printable(report.failure);
         add_outcome(readable, "error", "error", reason, reason);
     }
-    for (const std::string& selector : report.selectors) {
-        add_rule(suite, report, selector, accept_warnings, counts);
+    for (const std::string& rule : report.rule_names) {
+        add_rule(suite, report, rule, accept_warnings, counts);
     }
     std::string said = result_text(report) + "\n";
     for (const std::string& remark : remarks(report)) {
@@ -134,13 +134,13 @@ Counts add_suite(pugi::xml_document& document, const Report& report, bool accept
 }
 
 /// Candidates that were not reached have no suite: that the run was ended is an error by itself.
-Counts add_interruption(pugi::xml_document& document, std::size_t unreached) {
+Counts add_interruption(pugi::xml_document& document, std::size_t not_reached) {
     pugi::xml_node suite = document.append_child("testsuite");
     suite.append_attribute("name") = kTool;
     pugi::xml_node test = suite.append_child("testcase");
     test.append_attribute("classname") = kTool;
     test.append_attribute("name") = "every candidate was checked";
-    const std::string text = unreached_text(unreached);
+    const std::string text = not_reached_text(not_reached);
     add_outcome(test, "error", "interrupted", text, text);
     const Counts counts{1, 0, 1, 0};
     set_counts(suite, counts, 0);
@@ -160,10 +160,10 @@ class JunitWriter final : public ReportWriter {
         suites_.write(text_of(document.first_child(), 1));
     }
 
-    void finish(const Totals& /*totals*/, std::size_t unreached) override {
+    void finish(const Summary& /*summary*/, std::size_t not_reached) override {
         pugi::xml_document document;
-        if (unreached > 0) {
-            counts_.add(add_interruption(document, unreached));
+        if (not_reached > 0) {
+            counts_.add(add_interruption(document, not_reached));
             suites_.write(text_of(document.first_child(), 1));
         }
         pugi::xml_node all = document.append_child("testsuites");

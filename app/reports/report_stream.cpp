@@ -37,10 +37,10 @@ class EitherWriter final : public ReportWriter {
         accepted_->add(report);
     }
 
-    void finish(const Totals& totals, std::size_t unreached) override {
-        refused_->finish(totals, unreached);
-        accepted_->finish(totals, unreached);
-        (options_.accepts(totals.warnings) ? accepted_text_ : refused_text_).copy_to(write_);
+    void finish(const Summary& summary, std::size_t not_reached) override {
+        refused_->finish(summary, not_reached);
+        accepted_->finish(summary, not_reached);
+        (options_.accepts(summary.warnings) ? accepted_text_ : refused_text_).copy_to(write_);
     }
 
   private:
@@ -76,15 +76,15 @@ ReportStream::ReportStream(const ReportOptions& options, const Write& write)
     : writer_(options.silent ? nullptr : make_writer(options, write)) {}
 
 void ReportStream::add(const Report& report) {
-    totals_.add(report);
+    summary_.add(report);
     if (writer_ != nullptr) {
         writer_->add(report);
     }
 }
 
-void ReportStream::finish(std::size_t unreached) {
-    totals_.add_unreached(unreached);
+void ReportStream::finish(std::size_t not_reached) {
+    summary_.add_unreached(not_reached);
     if (writer_ != nullptr) {
-        writer_->finish(totals_, unreached);
+        writer_->finish(summary_, not_reached);
     }
 }

@@ -9,14 +9,14 @@ class ReportStream {
   public:
     ReportStream(const ReportOptions& options, const Write& write);
 
-    /// Throws CannotCheck when a part of the document cannot be kept.
+    /// Throws InputError when a part of the document cannot be kept.
     void add(const Report& report);
-    /// Ends the document; `unreached` more candidates have no report, since the run was ended.
-    void finish(std::size_t unreached);
+    /// Ends the document; `not_reached` more candidates have no report, since the run was ended.
+    void finish(std::size_t not_reached);
 
-    const Totals& totals() const { return totals_; }
+    const Summary& summary() const { return summary_; }
 
   private:
     std::unique_ptr<ReportWriter> writer_;  ///< null when nothing is to be written
-    Totals totals_;
+    Summary summary_;
 };

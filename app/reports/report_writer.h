@@ -7,7 +7,7 @@
 
 #include "checking/report.h"
 #include "reports/report_format.h"
-#include "reports/totals.h"
+#include "reports/summary.h"
 
 /// Takes the next part of a document.
 using Write = std::function<void(const std::string&)>;
@@ -20,9 +20,9 @@ class ReportWriter {
     /// cannot be written.
     virtual void add(const Report& report) = 0;
 
-    /// Ends the document. `totals` are those of all candidates, of which `unreached` have no
+    /// Ends the document. `summary` are those of all candidates, of which `not_reached` have no
     /// report, since the run was ended.
-    virtual void finish(const Totals& totals, std::size_t unreached) = 0;
+    virtual void finish(const Summary& summary, std::size_t not_reached) = 0;
 };
 
 using MakeWriter = std::unique_ptr<ReportWriter>(const ReportOptions& options, const Write& write);

@@ -3,7 +3,7 @@
 
 #include "reports/fingerprint.h"
 #include "reports/json_elements.h"
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 #include "reports/source_lines.h"
 #include "reports/spool.h"
 #include "terminal/output.h"
@@ -50,16 +50,16 @@ Json physical_location(const std::string& file, const SourceLines& lines,
     return {{"artifactLocation", {{"uri", uri_of(name)}}}, {"region", region_of(lines, location)}};
 }
 
-Json to_rule(const ValidationUse& use) {
+Json to_rule(const Rule& use) {
     std::string text = use.demand;
     std::string markdown = use.demand + "\n";
     bool is_warning = true;
     for (const RuleMessage& message : use.messages) {
         is_warning = is_warning && message.is_warning;
-        text += "\n\n" + message.text + "\n" + message.remedy;
-        markdown += "\n- `" + message.text + "`: " + message.remedy;
+        text += "\n\n" + message.text + "\n" + message.help;
+        markdown += "\n- `" + message.text + "`: " + message.help;
     }
-    return {{"id", use.selector},
+    return {{"id", use.name},
             {"shortDescription", {{"text", use.demand.substr(0, use.demand.find(". ")) + "."}}},
             {"fullDescription", {{"text", use.demand}}},
             {"help", {{"text", text}, {"markdown", markdown}}},
@@ -75,8 +75,8 @@ struct Rules {
         if (report.rules == nullptr) {
             return;
         }
-        for (const ValidationUse& use : *report.rules) {
-            if (index.emplace(use.selector, json.size()).second) {
+        for (const Rule& use : *report.rules) {
+            if (index.emplace(use.name, json.size()).second) {
                 json.push_back(to_rule(use));
             }
         }
@@ -97,8 +97,8 @@ std::string message_of(const Finding& finding) {
 
 Json to_result(const Report& report, const Finding& finding, const SourceLines& lines,
                const Rules& rules) {
-    Json json = {{"ruleId", printable(finding.selector)}};
-    const auto rule = rules.index.find(finding.selector);
+    Json json = {{"ruleId", printable(finding.rule)}};
+    const auto rule = rules.index.find(finding.rule);
     if (rule != rules.index.end()) {
         json["ruleIndex"] = rule->second;
     }
@@ -108,7 +108,7 @@ Json to_result(const Report& report, const Finding& finding, const SourceLines& 
         {{"physicalLocation", physical_location(report.candidate, lines, finding.location)},
          {"logicalLocations",
           {{{"fullyQualifiedName", printable(finding.path)},
-            {"decoratedName", printable(finding.place)}}}}}};
+            {"decoratedName", printable(finding.cli_path)}}}}}};
     Json related = Json::array();
     for (const ReadValue& value : finding.values) {
         if (value.location.is_known()) {
@@ -165,10 +165,10 @@ class SarifWriter final : public ReportWriter {
         }
     }
 
-    void finish(const Totals& totals, std::size_t unreached) override {
-        if (unreached > 0) {
+    void finish(const Summary& summary, std::size_t not_reached) override {
+        if (not_reached > 0) {
             notifications_.add(
-                {{"level", "error"}, {"message", {{"text", unreached_text(unreached)}}}});
+                {{"level", "error"}, {"message", {{"text", not_reached_text(not_reached)}}}});
         }
         const Json tool = {{"driver",
                             {{"name", "vrrp-valid"},
@@ -178,7 +178,7 @@ class SarifWriter final : public ReportWriter {
         results_.finish(",\n      \"tool\": " + indented(tool, "      ") +
                         ",\n      \"invocations\": [\n        {\n"
                         "          \"executionSuccessful\": " +
-                        (totals.unchecked == 0 ? "true" : "false") + ",\n");
+                        (summary.not_checked == 0 ? "true" : "false") + ",\n");
         notifications_.finish("\n        }\n      ]\n    }\n  ]\n}\n");
         notifications_text_.copy_to(write_);
     }

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -34,8 +34,8 @@ FileDescriptor temporary_file() {
 }
 
 [[noreturn]] void refuse(const std::string& what_failed) {
-    throw CannotCheck("a temporary file for the report in " + folder() + " cannot be " +
-                      what_failed + "; make room there, or name another folder in TMPDIR");
+    throw InputError("a temporary file for the report in " + folder() + " cannot be " +
+                     what_failed + "; make room there, or name another folder in TMPDIR");
 }
 
 }  // namespace

@@ -11,10 +11,10 @@
 /// else can open and that is gone with the process. Where no such file can be made, in memory.
 class Spool {
   public:
-    /// Throws CannotCheck when the file cannot be written.
+    /// Throws InputError when the file cannot be written.
     void write(const std::string& text);
 
-    /// Hands on all of it, in parts. Throws CannotCheck when the file cannot be read.
+    /// Hands on all of it, in parts. Throws InputError when the file cannot be read.
     void copy_to(const Write& write) const;
 
   private:

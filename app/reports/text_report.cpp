@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "reports/blocks.h"
 #include "reports/difference_report.h"
+#include "reports/finding_groups.h"
+#include "reports/report_text.h"
 #include "reports/report_writer.h"
-#include "reports/sentences.h"
 #include "reports/source_lines.h"
 #include "terminal/output.h"
 
@@ -23,7 +23,7 @@ class TextReport {
 
     std::string text() const {
         std::string text;
-        for (const Block& block : blocks_of(report_)) {
+        for (const FindingGroup& block : finding_groups(report_)) {
             if (!block.cause.empty()) {
                 text += place_of(*block.findings.front()) + coloured("note:", kBold) + " " +
                         printable(block.cause) + ": " + counted(block.findings.size(), "finding") +
@@ -93,9 +93,9 @@ class TextWriter final : public ReportWriter {
         }
     }
 
-    void finish(const Totals& totals, std::size_t /*unreached*/) override {
-        if (!options_.quiet && (options_.counts_clean || totals.candidates > 1)) {
-            write_(total_text(totals) + "\n");
+    void finish(const Summary& summary, std::size_t /*not_reached*/) override {
+        if (!options_.quiet && (options_.counts_clean || summary.candidates > 1)) {
+            write_(summary_text(summary) + "\n");
         }
     }
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <system_error>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/file_descriptor.h"
 
 namespace {
@@ -74,7 +74,7 @@ void print(const std::string& text) {
     try {
         write_all(STDOUT_FILENO, text);
     } catch (const std::system_error& error) {
-        throw CannotCheck(output_name + " cannot be written: " + error.code().message());
+        throw InputError(output_name + " cannot be written: " + error.code().message());
     }
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Writes `text` to standard output. Throws CannotCheck when it cannot take it, so that a full disk
+/// Writes `text` to standard output. Throws InputError when it cannot take it, so that a full disk
 /// never reads as a clean check.
 void print(const std::string& text);
 

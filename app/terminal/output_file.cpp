@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/file_descriptor.h"
 #include "terminal/output.h"
 
@@ -41,7 +41,7 @@ OutputFile::OutputFile(const std::string& name) : shown_name_(name) {
     const mode_t mode = existed ? before.st_mode & 0777U : usual_mode();
     if (!file.is_open() || (is_replaced && fchmod(file.number(), mode) != 0) ||
         dup2(file.number(), STDOUT_FILENO) < 0) {
-        throw CannotCheck(name + ": the output cannot be written: " + last_system_error());
+        throw InputError(name + ": the output cannot be written: " + last_system_error());
     }
     name_output(name);
 }
@@ -57,7 +57,7 @@ void OutputFile::put_in_place() {
         return;
     }
     if (fsync(STDOUT_FILENO) != 0 || rename(temporary_name_.c_str(), name_.c_str()) != 0) {
-        throw CannotCheck(shown_name_ + ": the output cannot be written: " + last_system_error());
+        throw InputError(shown_name_ + ": the output cannot be written: " + last_system_error());
     }
     temporary_name_.clear();
 }

@@ -8,14 +8,14 @@
 /// pipe, is written to as it is.
 class OutputFile {
   public:
-    /// Throws CannotCheck when the file cannot be made.
+    /// Throws InputError when the file cannot be made.
     explicit OutputFile(const std::string& name);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     /// Without put_in_place() the named file stays as it was.
     ~OutputFile();
 
-    /// Throws CannotCheck when it cannot be; the named file is as it was then.
+    /// Throws InputError when it cannot be; the named file is as it was then.
     void put_in_place();
 
   private:

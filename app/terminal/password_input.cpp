@@ -11,7 +11,7 @@
 #include <optional>
 #include <string_view>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "files/file_descriptor.h"
 #include "files/secret.h"
 
@@ -116,7 +116,7 @@ std::optional<char> read_byte() {
             return count == 1 ? std::optional(byte) : std::nullopt;
         }
         if (errno != EAGAIN) {
-            throw CannotCheck("standard input cannot be read: " + last_system_error());
+            throw InputError("standard input cannot be read: " + last_system_error());
         }
         pollfd input{STDIN_FILENO, POLLIN, 0};  // it was made not to wait
         poll(&input, 1, -1);
@@ -150,16 +150,16 @@ void ask(std::string_view question, Secret& answer) {
 
 void require_password(const std::string& text) {
     if (text.empty()) {
-        throw CannotCheck(
+        throw InputError(
             "no password was given; type one, or send it as the first line of standard input");
     }
     if (text.size() > kLongestPassword) {
-        throw CannotCheck("the password is too long: it may have " +
-                          std::to_string(kLongestPassword) +
-                          " bytes, and a character outside ASCII takes more than one of them");
+        throw InputError("the password is too long: it may have " +
+                         std::to_string(kLongestPassword) +
+                         " bytes, and a character outside ASCII takes more than one of them");
     }
     if (text.find('\0') != std::string::npos) {
-        throw CannotCheck("the password contains a NUL byte; remove it");
+        throw InputError("the password contains a NUL byte; remove it");
     }
 }
 
@@ -175,6 +175,6 @@ void read_password(Secret& password) {
     Secret again;
     ask("Again: ", again);
     if (again.text != password.text) {
-        throw CannotCheck("the two passwords differ; run the command again");
+        throw InputError("the two passwords differ; run the command again");
     }
 }

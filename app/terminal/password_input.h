@@ -4,6 +4,6 @@
 struct Secret;
 
 /// Reads a password: from a terminal without echo, asked for twice, or else the first line of
-/// standard input. Throws CannotCheck when it cannot be read, the rule for passwords would refuse
+/// standard input. Throws InputError when it cannot be read, the rule for passwords would refuse
 /// it, or the two differ.
 void read_password(Secret& password);

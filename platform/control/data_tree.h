@@ -14,10 +14,10 @@ namespace local_platform {
 
 /// Items that lie side by side in a tree, which owns them.
 template <typename Item>
-class Run {
+class Span {
   public:
-    Run() = default;
-    Run(const Item* items, std::size_t size) : items_(items), size_(size) {}
+    Span() = default;
+    Span(const Item* items, std::size_t size) : items_(items), size_(size) {}
 
     const Item* begin() const { return items_; }
     const Item* end() const { return items_ + size_; }
@@ -37,9 +37,9 @@ struct Node {
     const Node* parent = nullptr;
     /// A leaf's canonical text, an entry's canonical keys, joined by NUL; NUL-terminated.
     std::string_view text;
-    Run<confd_value_t> values;  ///< a leaf's one value, an entry's keys; otherwise none
+    Span<confd_value_t> values;  ///< a leaf's one value, an entry's keys; otherwise none
     /// A list's entries in document order; otherwise by position in the model, null when absent.
-    Run<const Node*> children;
+    Span<const Node*> children;
 
     /// Whether it is an entry of the list `schema`; its parent is the list.
     bool is_entry() const { return parent != nullptr && parent->schema == schema; }

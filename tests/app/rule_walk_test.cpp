@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "checking/rule_message.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 using local_platform::DataTree;
 using namespace testing;
@@ -21,10 +21,10 @@ struct Bench {
     }
 
     Report walk(const std::string& candidate, const std::string& running,
-                const std::set<std::string>& selectors = {}) const {
+                const std::set<std::string>& rule_names = {}) const {
         Report report;
         std::size_t shown = 0;
-        const RuleWalk walk{model, host, selectors,
+        const RuleWalk walk{model, host, rule_names,
                             [&](const Report& so_far) { shown = so_far.requests; }};
         walk_candidate(walk, {tree(candidate), tree(running), {}}, report);
         EXPECT_EQ(shown, report.requests);
@@ -32,11 +32,11 @@ struct Bench {
     }
 };
 
-/// "selector place" of each finding, in order.
+/// "rule place" of each finding, in order.
 std::vector<std::string> findings_of(const Report& report) {
     std::vector<std::string> findings;
     for (const Finding& finding : report.findings) {
-        findings.push_back(finding.selector + " " + finding.place);
+        findings.push_back(finding.rule + " " + finding.cli_path);
     }
     return findings;
 }
@@ -58,7 +58,7 @@ TEST(RuleWalk, AsksForEveryUseInDocumentOrderAndKeepsWhatIsSaidAndRead) {
     EXPECT_TRUE(found[1].values.empty());
     EXPECT_EQ(found[2].message, "10 is too much");
     ASSERT_EQ(found[2].values.size(), 1U) << "what was read twice";
-    EXPECT_EQ(found[2].values[0].leaf, "top section pair b 2 size");
+    EXPECT_EQ(found[2].values[0].cli_path, "top section pair b 2 size");
     EXPECT_EQ(found[2].values[0].value, "10");
     EXPECT_EQ(found[2].help, "Take less.");
     EXPECT_THAT(found[3].message, HasSubstr("/top/section/pair{b 2}/size"));
@@ -120,7 +120,7 @@ TEST(RuleWalk, EndsWhenToldToOrWhenAPluginThrows) {
 }
 
 TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
-    ValidationUse use;
+    Rule use;
     use.messages = {{false, "no <name> there", "add"},
                     {false, "bad <name>.<reason>", "mend"},
                     {true, "take care", "wait"},
@@ -138,8 +138,8 @@ TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
         {"a is b of c.", "turn"},
         {"alpha of b is c.", ""},
     };
-    for (const auto& [message, remedy] : rows) {
-        EXPECT_EQ(remedy_for(use, message), remedy) << message;
+    for (const auto& [message, help] : rows) {
+        EXPECT_EQ(help_for(use, message), help) << message;
     }
 }
 

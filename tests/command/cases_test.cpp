@@ -51,7 +51,7 @@ Outcome run_case(const json& row, const Folder& folder) {
 bool is_explained(const json& finding) {
     const std::string severity = "  " + finding["severity"].get<std::string>() + " ";
     const std::string message = finding["message"];
-    std::istringstream lines(run({"explain", finding["selector"]}).out);
+    std::istringstream lines(run({"explain", finding["rule"]}).out);
     bool is_told = false;
     for (std::string line; std::getline(lines, line);) {
         const std::string text = line.substr(std::min<std::size_t>(line.size(), 12));

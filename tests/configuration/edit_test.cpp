@@ -30,7 +30,7 @@ std::string edited(const std::string& running, const std::string& edit) {
     try {
         const Document before = test_model().parse(configuration_from_bytes("running", running));
         return compact(write_json(merged(edit, &before).document, {}));
-    } catch (const CannotCheck& error) {
+    } catch (const InputError& error) {
         return error.what();
     }
 }
@@ -221,8 +221,8 @@ TEST(Edit, SaysWhichDataItCannotMerge) {
     const Document running = read(R"({"other:a": {"b": 1}, "device:system": {"mtu": 70}})");
     const Configuration candidate =
         merged(R"({"device:system": {"more:x": 1}, "other:a": {"b": 2}})", &running);
-    EXPECT_EQ(candidate.document.skipped.nodes, 5U);
-    EXPECT_THAT(candidate.document.skipped.modules, ElementsAre("other", "more"));
+    EXPECT_EQ(candidate.document.unknown_data.nodes, 5U);
+    EXPECT_THAT(candidate.document.unknown_data.modules, ElementsAre("other", "more"));
     EXPECT_EQ(text_of(candidate.document.unmerged), "edit:1:20");
     EXPECT_EQ(compact(write_json(candidate.document, {})),
               R"({"other:a":{"b":1},"device:system":{"mtu":70}})");
@@ -237,7 +237,7 @@ TEST(Edit, NeedsARunningConfiguration) {
         try {
             merged(named(edit), nullptr);
             ADD_FAILURE() << edit;
-        } catch (const CannotCheck& error) {
+        } catch (const InputError& error) {
             EXPECT_THAT(error.what(), HasSubstr("--running"));
         }
     }

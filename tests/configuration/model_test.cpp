@@ -1,4 +1,4 @@
-// Models that would let something go unchecked are refused.
+// Models that would let something go not_checked are refused.
 #include <gmock/gmock.h>
 
 #include <set>
@@ -21,10 +21,10 @@ std::string complaint_about_model(const std::vector<std::string>& bodies) {
     }
     std::string complaint;
     try {
-        for (const std::string& selector : YangModel(folder.path).selectors()) {
-            complaint += "uses " + selector + " ";
+        for (const std::string& rule : YangModel(folder.path).rule_names()) {
+            complaint += "uses " + rule + " ";
         }
-    } catch (const CannotCheck& error) {
+    } catch (const InputError& error) {
         complaint = replaced(error.what(), folder / "", "");
     }
     return complaint;
@@ -85,7 +85,7 @@ TEST(Model, StaysTheSameForAllThreads) {
         const auto second = pool.borrow();
         const auto third = pool.borrow();
         contexts = {first.get(), second.get(), third.get()};
-        EXPECT_THROW(pool.borrow(), CannotCheck);
+        EXPECT_THROW(pool.borrow(), InputError);
     }
     EXPECT_EQ(contexts.size(), 3U);
     EXPECT_EQ(contexts.count(pool.borrow().get()), 1U) << "given back";

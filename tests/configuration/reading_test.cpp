@@ -127,13 +127,13 @@ TEST(Reading, CountsWhatItSkips) {
         "<a xmlns='urn:other'><b>1</b><b>2</b><c/></a><port xmlns='DEVICE'><slot>s</slot>\n"
         "<number>1</number><x xmlns='urn:more'/><x>1</x><link><speed>1</speed>"
         "<y><z/></y></link></port>");
-    const Skipped of_json = read(json, {false, true}).skipped;
-    const Skipped of_xml = read(xml, {false, true}).skipped;
+    const UnknownData of_json = read(json, {false, true}).unknown_data;
+    const UnknownData of_xml = read(xml, {false, true}).unknown_data;
     EXPECT_EQ(of_json.nodes, 8U);
     EXPECT_EQ(of_xml.nodes, 8U);
     EXPECT_THAT(of_json.modules, ElementsAre("other", "more"));
     EXPECT_THAT(of_xml.modules, ElementsAre("urn:other", "urn:more"));
-    for (const Skipped& skipped : {of_json, of_xml}) {
+    for (const UnknownData& skipped : {of_json, of_xml}) {
         EXPECT_THAT(skipped.unknown, ElementsAre("file:2: /port/x", "file:2: /port/link/y"));
     }
 }
@@ -196,7 +196,7 @@ std::string complaint_of_second_context(const std::string& text) {
         validated_tree(*second, *first.context, schema,
                        read_json(*first.context, configuration_from_bytes("file", text), {}));
         return {};
-    } catch (const CannotCheck& error) {
+    } catch (const InputError& error) {
         return error.what();
     }
 }

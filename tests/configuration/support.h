@@ -2,7 +2,7 @@
 #pragma once
 
 #include "configuration/yang_model.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "folder.h"
 
 inline const YangModel& test_model() {
@@ -19,7 +19,7 @@ inline std::string complaint_about(const std::string& text, const ReadOptions& o
     try {
         test_model().tree(read(text, options));
         return {};
-    } catch (const CannotCheck& error) {
+    } catch (const InputError& error) {
         return error.what();
     }
 }

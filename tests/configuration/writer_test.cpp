@@ -48,7 +48,7 @@ TEST(Writer, RefusesToTranslateWhatTheModelDoesNotDescribe) {
         try {
             written(named(text), data(like));
             ADD_FAILURE() << text;
-        } catch (const CannotCheck& error) {
+        } catch (const InputError& error) {
             EXPECT_THAT(error.what(), testing::HasSubstr("give both configurations in one format"));
         }
     }

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "folder.h"
 
 namespace fs = std::filesystem;
@@ -39,7 +39,7 @@ class PairingTest : public testing::Test {
     static std::string complaint(const PairingOptions& options) {
         try {
             pair_files(options);
-        } catch (const CannotCheck& error) {
+        } catch (const InputError& error) {
             return error.what();
         }
         return "none";

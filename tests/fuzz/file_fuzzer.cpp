@@ -4,7 +4,7 @@
 
 #include "checking/rule_walk.h"
 #include "configuration/document_writer.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 
 namespace {
 
@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t size) {
         }
         write_and_read_again(model, document);
         write_and_read_again(model, model.candidate(file, {true, true}, &document).document);
-    } catch (const CannotCheck&) {
+    } catch (const InputError&) {
         // Refused.
     }
     return 0;

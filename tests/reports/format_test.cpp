@@ -11,7 +11,7 @@
 #include <pugixml.hpp>
 
 #include "commands/exit_code.h"
-#include "errors/cannot_check.h"
+#include "errors/input_error.h"
 #include "folder.h"
 #include "reports/json_reader.h"
 #include "reports/report_format.h"
@@ -112,7 +112,7 @@ TEST(Reports, ShowTheOperatorTheLineAndWhatFindingsHaveInCommon) {
 TEST(Reports, SayWhatACleanResultDoesNotMean) {
     Report report = checked("candidate", {});
     report.removed_instances = 2;
-    report.skipped = {7, {"a", "b"}, {"candidate:3: /config/vlna"}};
+    report.unknown_data = {7, {"a", "b"}, {"candidate:3: /config/vlna"}};
     EXPECT_THAT(format_text(report, {}),
                 EndsWith("candidate: removes 2 VRRP instances\n"
                          "candidate: skipped 7 nodes that no module describes: a, b\n"
@@ -134,7 +134,7 @@ TEST(Reports, SayWhatACleanResultDoesNotMean) {
 
 TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     Report report = checked("candidate", {changed_address()});
-    report.omitted = {{changed_address().selector, 8, 1}, {bare_warning().selector, 0, 1}};
+    report.omitted = {{changed_address().rule, 8, 1}, {bare_warning().rule, 0, 1}};
     EXPECT_EQ(exit_code({report}, true), 1);
     EXPECT_THAT(
         formatted({report}, "text"),
@@ -149,14 +149,14 @@ TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     EXPECT_THAT(tests, HasSubstr("vlan10. (and 9 more)"));
     EXPECT_THAT(tests, HasSubstr("type=\"warning\" message=\"1 finding\""));
     report.findings.clear();
-    report.omitted = {{bare_warning().selector, 0, 1}};
+    report.omitted = {{bare_warning().rule, 0, 1}};
     EXPECT_EQ(exit_code({report}, false), 3);
 }
 
 TEST(Reports, SayInEveryFormatWhatTheyDoNotHold) {
     Report report = checked("candidate", {changed_address()});
     report.omitted = {{"vrrp_vrf_validation", 8, 1}};
-    report.skipped = {7, {"a"}, {"candidate:3: /config/vlna"}};
+    report.unknown_data = {7, {"a"}, {"candidate:3: /config/vlna"}};
     for (const std::string& format : report_formats()) {
         std::string text;
         ReportOptions options;
@@ -169,7 +169,7 @@ TEST(Reports, SayInEveryFormatWhatTheyDoNotHold) {
              {is_json ? "\"errors\": 8" : "8 more errors and 1 more warning of vrrp_vrf_validation",
               is_json ? "\"nodes\": 7" : "skipped 7 nodes that no module describes: a",
               "candidate:3: /config/vlna",
-              is_json            ? "\"not_judged\": 3"
+              is_json            ? "\"not_checked\": 3"
               : format == "text" ? ", 3 not checked"
                                  : "interrupted: 3 candidates were not checked"}) {
             EXPECT_THAT(text, HasSubstr(words)) << format;
@@ -212,7 +212,7 @@ TEST(Reports, SayThatThereIsNoRoomForThem) {
     std::string reason = "kept in memory";
     try {
         formatted(many, "junit");
-    } catch (const CannotCheck& error) {
+    } catch (const InputError& error) {
         reason = error.what();
     }
     setenv("TMPDIR", "/missing", 1);
@@ -237,7 +237,7 @@ TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     }
     json all = json::parse(formatted({kBoth, kBroken, kWarned, committed}, "json"));
     EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 4, "errors": 1, "warnings": 2,
-        "not_judged": 1, "skipped": 0})"));
+        "not_checked": 1, "skipped": 0})"));
     const json& broken = all["reports"][1];
     EXPECT_EQ(broken["error"], "broken:3:9: ends too early.");
     EXPECT_EQ(broken["error_location"]["column"], 9);
@@ -247,7 +247,7 @@ TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     EXPECT_EQ(all["reports"][3]["committed"], true);
     EXPECT_EQ(all["reports"][0]["findings"][0]["values"][0], json::parse(R"({
         "datastore": "running", "path": "/config/interface/l3{vlan10}/ipv4/address/ip",
-        "place": "config interface l3 vlan10 ipv4 address ip",
+        "cli_path": "config interface l3 vlan10 ipv4 address ip",
         "value": "192.0.2.2/25", "location": {"file": "running.json", "line": 8, "column": 3}})"));
     EXPECT_TRUE(all["reports"][0]["findings"][1]["location"].is_null());
     all["reports"][0]["findings"][0].erase("message");
@@ -260,7 +260,7 @@ TEST(Reports, AreReadBackFromJson) {
     full.omitted = {{"first", 1, 2}};
     full.instances.push_back({"l3 a b", "ipv6", "7"});
     full.removed_instances = 2;
-    full.skipped = {7, {"a"}, {"b"}};
+    full.unknown_data = {7, {"a"}, {"b"}};
     full.committed = false;
     full.changes = {{ChangeKind::moved, "/a/b", "a", "b", "first", "after c", {}},
                     {ChangeKind::removed, "/a", "", "a", {}, {}, {}}};
@@ -270,7 +270,7 @@ TEST(Reports, AreReadBackFromJson) {
             EXPECT_EQ(formatted(reports_from_json("file", text).reports, format),
                       formatted(reports, format));
         }
-        EXPECT_THROW(reports_from_json("file", text.substr(0, text.size() - 3)), CannotCheck);
+        EXPECT_THROW(reports_from_json("file", text.substr(0, text.size() - 3)), InputError);
     }
     std::string text;
     ReportOptions options;
@@ -278,9 +278,9 @@ TEST(Reports, AreReadBackFromJson) {
     ReportStream stream(options, [&](const std::string& part) { text += part; });
     stream.add(kClean);
     stream.finish(4);
-    EXPECT_EQ(reports_from_json("file", text).unreached, 4U);
-    EXPECT_EQ(exit_code(stream.totals(), true), 2);
-    EXPECT_THROW(reports_from_json("file", R"({"format_version": "2.0"})"), CannotCheck);
+    EXPECT_EQ(reports_from_json("file", text).not_reached, 4U);
+    EXPECT_EQ(exit_code(stream.summary(), true), 2);
+    EXPECT_THROW(reports_from_json("file", R"({"format_version": "2.0"})"), InputError);
 }
 
 /// "name outcome message" of each test, each suite's file before its own.
@@ -343,16 +343,16 @@ Report hostile(bool is_checked) {
     const std::string text =
         "\n::error::]]>\"'<&>,%\t\r\033[2J\x9b\u202e\u2028\xff\xed\xa0\x80\uffff";
     Finding finding = changed_address();
-    for (std::string* const part : {&finding.path, &finding.place, &finding.message, &finding.note,
-                                    &finding.help, &finding.location.file}) {
+    for (std::string* const part : {&finding.path, &finding.cli_path, &finding.message,
+                                    &finding.note, &finding.help, &finding.location.file}) {
         *part += text;
     }
     for (ReadValue& value : finding.values) {
-        value.leaf = value.path = value.value = value.location.file = text;
+        value.cli_path = value.path = value.value = value.location.file = text;
     }
     Report report = is_checked ? checked(text, {finding}) : not_checked(text);
     report.running = text;
-    report.skipped = {1, {text}, {text}};
+    report.unknown_data = {1, {text}, {text}};
     return report;
 }
 

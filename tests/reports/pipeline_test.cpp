@@ -19,11 +19,11 @@ Report oddly_named() {
     report.findings[0].values.resize(1);
     report.sources = {
         {report.candidate, std::make_shared<std::string>("1\n2\n3\n4\n5\n    \"ä\": 1")}};
-    auto rules = std::make_shared<std::vector<ValidationUse>>(2);
-    rules->at(0).selector = "vrrp_version_validation";
+    auto rules = std::make_shared<std::vector<Rule>>(2);
+    rules->at(0).name = "vrrp_version_validation";
     rules->at(0).demand = "Is confirmed. Always.";
     rules->at(0).messages = {{true, "changes", "Confirm."}};
-    rules->at(1).selector = "vrrp_ipv4_addr_update_validation";
+    rules->at(1).name = "vrrp_ipv4_addr_update_validation";
     rules->at(1).demand = "Keeps its address.";
     rules->at(1).messages = {{false, "changed <name>", "Keep the address."}};
     report.rules = rules;
@@ -66,8 +66,7 @@ TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
     moved.findings[0].location.line = 60;
     moved.findings[0].values.clear();
     EXPECT_EQ(issues(moved)[0]["fingerprint"], first[0]["fingerprint"]);
-    for (std::string Finding::*const part :
-         {&Finding::path, &Finding::selector, &Finding::message}) {
+    for (std::string Finding::*const part : {&Finding::path, &Finding::rule, &Finding::message}) {
         Report other = oddly_named();
         other.findings[0].*part += "x";
         EXPECT_NE(issues(other)[0]["fingerprint"], first[0]["fingerprint"]);

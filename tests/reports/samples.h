@@ -6,9 +6,9 @@
 /// A refused change of an address, with everything filled that a finding can hold.
 inline Finding changed_address() {
     Finding finding;
-    finding.selector = "vrrp_ipv4_addr_update_validation";
+    finding.rule = "vrrp_ipv4_addr_update_validation";
     finding.path = "/router/vrrp/interface{l3-vlan10}/address-family{ipv4}/vr-id{5}";
-    finding.place = "router vrrp interface l3-vlan10 address-family ipv4 vr-id 5";
+    finding.cli_path = "router vrrp interface l3-vlan10 address-family ipv4 vr-id 5";
     finding.message = "IPv4 address cannot be changed on interface l3 vlan10.";
     const std::string leaf = "config interface l3 vlan10 ipv4 address ip";
     const std::string path = "/config/interface/l3{vlan10}/ipv4/address/ip";
@@ -24,9 +24,9 @@ inline Finding changed_address() {
 inline Finding bare_warning() {
     Finding finding;
     finding.severity = Severity::warning;
-    finding.selector = "vrrp_version_validation";
+    finding.rule = "vrrp_version_validation";
     finding.path = "/router/vrrp/interface{a}/address-family{ipv4}/vr-id{1}/version";
-    finding.place = "router vrrp interface a address-family ipv4 vr-id 1 version";
+    finding.cli_path = "router vrrp interface a address-family ipv4 vr-id 1 version";
     finding.message = "changing the VRRP router version will restart the VRRP router process.";
     return finding;
 }
@@ -34,8 +34,8 @@ inline Finding bare_warning() {
 inline Report checked(const std::string& candidate, std::vector<Finding> findings) {
     Report report;
     report.candidate = candidate;
-    report.selectors = {"vrrp_ipv4_addr_update_validation", "vrrp_version_validation",
-                        "vrrp_vrf_validation"};
+    report.rule_names = {"vrrp_ipv4_addr_update_validation", "vrrp_version_validation",
+                         "vrrp_vrf_validation"};
     report.requests = 3;
     report.instances = {{"l3-vlan10", "ipv4", "5"}};
     report.findings = std::move(findings);

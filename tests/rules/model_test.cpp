@@ -26,12 +26,12 @@ TEST(Model, IsTheOneOfTheModulesAndAllItsRulesAreTested) {
     const YangModel model(TEST_YANG_DIR);
     EXPECT_EQ(text_of(vrrp_model()), text_of(*model.schema()));
     Lines selectors;
-    for (const Rule& rule : rules()) {
+    for (const RuleCases& rule : rules()) {
         selectors.push_back(rule.selector);
         EXPECT_EQ(rule.cases.at(0).the<Answer>().text, ok().text) << rule.selector;
         EXPECT_NE(rule.cases.at(1).the<Answer>().text, ok().text) << rule.selector;
     }
-    EXPECT_THAT(selectors, testing::UnorderedElementsAreArray(model.selectors()));
+    EXPECT_THAT(selectors, testing::UnorderedElementsAreArray(model.rule_names()));
 }
 
 }  // namespace

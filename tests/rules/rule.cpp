@@ -82,8 +82,8 @@ Lines Calls::lines() const {
     return lines;
 }
 
-std::vector<Rule>& rules() {
-    static std::vector<Rule> rules;
+std::vector<RuleCases>& rules() {
+    static std::vector<RuleCases> rules;
     return rules;
 }
 
@@ -97,7 +97,7 @@ AddRule::AddRule(const char* selector, const char* handler,
 
 std::vector<Case> samples() {
     std::vector<Case> samples;
-    for (const Rule& rule : rules()) {
+    for (const RuleCases& rule : rules()) {
         samples.insert(samples.end(), {rule.cases.at(0), rule.cases.at(1)});
     }
     return samples;

@@ -103,7 +103,7 @@ inline void PrintTo(const Case& one, std::ostream* stream) {
     *stream << one.selector << ", " << one.name;
 }
 
-struct Rule {
+struct RuleCases {
     std::string selector, handler;
     std::vector<std::pair<int, std::string>> keys;  ///< that it reads, in order, and their types
     /// An accepted request and one that is not, with all their calls and what comes of a failure;
@@ -112,7 +112,7 @@ struct Rule {
 };
 
 /// Those that the files named after the rules' own have added.
-std::vector<Rule>& rules();
+std::vector<RuleCases>& rules();
 struct AddRule {
     AddRule(const char* selector, const char* handler,
             const std::vector<std::pair<int, std::string>>& keys, std::vector<Case> cases);

@@ -8,7 +8,7 @@ using testing::HasSubstr;
 namespace {
 
 TEST(Rules, AnswerAndCallThePlatformAsTheirCasesSay) {
-    for (const Rule& rule : rules()) {
+    for (const RuleCases& rule : rules()) {
         for (const Case& one : rule.cases) {
             SCOPED_TRACE(testing::PrintToString(one));
             const Outcome outcome = Delivery(one).run();
@@ -21,7 +21,7 @@ TEST(Rules, AnswerAndCallThePlatformAsTheirCasesSay) {
 }
 
 TEST(RulesDeathTest, StopTheProcessAtTheFirstKeyOfAWrongType) {
-    for (const Rule& rule : rules()) {
+    for (const RuleCases& rule : rules()) {
         for (std::size_t i = 0; i < rule.keys.size(); ++i) {
             Delivery delivery(rule.cases[0]);
             for (std::size_t later = i; later < rule.keys.size(); ++later) {

@@ -1,4 +1,4 @@
-#include "checking/causes.h"
+#include "checking/missing_interfaces.h"
 
 #include <map>
 #include <set>
@@ -54,7 +54,7 @@ bool names_interface(const std::string& message, const std::string& name) {
 
 }  // namespace
 
-void find_causes(const DataTree& candidate, Report& report) {
+void find_missing_interfaces(const DataTree& candidate, Report& report) {
     if (report.findings.empty()) {
         return;
     }

@@ -5,8 +5,8 @@
 #include "commands/exit_code.h"
 #include "commands/options.h"
 #include "configuration/yang_model.h"
-#include "errors/cannot_check.h"
 #include "errors/did_you_mean.h"
+#include "errors/input_error.h"
 #include "terminal/output.h"
 
 using local_platform::SchemaNode;
@@ -17,17 +17,17 @@ namespace {
 /// What to tell of the rules, and how.
 struct RuleOptions {
     std::string yang_dir;
-    std::string selector;         ///< of the rule to tell of; empty for every one
+    std::string rule;             ///< of the rule to tell of; empty for every one
     std::string format = "text";  ///< or "json" or, of `explain`, "markdown"
     bool verbose = false;         ///< also the calls of the platform
 };
 
-using VisitUse = std::function<void(const std::string& path, const ValidationUse&)>;
+using VisitUse = std::function<void(const std::string& path, const Rule&)>;
 
 /// Calls `visit` for every use below `node`, in the model's order.
 void for_each_use(const YangModel& model, const SchemaNode& node, const std::string& path,
                   const VisitUse& visit) {
-    for (const ValidationUse& use : model.uses(node)) {
+    for (const Rule& use : model.uses(node)) {
         visit(path, use);
     }
     for (const SchemaNode& child : node.children) {
@@ -35,21 +35,21 @@ void for_each_use(const YangModel& model, const SchemaNode& node, const std::str
     }
 }
 
-std::string as_text(const std::string& path, const ValidationUse& use, bool verbose) {
-    std::string text = use.selector + "\n";
+std::string as_text(const std::string& path, const Rule& use, bool verbose) {
+    std::string text = use.name + "\n";
     text += "  checks    " + path + (use.only_when_changed ? ", only when it changed" : "") + "\n";
     text += "  requires  " + use.demand + "\n";
     text += "  looks at  " + use.reads + "\n";
     text += verbose ? "  calls     " + use.calls + "\n" : "";
     for (const RuleMessage& message : use.messages) {
         text += message.is_warning ? "  warning   " : "  error     ";
-        text += message.text + "\n            " + message.remedy + "\n";
+        text += message.text + "\n            " + message.help + "\n";
     }
     return text;
 }
 
-std::string as_markdown(const std::string& path, const ValidationUse& use, bool verbose) {
-    std::string text = "\n## `" + use.selector + "`\n\n" + use.demand + "\n\n";
+std::string as_markdown(const std::string& path, const Rule& use, bool verbose) {
+    std::string text = "\n## `" + use.name + "`\n\n" + use.demand + "\n\n";
     text +=
         "- Checks: `" + path + "`" + (use.only_when_changed ? ", only when it changed" : "") + "\n";
     text += "- Looks at: " + use.reads + "\n";
@@ -57,17 +57,16 @@ std::string as_markdown(const std::string& path, const ValidationUse& use, bool 
     text += "\n| | Message | What to do |\n|---|---|---|\n";
     for (const RuleMessage& message : use.messages) {
         text += message.is_warning ? "| warning | `" : "| error | `";
-        text += message.text + "` | " + message.remedy + " |\n";
+        text += message.text + "` | " + message.help + " |\n";
     }
     return text;
 }
 
-Json as_json(const std::string& path, const ValidationUse& use) {
-    return {
-        {"selector", use.selector}, {"path", path}, {"only_when_changed", use.only_when_changed}};
+Json as_json(const std::string& path, const Rule& use) {
+    return {{"rule", use.name}, {"path", path}, {"only_when_changed", use.only_when_changed}};
 }
 
-Json explained_json(const std::string& path, const ValidationUse& use, bool verbose) {
+Json explained_json(const std::string& path, const Rule& use, bool verbose) {
     Json rule = as_json(path, use);
     rule["requires"] = use.demand;
     rule["looks_at"] = use.reads;
@@ -78,7 +77,7 @@ Json explained_json(const std::string& path, const ValidationUse& use, bool verb
     for (const RuleMessage& message : use.messages) {
         rule["messages"].push_back({{"severity", message.is_warning ? "warning" : "error"},
                                     {"message", message.text},
-                                    {"help", message.remedy}});
+                                    {"help", message.help}});
     }
     return rule;
 }
@@ -90,7 +89,7 @@ void print_json(const Json& rules) {
 /// Nothing at all would tell nobody why.
 void require_rules(const Json& rules, const RuleOptions& options) {
     if (rules.empty()) {
-        throw CannotCheck(options.yang_dir + ": the YANG modules use no rule; check --yang-dir");
+        throw InputError(options.yang_dir + ": the YANG modules use no rule; check --yang-dir");
     }
 }
 
@@ -99,12 +98,11 @@ int run_rules(const RuleOptions& options) {
     const YangModel model(options.yang_dir);
     std::string lines;
     Json rules = Json::array();
-    for_each_use(model, *model.schema(), {},
-                 [&](const std::string& path, const ValidationUse& use) {
-                     lines += path + "  " + use.selector;
-                     lines += use.only_when_changed ? "  (only when changed)\n" : "\n";
-                     rules.push_back(as_json(path, use));
-                 });
+    for_each_use(model, *model.schema(), {}, [&](const std::string& path, const Rule& use) {
+        lines += path + "  " + use.name;
+        lines += use.only_when_changed ? "  (only when changed)\n" : "\n";
+        rules.push_back(as_json(path, use));
+    });
     require_rules(rules, options);
     options.format == "json" ? print_json(rules) : print(lines);
     return kExitClean;
@@ -115,18 +113,16 @@ int run_explain(const RuleOptions& options) {
     const YangModel model(options.yang_dir);
     std::string text;
     Json rules = Json::array();
-    for_each_use(
-        model, *model.schema(), {}, [&](const std::string& path, const ValidationUse& use) {
-            if (options.selector.empty() || options.selector == use.selector) {
-                text += options.format == "markdown" ? as_markdown(path, use, options.verbose)
-                                                     : as_text(path, use, options.verbose);
-                rules.push_back(explained_json(path, use, options.verbose));
-            }
-        });
-    if (!options.selector.empty() && rules.empty()) {
-        throw CannotCheck("there is no rule \"" + options.selector + "\"" +
-                          did_you_mean(options.selector, model.selectors()) +
-                          "; run vrrp-valid rules");
+    for_each_use(model, *model.schema(), {}, [&](const std::string& path, const Rule& use) {
+        if (options.rule.empty() || options.rule == use.name) {
+            text += options.format == "markdown" ? as_markdown(path, use, options.verbose)
+                                                 : as_text(path, use, options.verbose);
+            rules.push_back(explained_json(path, use, options.verbose));
+        }
+    });
+    if (!options.rule.empty() && rules.empty()) {
+        throw InputError("there is no rule \"" + options.rule + "\"" +
+                         did_you_mean(options.rule, model.rule_names()) + "; run vrrp-valid rules");
     }
     require_rules(rules, options);
     options.format == "json" ? print_json(rules) : print(text);
@@ -156,7 +152,7 @@ Subcommand add_explain_command(CLI::App& app) {
     const auto options = std::make_shared<RuleOptions>();
     CLI::App* const command = add_subcommand(
         app, "explain", "Explain what a rule requires and what to do", "vrrp_vrf_validation");
-    command->add_option("RULE", options->selector, "The rule; without it, every one")
+    command->add_option("RULE", options->rule, "The rule; without it, every one")
         ->type_name("RULE");
     add_format(*command, *options, {"text", "markdown", "json"});
     command->add_flag("-v,--verbose", options->verbose,

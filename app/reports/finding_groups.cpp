@@ -1,9 +1,9 @@
-#include "reports/blocks.h"
+#include "reports/finding_groups.h"
 
 #include <unordered_map>
 
-std::vector<Block> blocks_of(const Report& report) {
-    std::vector<Block> blocks;
+std::vector<FindingGroup> finding_groups(const Report& report) {
+    std::vector<FindingGroup> blocks;
     std::unordered_map<std::string, std::size_t> by_cause;
     for (const Finding& finding : report.findings) {
         const bool is_alone = finding.cause.empty();

@@ -6,10 +6,10 @@
 
 #include "checking/report.h"
 
-struct Block {
+struct FindingGroup {
     std::string cause;  ///< empty for a finding by itself
     std::vector<const Finding*> findings;
 };
 
 /// The findings of `report`, in the order in which each block's first one was found.
-std::vector<Block> blocks_of(const Report& report);
+std::vector<FindingGroup> finding_groups(const Report& report);

@@ -6,17 +6,17 @@
 
 #include "checking/report.h"
 
-struct Totals {
+struct Summary {
     std::size_t candidates = 0;
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::size_t requests = 0;
-    std::size_t unchecked = 0;  ///< candidates that could not be checked, or were not reached
-    std::size_t skipped = 0;    ///< nodes that no module describes
+    std::size_t not_checked = 0;  ///< candidates that could not be checked, or were not reached
+    std::size_t skipped = 0;      ///< nodes that no module describes
 
     void add(const Report& report);
     /// Counts candidates of which there is no report.
     void add_unreached(std::size_t count);
 };
 
-Totals total_of(const std::vector<Report>& reports);
+Summary summary_of(const std::vector<Report>& reports);

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-struct Skipped {
+struct UnknownData {
     std::size_t nodes = 0;
     std::vector<std::string> modules;  ///< their names, or namespaces, in the order of the file
     std::vector<std::string> unknown;  ///< nodes that known modules do not have, "file:line: path"
 
     /// What another file holds, besides.
-    void add(const Skipped& other) {
+    void add(const UnknownData& other) {
         nodes += other.nodes;
         for (const std::string& module : other.modules) {
             if (std::find(modules.begin(), modules.end(), module) == modules.end()) {

@@ -7,7 +7,7 @@
 
 /// The way to `node` as an operator types it: "router vrrp interface l3-vlan10 address-family
 /// ipv4".
-std::string operator_path(const local_platform::Node& node);
+std::string cli_path(const local_platform::Node& node);
 
 /// The keys of a list's entry, the same way.
-std::string operator_keys(const local_platform::Node& entry);
+std::string cli_keys(const local_platform::Node& entry);

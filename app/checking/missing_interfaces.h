@@ -6,4 +6,4 @@
 
 /// Fills the cause of every finding that names a layer-3 interface which `candidate` does not hold,
 /// with the name nearest to it.
-void find_causes(const local_platform::DataTree& candidate, Report& report);
+void find_missing_interfaces(const local_platform::DataTree& candidate, Report& report);

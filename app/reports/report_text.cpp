@@ -1,4 +1,4 @@
-#include "reports/sentences.h"
+#include "reports/report_text.h"
 
 #include "terminal/output.h"
 
@@ -37,11 +37,11 @@ std::string place_text(const Location& location) {
 }
 
 std::string value_text(const ReadValue& value) {
-    return printable(value.datastore + std::string(": ") + value.leaf + " " + value.value);
+    return printable(value.datastore + std::string(": ") + value.cli_path + " " + value.value);
 }
 
 std::vector<std::string> finding_lines(const Finding& finding) {
-    std::vector<std::string> lines = {"at " + printable(finding.place)};
+    std::vector<std::string> lines = {"at " + printable(finding.cli_path)};
     for (const ReadValue& value : finding.values) {
         const std::string place = place_text(value.location);
         lines.push_back(value_text(value) + (place.empty() ? "" : " (" + place + ")"));
@@ -52,7 +52,7 @@ std::vector<std::string> finding_lines(const Finding& finding) {
     if (!finding.help.empty()) {
         lines.push_back("help: " + printable(finding.help));
     }
-    lines.push_back("see: vrrp-valid explain " + printable(finding.selector));
+    lines.push_back("see: vrrp-valid explain " + printable(finding.rule));
     return lines;
 }
 
@@ -62,14 +62,13 @@ std::string omitted_text(const Omitted& omitted) {
     return (omitted.warnings == 0 ? errors
             : omitted.errors == 0 ? warnings
                                   : errors + " and " + warnings) +
-           " of " + printable(omitted.selector) +
-           "; check with a larger --max-findings to see them";
+           " of " + printable(omitted.rule) + "; check with a larger --max-findings to see them";
 }
 
 bool is_clean(const Report& report) {
     return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
            (!report.changes || report.changes->empty()) && report.requests > 0 &&
-           report.removed_instances == 0 && report.skipped.unknown.empty();
+           report.removed_instances == 0 && report.unknown_data.unknown.empty();
 }
 
 std::string result_text(const Report& report) {
@@ -94,11 +93,11 @@ std::vector<std::string> notes(const Report& report) {
     if (report.removed_instances > 0) {
         sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));
     }
-    if (report.skipped.nodes > 0) {
-        sentences.push_back("skipped " + counted(report.skipped.nodes, "node") +
-                            " that no module describes: " + listed(report.skipped.modules));
+    if (report.unknown_data.nodes > 0) {
+        sentences.push_back("skipped " + counted(report.unknown_data.nodes, "node") +
+                            " that no module describes: " + listed(report.unknown_data.modules));
     }
-    for (const std::string& node : report.skipped.unknown) {
+    for (const std::string& node : report.unknown_data.unknown) {
         sentences.push_back("skipped, not defined in its module: " + printable(node));
     }
     return sentences;
@@ -115,16 +114,17 @@ std::vector<std::string> remarks(const Report& report) {
     return sentences;
 }
 
-std::string unreached_text(std::size_t count) {
+std::string not_reached_text(std::size_t count) {
     return "interrupted: " + counted(count, "candidate") +
            (count == 1 ? " was not checked" : " were not checked");
 }
 
-std::string total_text(const Totals& totals) {
-    std::string text = counted(totals.candidates, "candidate") + ": " +
-                       counts(totals.errors, totals.warnings, totals.requests);
-    if (totals.unchecked > 0) {
-        text += ", " + std::to_string(totals.unchecked) + " not checked";
+std::string summary_text(const Summary& summary) {
+    std::string text = counted(summary.candidates, "candidate") + ": " +
+                       counts(summary.errors, summary.warnings, summary.requests);
+    if (summary.not_checked > 0) {
+        text += ", " + std::to_string(summary.not_checked) + " not checked";
     }
-    return totals.skipped == 0 ? text : text + ", " + counted(totals.skipped, "node") + " skipped";
+    return summary.skipped == 0 ? text
+                                : text + ", " + counted(summary.skipped, "node") + " skipped";
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "checking/report.h"
-#include "reports/totals.h"
+#include "reports/summary.h"
 
 /// "error" or "warning".
 std::string severity_word(Severity severity);
@@ -42,7 +42,7 @@ std::vector<std::string> notes(const Report& report);
 std::vector<std::string> remarks(const Report& report);
 
 /// That the run was ended: "interrupted: 3 candidates were not checked".
-std::string unreached_text(std::size_t count);
+std::string not_reached_text(std::size_t count);
 
 /// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 not checked".
-std::string total_text(const Totals& totals);
+std::string summary_text(const Summary& summary);

@@ -41,10 +41,10 @@ void add_sources(const Document& document, const local_platform::SchemaNode& sch
                  Report& report) {
     for (const auto& source : document.sources()) {
         const std::string& name = source->file.name;
-        const auto is_there = [&](const SourceFile& other) { return other.name == name; };
+        const auto is_there = [&](const auto& other) { return other->name() == name; };
         if (std::none_of(report.sources.begin(), report.sources.end(), is_there)) {
-            report.sources.push_back({name, std::make_shared<const std::string>(
-                                                masked_text(source->file.bytes, schema))});
+            report.sources.push_back(
+                std::make_shared<const SourceText>(name, masked_text(source->file.bytes, schema)));
         }
     }
 }

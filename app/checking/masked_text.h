@@ -3,10 +3,8 @@
 
 #include <string>
 
+#include "configuration/source_text.h"
 #include "schema_node.h"
-
-/// What every character of a secret value is replaced by; it is allowed in neither JSON nor XML.
-constexpr char kMask = '\x01';
 
 /// `text`, JSON or XML, with the value of every leaf masked whose name is that of an encrypted leaf
 /// in `schema`: what was typed there in clear must not go round. Lines and columns stay.

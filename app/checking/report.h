@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "configuration/difference.h"
+#include "configuration/source_text.h"
 #include "configuration/unknown_data.h"
 #include "configuration/yang_schema.h"
 #include "errors/location.h"
@@ -37,12 +38,6 @@ struct Finding {
     std::string help;        ///< what to do, from the model
     Location location;       ///< of the node in the candidate, or in the edit where that holds it
     std::string cause = {};  ///< what it has in common with others; empty without a reason
-};
-
-/// A file's text for those who show parts of it, what is secret in it masked.
-struct SourceFile {
-    std::string name;
-    std::shared_ptr<const std::string> text;
 };
 
 /// A VRRP instance by its keys.
@@ -73,9 +68,10 @@ struct Report {
     UnknownData unknown_data;
     std::vector<VrrpInstance> instances;  ///< of the candidate, in its order
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
-    std::vector<SourceFile> sources;      ///< that findings are in; none without findings
-    std::optional<bool> committed;        ///< nothing for a check
-    double seconds = 0;                   ///< how long the check took
+    /// That findings are in; none without findings.
+    std::vector<std::shared_ptr<const SourceText>> sources;
+    std::optional<bool> committed;               ///< nothing for a check
+    double seconds = 0;                          ///< how long the check took
     std::map<std::string, double> rule_seconds;  ///< the same of each rule, when it was measured
 
     /// All findings of `severity`, omitted ones as well.

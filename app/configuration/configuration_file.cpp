@@ -1,6 +1,6 @@
 #include "configuration/configuration_file.h"
 
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
 
@@ -29,7 +29,7 @@ ConfigurationFormat format_of(const std::string& name, const std::string& bytes)
         return ConfigurationFormat::json;
     }
     throw InputError(
-        position_in(name, text, first),
+        SourceText(name, bytes).location(first),
         kind_of(text.substr(first)) + "; give a configuration that begins with { or <");
 }
 
@@ -46,7 +46,7 @@ ConfigurationFile configuration_from_bytes(const std::string& name, std::string 
     // No configuration has one, and texts end at it.
     const std::size_t nul = bytes.find('\0');
     if (nul != std::string::npos) {
-        throw InputError(position_in(name, bytes, nul), "a NUL byte; give a text file");
+        throw InputError(SourceText(name, bytes).location(nul), "a NUL byte; give a text file");
     }
     const ConfigurationFormat format = format_of(name, bytes);
     return {name, std::move(bytes), format};

@@ -187,7 +187,10 @@ Location Document::location_of(const DocumentNode& node) const {
         named = key == nullptr ? named : key;
     }
     const DocumentSource& source = *sources_[named->source];
-    return source.lines.position_in(source.file.name, source.file.bytes, named->offset);
+    if (source.lines == nullptr) {
+        source.lines = std::make_unique<SourceText>(source.file.name, source.file.bytes);
+    }
+    return source.lines->location(named->offset);
 }
 
 const DocumentNode* Document::find(std::string_view path) const {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "configuration/configuration_file.h"
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 #include "configuration/unknown_data.h"
 #include "errors/location.h"
 
@@ -84,7 +84,7 @@ struct DocumentSource {
     explicit DocumentSource(ConfigurationFile read) : file(std::move(read)) {}
 
     ConfigurationFile file;
-    LineIndex lines;
+    mutable std::unique_ptr<SourceText> lines;
     NodeStore store;
 };
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
 
@@ -174,7 +174,7 @@ SkippedPiece DocumentBuilder::skip_unknown(DocumentNode& parent, const lys_modul
     for (const DocumentNode* node = &parent; node->schema != nullptr; node = node->parent) {
         path.insert(0, node->schema->name).insert(0, "/");
     }
-    const Location at = position_in(source_->file.name, text(), offset);
+    const Location at = SourceText(source_->file.name, source_->file.bytes).location(offset);
     document_.unknown_data.unknown.push_back(at.file + ":" + std::to_string(at.line) + ": " + path);
     return {&parent, nullptr, &module, offset, std::string(name)};
 }
@@ -199,5 +199,6 @@ DocumentNode& DocumentBuilder::end_skipped(const SkippedPiece& piece, std::size_
 }
 
 void DocumentBuilder::refuse(std::size_t offset, const std::string& what_is_wrong) const {
-    throw InputError(position_in(source_->file.name, text(), offset), what_is_wrong);
+    throw InputError(SourceText(source_->file.name, source_->file.bytes).location(offset),
+                     what_is_wrong);
 }

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
 
@@ -139,7 +139,7 @@ void require_plain_uses(const std::string& file) {
         } else if (keyword.empty()) {
             keyword = word;
             if (keyword == validate && (around.empty() || !may_hold_uses(around.back()))) {
-                throw InputError(position_in(file, text, words.begin()),
+                throw InputError(SourceText(file, text).location(words.begin()),
                                  validate + " is under " +
                                      std::string(around.empty() ? "nothing" : around.back()) +
                                      "; move it into the container, list or leaf itself");

@@ -7,7 +7,7 @@
 #include <tuple>
 
 #include "configuration/document_builder.h"
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 
 namespace {
 

@@ -220,13 +220,13 @@ class TreeFiller {
         keys_.clear();
         for (const lyd_node* key = lyd_child(&node); key != nullptr && lysc_is_key(key->schema);
              key = key->next) {
-            keys_.emplace_back(lyd_get_value(key));
+            keys_.push_back({lyd_get_value(key), 0});
         }
         return builder_.add_entry(above, node.schema->name, keys_);
     }
 
     TreeBuilder& builder_;
-    std::vector<std::string_view> keys_;
+    std::vector<TreeBuilder::Key> keys_;
 };
 
 }  // namespace

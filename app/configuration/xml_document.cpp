@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "configuration/document_builder.h"
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 #include "configuration/value_prefixes.h"
 
 namespace {

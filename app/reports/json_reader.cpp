@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "configuration/text_position.h"
+#include "configuration/source_text.h"
 #include "errors/input_error.h"
 #include "reports/json.h"
 
@@ -115,7 +115,7 @@ StoredReports reports_from_json(const std::string& name, const std::string& text
         stored.not_reached = candidates - stored.reports.size();
         return stored;
     } catch (const Json::parse_error& error) {
-        throw InputError(position_in(name, text, std::min(error.byte, text.size())),
+        throw InputError(SourceText(name, text).location(std::min(error.byte, text.size())),
                          "not a complete report of vrrp-valid check --format json: the JSON ends "
                          "early or is broken here; run that check again");
     } catch (const Json::exception&) {

@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
-#include "checking/masked_text.h"
 #include "terminal/output.h"
 
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
 constexpr std::size_t kShownBefore = 48;  ///< bytes of a long line
 constexpr std::size_t kShownAfter = 48;
 
@@ -84,38 +82,23 @@ std::string start_of(std::string_view text, std::size_t size) {
 
 }  // namespace
 
-SourceLines::SourceLines(const std::vector<SourceFile>& sources) {
-    for (const SourceFile& source : sources) {
-        std::string_view rest = *source.text;
-        if (rest.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-            rest.remove_prefix(kByteOrderMark.size());
-        }
-        File file{source.name, {}};
-        while (!rest.empty()) {
-            const std::size_t end = std::min(rest.find('\n'), rest.size());
-            std::string_view line = rest.substr(0, end);
-            if (!line.empty() && line.back() == '\r') {
-                line.remove_suffix(1);
-            }
-            file.lines.push_back(line);
-            rest.remove_prefix(std::min(end + 1, rest.size()));
-        }
-        files_.push_back(std::move(file));
-    }
-}
+SourceLines::SourceLines(const std::vector<std::shared_ptr<const SourceText>>& sources)
+    : sources_(sources) {}
 
-const SourceLines::File* SourceLines::find(const Location& location) const {
-    const auto found = std::find_if(files_.begin(), files_.end(),
-                                    [&](const File& file) { return file.name == location.file; });
-    return found == files_.end() ? nullptr : &*found;
+const SourceText* SourceLines::find(const Location& location) const {
+    const auto found = std::find_if(sources_.begin(), sources_.end(), [&](const auto& source) {
+        return source->name() == location.file;
+    });
+    return found == sources_.end() ? nullptr : found->get();
 }
 
 std::optional<Excerpt> SourceLines::excerpt(const Location& location) const {
-    const File* const file = find(location);
-    if (file == nullptr || location.line == 0 || location.line > file->lines.size()) {
+    const SourceText* const source = find(location);
+    if (source == nullptr || location.line == 0 || location.line > source->line_count()) {
         return std::nullopt;
     }
-    const std::string_view line = file->lines[location.line - 1];
+    const std::string text = source->line(location.line);
+    const std::string_view line = text;
     if (location.column == 0) {
         return Excerpt{start_of(line, kShownBefore + kShownAfter), {}, {}};
     }
@@ -126,8 +109,8 @@ std::optional<Excerpt> SourceLines::excerpt(const Location& location) const {
 }
 
 std::size_t SourceLines::count(const Location& location) const {
-    const File* const file = find(location);
-    return file == nullptr ? 0 : file->lines.size();
+    const SourceText* const source = find(location);
+    return source == nullptr ? 0 : source->line_count();
 }
 
 std::size_t count_characters(std::string_view text) {

@@ -18,7 +18,7 @@ struct Excerpt {
 /// The lines of a report's sources. The sources must live as long.
 class SourceLines {
   public:
-    explicit SourceLines(const std::vector<SourceFile>& sources);
+    explicit SourceLines(const std::vector<std::shared_ptr<const SourceText>>& sources);
 
     /// The line of `location`, of a long one what is near; nothing when it is not known.
     std::optional<Excerpt> excerpt(const Location& location) const;
@@ -27,14 +27,9 @@ class SourceLines {
     std::size_t count(const Location& location) const;
 
   private:
-    struct File {
-        std::string_view name;
-        std::vector<std::string_view> lines;
-    };
+    const SourceText* find(const Location& location) const;
 
-    const File* find(const Location& location) const;
-
-    std::vector<File> files_;
+    const std::vector<std::shared_ptr<const SourceText>>& sources_;
 };
 
 /// How many characters `text` has.

@@ -139,14 +139,19 @@ Node& TreeBuilder::add(Node& parent, std::string_view name, std::string_view tex
     return add_step(*store_, parent, step, text);
 }
 
-Node& TreeBuilder::add_entry(Node& parent, std::string_view name,
-                             const std::vector<std::string_view>& keys) {
+Node& TreeBuilder::add_entry(Node& parent, std::string_view name, const std::vector<Key>& keys) {
     PathStep step;
     step.name = name;
     step.has_keys = true;
     step.key_count = std::min(keys.size(), step.keys.size());
-    std::copy_n(keys.begin(), step.key_count, step.keys.begin());
-    return add_step(*store_, parent, step, {});
+    std::transform(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(step.key_count),
+                   step.keys.begin(), [](const Key& key) { return key.text; });
+    Node& entry = add_step(*store_, parent, step, {});
+    for (std::size_t i = 0; i < step.key_count; ++i) {
+        const int position = entry.schema->child_index(entry.schema->keys[i]);
+        child_of(*store_, entry, static_cast<std::size_t>(position)).mark = keys[i].mark;
+    }
+    return entry;
 }
 
 TreeBuilder& TreeBuilder::set(std::string_view path, std::string_view text) {

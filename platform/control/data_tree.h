@@ -38,6 +38,8 @@ struct Node {
     /// A leaf's canonical text, an entry's canonical keys, joined by NUL; NUL-terminated.
     std::string_view text;
     Span<confd_value_t> values;  ///< a leaf's one value, an entry's keys; otherwise none
+    std::uintptr_t mark =
+        0;  ///< the host's own, such as where it read a leaf; nothing here looks at it
     /// A list's entries in document order; otherwise by position in the model, null when absent.
     Span<const Node*> children;
 
@@ -83,8 +85,12 @@ class TreeBuilder {
     /// leaf gets `text` as its value.
     Node& add(Node& parent, std::string_view name, std::string_view text = {});
     /// Adds the entry with `keys` to the list `name` of `parent`, unless it is there, and its key
-    /// leaves.
-    Node& add_entry(Node& parent, std::string_view name, const std::vector<std::string_view>& keys);
+    /// leaves, which get the keys' marks.
+    struct Key {
+        std::string_view text;
+        std::uintptr_t mark = 0;
+    };
+    Node& add_entry(Node& parent, std::string_view name, const std::vector<Key>& keys);
 
     /// Adds the node at `path` with every ancestor that is not there yet; a leaf gets `text` as its
     /// value.

@@ -93,7 +93,7 @@ TEST(Reports, TellTheOperatorWhereWhyAndWhatToDo) {
 TEST(Reports, ShowTheOperatorTheLineAndWhatFindingsHaveInCommon) {
     Report report = checked("candidate.json", {changed_address(), bare_warning(), bare_warning()});
     report.sources = {
-        {"candidate.json", std::make_shared<std::string>("1\n2\n3\n4\n5\n\t\tä\"id\": 5")}};
+        std::make_shared<SourceText>("candidate.json", "1\n2\n3\n4\n5\n\t\tä\"id\": 5")};
     report.findings[0].location.column = 4;
     report.findings[0].cause = report.findings[2].cause = "layer-3 interface x is not there";
     const std::string text = format_text(report, {true, true, true});

@@ -29,8 +29,8 @@ struct Page {
 
 Report refused() {
     Report report = checked("candidate.json", {changed_address(), bare_warning()});
-    report.sources = {{"candidate.json",
-                       std::make_shared<std::string>("1\n2\n3\n4\n    \"e\": 5\n    \"id\": 5")}};
+    report.sources = {
+        std::make_shared<SourceText>("candidate.json", "1\n2\n3\n4\n    \"e\": 5\n    \"id\": 5")};
     report.changes = {{ChangeKind::added, "/a{b}", "a b", "", {}, {}, {}},
                       {ChangeKind::changed, "/a{b}/c", "a b", "c", "1", "2", {}}};
     report.instances = {{"l3-vlan10", "ipv4", "5"},

@@ -18,7 +18,7 @@ Report oddly_named() {
     report.findings[0].message = "100%: a, b";
     report.findings[0].values.resize(1);
     report.sources = {
-        {report.candidate, std::make_shared<std::string>("1\n2\n3\n4\n5\n    \"ä\": 1")}};
+        std::make_shared<SourceText>(report.candidate, "1\n2\n3\n4\n5\n    \"ä\": 1")};
     auto rules = std::make_shared<std::vector<Rule>>(2);
     rules->at(0).name = "vrrp_version_validation";
     rules->at(0).demand = "Is confirmed. Always.";

@@ -13,7 +13,8 @@ struct Row {
 };
 
 std::string shown(const Row& row) {
-    const std::vector<SourceFile> sources = {{"f", std::make_shared<std::string>(row.text)}};
+    const std::vector<std::shared_ptr<const SourceText>> sources = {
+        std::make_shared<SourceText>("f", row.text)};
     const auto excerpt = SourceLines(sources).excerpt(row.location);
     return excerpt ? excerpt->before + "«" + excerpt->marked + "»" + excerpt->after : "";
 }

@@ -3,22 +3,16 @@
 #include <algorithm>
 #include <chrono>
 
-#include "checking/locations.h"
-#include "checking/masked_text.h"
-#include "checking/missing_interfaces.h"
-#include "checking/vrrp_instances.h"
-#include "configuration/skipped_difference.h"
+#include "configuration/difference.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
 #include "files/key_file.h"
 #include "terminal/progress.h"
 
-using local_platform::DataTree;
-
 namespace {
 
-/// A rule that the model does not use would make a check that can only pass.
-void require_known(const std::set<std::string>& wanted, const std::vector<std::string>& known) {
+/// A rule that the model does not bind would make a check that can only pass.
+void require_known(const std::vector<std::string>& wanted, const std::vector<std::string>& known) {
     for (const std::string& rule : wanted) {
         if (std::find(known.begin(), known.end(), rule) == known.end()) {
             throw InputError("--rule: there is no rule \"" + rule + "\"" +
@@ -29,22 +23,18 @@ void require_known(const std::set<std::string>& wanted, const std::vector<std::s
 
 void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
                    std::vector<Rule>& rules) {
-    const auto& uses = model.uses(node);
-    rules.insert(rules.end(), uses.begin(), uses.end());
+    const auto& own = model.rules(node);
+    rules.insert(rules.end(), own.begin(), own.end());
     for (const auto& child : node.children) {
         collect_rules(model, child, rules);
     }
 }
 
-/// Adds what the files of `document` hold, those that are not there yet.
-void add_sources(const Document& document, const local_platform::SchemaNode& schema,
-                 Report& report) {
-    for (const auto& source : document.sources()) {
-        const std::string& name = source->file.name;
-        const auto is_there = [&](const auto& other) { return other->name() == name; };
-        if (std::none_of(report.sources.begin(), report.sources.end(), is_there)) {
-            report.sources.push_back(
-                std::make_shared<const SourceText>(name, masked_text(source->file.bytes, schema)));
+/// Adds `sources`, those that are not there yet.
+void add_sources(const Sources& sources, Sources& all) {
+    for (const auto& source : sources) {
+        if (std::find(all.begin(), all.end(), source) == all.end()) {
+            all.push_back(source);
         }
     }
 }
@@ -63,86 +53,61 @@ Checker::Checker(const CheckerOptions& options)
       host_(options.plugin_file),
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
-      rule_names_(options.rule_names.begin(), options.rule_names.end()),
-      difference_(options.difference),
-      max_findings_(options.max_findings),
-      threads_(options.threads),
-      reading_{options.is_edit, options.ignore_unknown},
-      times_rules_(options.times_rules) {
-    require_known(rule_names_, model_.rule_names());
+      options_(options) {
+    require_known(options_.rule_names, model_.rule_names());
 }
 
-Running Checker::read_running(std::optional<ConfigurationFile> file) const {
-    if (!file) {
-        return {{}, DataTree(model_.schema()), std::nullopt};
+Configuration Checker::read_running(const std::shared_ptr<SourceText>& file) const {
+    if (file == nullptr) {
+        return {{}, {}, local_platform::DataTree(model_.schema())};
     }
-    Document document = model_.parse(std::move(*file), {false, reading_.ignore_unknown});
-    if (document.is_edit) {
-        throw InputError(document.name() +
-                         ": is an edit; give a complete configuration as --running");
-    }
-    DataTree tree = model_.tree(document);
-    return {document.name(), std::move(tree), std::move(document)};
-}
-
-Configuration Checker::read_candidate(ConfigurationFile file, const Running& running) const {
-    return model_.candidate(std::move(file), reading_, running.document_or_null());
-}
-
-Report Checker::check(ConfigurationFile candidate, const Running& running,
-                      const CheckEffort& effort) const {
-    return check(read_candidate(std::move(candidate), running), running, effort);
+    return model_.read(file, {false, options_.ignore_unknown});
 }
 
 std::vector<std::string> Checker::rule_names() const {
-    std::vector<std::string> rule_names = model_.rule_names();
-    const auto is_left_out = [this](const std::string& rule) {
-        return !rule_names_.empty() && rule_names_.count(rule) == 0;
+    std::vector<std::string> names = model_.rule_names();
+    const auto& wanted = options_.rule_names;
+    const auto is_left_out = [&](const std::string& name) {
+        return !wanted.empty() && std::find(wanted.begin(), wanted.end(), name) == wanted.end();
     };
-    rule_names.erase(std::remove_if(rule_names.begin(), rule_names.end(), is_left_out),
-                     rule_names.end());
-    return rule_names;
+    names.erase(std::remove_if(names.begin(), names.end(), is_left_out), names.end());
+    return names;
 }
 
-Report Checker::check(const Configuration& candidate, const Running& running,
+Report Checker::check(const std::shared_ptr<SourceText>& file, const Configuration& running,
                       const CheckEffort& effort) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
+    const Configuration candidate =
+        model_.read(file, {options_.is_edit, options_.ignore_unknown}, &running);
     Report report;
-    report.candidate = candidate.document.name();
-    report.running = running.name;
+    report.candidate = candidate.name();
+    report.running = running.name();
     report.rule_names = rule_names();
     report.rules = rules_;
-    report.unknown_data = candidate.document.unknown_data;
-    const Transaction transaction{candidate.tree, running.tree, key_};
-    Progress progress;
-    const auto show = [&progress](const Report& so_far) {
-        progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) + " checks done");
-    };
-    if (difference_) {
-        report.changes = difference(transaction.running, transaction.candidate);
-        add_skipped_changes(running.document ? &*running.document : nullptr, candidate.document,
-                            *report.changes);
+    report.unknown_data = candidate.unknown_data;
+    if (options_.difference) {
+        report.changes = difference(running.tree, candidate.tree);
     }
-    report.instances = vrrp_instances(transaction.candidate);
+    report.instances = vrrp_instances(candidate.tree);
     report.removed_instances = count_removed(vrrp_instances(running.tree), report.instances);
-    RuleWalk walk{model_,        host_,    rule_names_, nullptr,
-                  max_findings_, threads_, effort.stop, times_rules_};
+    Progress progress;
+    RuleWalk walk{model_, host_};
+    walk.rule_names = {options_.rule_names.begin(), options_.rule_names.end()};
+    walk.max_findings = options_.max_findings;
+    walk.threads = effort.threads > 0 ? effort.threads : options_.threads;
+    walk.stop = effort.stop;
+    walk.times_rules = options_.times_rules;
     if (effort.shows_progress) {
-        walk.on_progress = show;
+        walk.on_progress = [&progress](const Report& so_far) {
+            progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) +
+                          " checks done");
+        };
     }
-    if (effort.threads > 0) {
-        walk.threads = effort.threads;
-    }
-    walk_candidate(walk, transaction, report);
-    find_missing_interfaces(transaction.candidate, report);
+    walk_candidate(walk, {candidate, running, key_}, report);
     if (!report.findings.empty()) {
-        const Document* const committed = running.document_or_null();
-        locate(report, candidate.document, committed);
-        add_sources(candidate.document, *model_.schema(), report);
-        if (committed != nullptr) {
-            add_sources(*committed, *model_.schema(), report);
-        }
+        add_sources(candidate.sources, report.sources);
+        add_sources(running.sources, report.sources);
     }
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;

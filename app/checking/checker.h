@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "checking/rule_walk.h"
-#include "configuration/configuration.h"
+#include "configuration/configuration_file.h"
 
 /// What to check with.
 struct CheckerOptions {
@@ -18,17 +18,8 @@ struct CheckerOptions {
     std::size_t max_findings = 100;       ///< that a report holds of each rule
     std::size_t threads = 1;              ///< that make the requests of one candidate, at most
     bool is_edit = false;                 ///< candidates are edits even when they do not say so
-    bool ignore_unknown = false;          ///< skip nodes that the model's modules do not have
+    bool ignore_unknown = false;          ///< leave out nodes that the model's modules do not have
     bool times_rules = false;             ///< whether reports tell how long each rule took
-};
-
-/// A running configuration, parsed once for all candidates.
-struct Running {
-    std::string name;  ///< empty for an empty one
-    local_platform::DataTree tree;
-    std::optional<Document> document;  ///< nothing for an empty one
-
-    const Document* document_or_null() const { return document ? &*document : nullptr; }
 };
 
 /// What the model says of its rules, in its order.
@@ -49,21 +40,15 @@ class Checker {
     /// Gets ready to read on `threads` at a time. Throws InputError.
     void prepare_for(std::size_t threads) const { model_.prepare_for(threads); }
 
-    /// The running configuration in `file`, an empty one without a file. Throws InputError.
-    Running read_running(std::optional<ConfigurationFile> file) const;
+    /// The running configuration in `file`, an empty one for null. Throws InputError.
+    Configuration read_running(const std::shared_ptr<SourceText>& file) const;
 
-    /// The rules that it runs, in the model's order.
+    /// The names of the rules that it runs, in the model's order.
     std::vector<std::string> rule_names() const;
 
-    /// The configuration in `file`, or what it makes of `running` when it is an edit. Throws
-    /// InputError.
-    Configuration read_candidate(ConfigurationFile file, const Running& running) const;
-
-    /// Checks `candidate` against `running`, on any thread. Throws InputError, and Interrupted
-    /// when it was stopped.
-    Report check(const Configuration& candidate, const Running& running,
-                 const CheckEffort& effort = {}) const;
-    Report check(ConfigurationFile candidate, const Running& running,
+    /// Checks the configuration in `candidate`, or what it makes of `running` when it is an edit,
+    /// against `running`, on any thread. Throws InputError, and Interrupted when it was stopped.
+    Report check(const std::shared_ptr<SourceText>& candidate, const Configuration& running,
                  const CheckEffort& effort = {}) const;
 
     /// Ends the plug-in, after which nothing can be checked any more. Throws PlatformError when it
@@ -75,10 +60,5 @@ class Checker {
     std::shared_ptr<const std::vector<Rule>> rules_;
     local_platform::Host host_;
     std::optional<local_platform::CryptoKey> key_;
-    std::set<std::string> rule_names_;
-    bool difference_;
-    std::size_t max_findings_;
-    std::size_t threads_;
-    ReadOptions reading_;
-    bool times_rules_;
+    CheckerOptions options_;
 };

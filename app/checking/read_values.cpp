@@ -3,7 +3,6 @@
 #include <set>
 
 #include "configuration/cli_path.h"
-#include "keypath.h"
 
 using local_platform::Node;
 using local_platform::NodeKind;
@@ -14,78 +13,45 @@ constexpr const char* kBadName =
     ": a name with a blank, tab, line end, brace or quote cannot be written in a path. Use a name "
     "without them.";
 
-/// `words` behind `start` and the blank that follows it; nothing when they begin otherwise.
-std::optional<std::string_view> rest_behind(std::string_view words, std::string_view start) {
-    if (words.substr(0, start.size()) != start) {
-        return std::nullopt;
-    }
-    words.remove_prefix(start.size());
-    if (words.empty()) {
-        return words;
-    }
-    return words.front() == ' ' ? std::optional(words.substr(1)) : std::nullopt;
-}
-
-/// The node that an operator types as `words` below `node`; null when there is none.
-const Node* find_place(const Node& node, std::string_view words) {
-    if (words.empty()) {
-        return &node;
-    }
-    const bool is_list = node.schema->kind == NodeKind::list && !node.is_entry();
-    for (const auto& child : node.children) {
-        const auto rest =
-            child == nullptr ? std::nullopt
-                             : rest_behind(words, is_list ? cli_keys(*child) : child->schema->name);
-        const Node* const found = rest ? find_place(*child, *rest) : nullptr;
-        if (found != nullptr) {
-            return found;
-        }
-    }
-    return nullptr;
-}
-
-/// What `message` has between single quotes.
-std::string_view quoted_part(std::string_view message) {
-    const std::size_t open = message.find('\'');
-    const std::size_t close = message.rfind('\'');
-    return open == close ? std::string_view() : message.substr(open + 1, close - open - 1);
-}
-
+/// The values of a finding, each once.
 class ValueList {
   public:
-    explicit ValueList(std::vector<ReadValue>& values) : values_(values) {}
+    ValueList(const Configuration& candidate, const Configuration& running, Finding& finding)
+        : candidate_(candidate), running_(running), values_(finding.values) {}
 
-    void add_leaf(const char* datastore, const Node& leaf) {
+    void add_leaf(bool is_running, const Node& leaf) {
         if (leaf.text.empty() || !seen_.insert(&leaf).second) {
             return;
         }
-        confd_hkeypath_t kp;
-        local_platform::fill_keypath(leaf, kp);
-        values_.push_back({datastore,
-                           local_platform::keypath_text(kp),
-                           cli_path(leaf),
+        values_.push_back({is_running ? "running" : "candidate", keypath_of(leaf), cli_path(leaf),
                            std::string(leaf.schema->is_encrypted ? kSecretValue : leaf.text),
-                           {}});
+                           of(is_running).location_of(leaf)});
     }
 
-    void add_keys(const char* datastore, const Node& entry) {
+    void add_keys(bool is_running, const Node& entry) {
         for (const std::string& key : entry.schema->keys) {
             const auto position = static_cast<std::size_t>(entry.schema->child_index(key));
-            add_leaf(datastore, *entry.children[position]);
+            add_leaf(is_running, *entry.children[position]);
         }
     }
 
-    void add_read(const char* datastore, const Node& node, bool is_count) {
-        if (node.schema->kind == NodeKind::leaf) {
-            add_leaf(datastore, node);
-        } else if (is_count) {
-            for (const auto& entry : node.children) {
-                add_keys(datastore, *entry);
+    /// Adds what a rule read at `path`. Throws PlatformError when it cannot have been read.
+    void add_read(bool is_running, bool is_count, std::string_view path) {
+        const Node* const found = of(is_running).tree.find(path);
+        if (found != nullptr && found->schema->kind == NodeKind::leaf) {
+            add_leaf(is_running, *found);
+        } else if (found != nullptr && is_count) {
+            for (const Node* const entry : found->children) {
+                add_keys(is_running, *entry);
             }
         }
     }
 
   private:
+    const Configuration& of(bool is_running) const { return is_running ? running_ : candidate_; }
+
+    const Configuration& candidate_;
+    const Configuration& running_;
     std::vector<ReadValue>& values_;
     std::set<const Node*> seen_;
 };
@@ -111,26 +77,26 @@ std::string_view ReadLog::path(const Read& read) const {
     return std::string_view(paths_).substr(read.begin, read.size);
 }
 
-void add_values(const ReadTrees& trees, const Node& node, const ReadLog& log, Finding& finding) {
-    constexpr const char* kCandidate = "candidate";
-    ValueList values(finding.values);
+void add_values(const Configuration& candidate, const Configuration& running, const Node& node,
+                const ReadLog& log, Finding& finding) {
+    ValueList values(candidate, running, finding);
+    bool has_read_table = false;
     for (const ReadLog::Read& read : log.reads()) {
-        const auto& tree = read.is_running ? trees.running : trees.candidate;
+        const std::string_view path = log.path(read);
+        has_read_table = has_read_table || reads_instance_table(path);
         try {
-            const Node* const found = tree.find(log.path(read));
-            if (found != nullptr) {
-                values.add_read(read.is_running ? "running" : kCandidate, *found, read.is_count);
-            }
+            values.add_read(read.is_running, read.is_count, path);
         } catch (const local_platform::PlatformError&) {
-            finding.note = "The rule could not read " + std::string(log.path(read)) + kBadName;
+            finding.note = "The rule could not read " + std::string(path) + kBadName;
         }
     }
     if (node.schema->kind == NodeKind::leaf) {
-        values.add_leaf(kCandidate, node);
+        values.add_leaf(false, node);
     }
-    const std::string_view place = quoted_part(finding.message);
-    const Node* const other = place.empty() ? nullptr : find_place(trees.candidate.root(), place);
-    if (other != nullptr && other->is_entry()) {
-        values.add_keys(kCandidate, *other);
+    const Node* const other = has_read_table && finding.instance
+                                  ? conflicting_instance(candidate.tree, *finding.instance)
+                                  : nullptr;
+    if (other != nullptr) {
+        values.add_keys(false, *other);
     }
 }

@@ -2,17 +2,18 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "call_hook.h"
 #include "checking/report.h"
-#include "data_tree.h"
+#include "configuration/configuration.h"
 
 /// The platform calls of one request that may read a value. To note one costs a copy of its path:
 /// what it read is looked up only when the rule refuses.
 class ReadLog {
   public:
-    /// What the requests of one thread read, one after the other, needs room once.
+    /// Needs room once for what the requests of one thread read, one after the other.
     void clear();
     void note(const local_platform::Call& call);
 
@@ -30,14 +31,8 @@ class ReadLog {
     std::string paths_;
 };
 
-/// The trees that a request reads.
-struct ReadTrees {
-    const local_platform::DataTree& candidate;
-    const local_platform::DataTree& running;
-};
-
-/// Adds to `finding` on `node` the values behind it, each once: the node's own, those of the leaves
-/// and counted entries that the rule read, and those of the place that its message quotes. A path
-/// that cannot be read for its names becomes the finding's note.
-void add_values(const ReadTrees& trees, const local_platform::Node& node, const ReadLog& log,
-                Finding& finding);
+/// Adds to `finding` on `node` of `candidate` the values behind it, each once: those of the leaves
+/// and counted entries that the rule read, the node's own, and the keys of the instance that it
+/// conflicts with. A path that cannot be read for its names becomes the finding's note.
+void add_values(const Configuration& candidate, const Configuration& running,
+                const local_platform::Node& node, const ReadLog& log, Finding& finding);

@@ -12,6 +12,7 @@
 #include "configuration/difference.h"
 #include "configuration/source_text.h"
 #include "configuration/unknown_data.h"
+#include "configuration/vrrp.h"
 #include "configuration/yang_schema.h"
 #include "errors/location.h"
 
@@ -34,17 +35,11 @@ struct Finding {
         cli_path;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
     std::string message;
     std::vector<ReadValue> values;
-    std::string note;        ///< why the message may not be the whole truth; empty without a reason
-    std::string help;        ///< what to do, from the model
-    Location location;       ///< of the node in the candidate, or in the edit where that holds it
+    std::string note;   ///< why the message may not be the whole truth; empty without a reason
+    std::string help;   ///< what to do, from the model
+    Location location;  ///< of the node in the candidate, or in the edit where that holds it
+    std::optional<VrrpInstance> instance = {};  ///< that the node is of
     std::string cause = {};  ///< what it has in common with others; empty without a reason
-};
-
-/// A VRRP instance by its keys.
-struct VrrpInstance {
-    std::string interface;
-    std::string family;
-    std::string id;
 };
 
 /// Findings of a rule that a report only counts.

@@ -1,7 +1,8 @@
-/// Delivers every use of the validation point in a candidate to the plug-in.
+/// Makes the request of every rule in a candidate.
 #pragma once
 
 #include <atomic>
+#include <exception>
 #include <functional>
 #include <set>
 
@@ -9,9 +10,10 @@
 #include "configuration/yang_model.h"
 #include "host.h"
 
+/// What rules read.
 struct Transaction {
-    local_platform::DataTree candidate;
-    local_platform::DataTree running;
+    const Configuration& candidate;
+    const Configuration& running;
     std::optional<local_platform::CryptoKey> key;
 };
 
@@ -19,12 +21,12 @@ struct Transaction {
 struct RuleWalk {
     const YangModel& model;
     const local_platform::Host& host;
-    std::set<std::string> rule_names;                ///< the rules to run; empty for all
-    std::function<void(const Report&)> on_progress;  ///< called now and then; may be empty
-    std::size_t max_findings = 100;                  ///< that the report holds of each rule
-    std::size_t threads = 1;                         ///< at most; each has an instance of its own
-    const std::atomic<bool>* stop = nullptr;         ///< once true, the walk ends; may be null
-    bool times_rules = false;  ///< whether the report tells how long each took
+    std::set<std::string> rule_names = {};                ///< the rules to run; empty for all
+    std::function<void(const Report&)> on_progress = {};  ///< called now and then; may be empty
+    std::size_t max_findings = 100;                       ///< that the report holds of each rule
+    std::size_t threads = 1;                  ///< at most; each has an instance of its own
+    const std::atomic<bool>* stop = nullptr;  ///< once true, the walk ends; may be null
+    bool times_rules = false;                 ///< whether the report tells how long each took
 };
 
 /// A walk that was told to stop.
@@ -33,7 +35,7 @@ struct Interrupted : std::exception {
 };
 
 /// Makes every request of the candidate, in document order, and adds each to `report` with its
-/// finding; the report is the same for any number of threads. Throws InputError when the model
-/// uses a validation point that the plug-in does not serve, Interrupted when it was stopped, and
-/// passes what leaves the plug-in.
+/// finding; the report is the same for any number of threads. Throws InputError when the model uses
+/// a validation point that the plug-in does not serve, Interrupted when it was stopped, and passes
+/// what leaves the plug-in.
 void walk_candidate(const RuleWalk& walk, const Transaction& transaction, Report& report);

@@ -1,7 +1,7 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
-#include "configuration/skipped_difference.h"
+#include "configuration/difference.h"
 #include "configuration/yang_model.h"
 #include "reports/difference_report.h"
 #include "terminal/output.h"
@@ -13,14 +13,14 @@ int run_diff(const CheckOptions& options) {
     require_one_standard_input({options.running, options.candidates.front()});
     const YangModel model(options.checker.yang_dir);
     const ReadOptions reading{options.checker.is_edit, options.checker.ignore_unknown};
-    const Document running = model.parse(read_configuration_file(options.running, options.max_size),
-                                         {false, reading.ignore_unknown});
-    const Configuration candidate = model.candidate(
+    const Configuration running =
+        model.read(read_configuration_file(options.running, options.max_size),
+                   {false, reading.ignore_unknown});
+    const Configuration candidate = model.read(
         read_configuration_file(options.candidates.front(), options.max_size), reading, &running);
-    std::vector<Change> changes = difference(model.tree(running), candidate.tree);
-    add_skipped_changes(&running, candidate.document, changes);
+    const std::vector<Change> changes = difference(running.tree, candidate.tree);
     print(options.report.format == "json"
-              ? format_difference_json(running.name(), candidate.document.name(), changes)
+              ? format_difference_json(running.name(), candidate.name(), changes)
               : format_difference_text(changes, wants_colour()));
     return changes.empty() ? kExitClean : kExitDifferences;
 }

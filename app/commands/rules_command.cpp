@@ -27,7 +27,7 @@ using VisitUse = std::function<void(const std::string& path, const Rule&)>;
 /// Calls `visit` for every use below `node`, in the model's order.
 void for_each_use(const YangModel& model, const SchemaNode& node, const std::string& path,
                   const VisitUse& visit) {
-    for (const Rule& use : model.uses(node)) {
+    for (const Rule& use : model.rules(node)) {
         visit(path, use);
     }
     for (const SchemaNode& child : node.children) {

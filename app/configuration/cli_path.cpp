@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "keypath.h"
+
 using local_platform::Node;
 
 std::string cli_path(const Node& node) {
@@ -25,4 +27,10 @@ std::string cli_keys(const Node& entry) {
     std::string keys(entry.text);
     std::replace(keys.begin(), keys.end(), '\0', ' ');
     return keys;
+}
+
+std::string keypath_of(const Node& node) {
+    confd_hkeypath_t kp;
+    local_platform::fill_keypath(node, kp);
+    return local_platform::keypath_text(kp);
 }

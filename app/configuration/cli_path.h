@@ -1,4 +1,4 @@
-/// Nodes in the operator's words.
+/// Nodes in the operator's words, and as paths.
 #pragma once
 
 #include <string>
@@ -11,3 +11,6 @@ std::string cli_path(const local_platform::Node& node);
 
 /// The keys of a list's entry, the same way.
 std::string cli_keys(const local_platform::Node& entry);
+
+/// The path of `node` as keypath printing gives it.
+std::string keypath_of(const local_platform::Node& node);

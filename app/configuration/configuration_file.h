@@ -1,22 +1,19 @@
 /// The text of a configuration, before any model has looked at it.
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "configuration/source_text.h"
 #include "files/file_descriptor.h"
 
 enum class ConfigurationFormat { json, xml };
 
-struct ConfigurationFile {
-    std::string name;   ///< as the operator gave it
-    std::string bytes;  ///< exactly what the file holds
-    ConfigurationFormat format;
-};
+/// The syntax of `text`, RFC 7951 JSON or NETCONF XML, by its content. Throws InputError when it is
+/// neither.
+ConfigurationFormat format_of(const SourceText& text);
 
-/// Reads the file `name`, "-" for standard input, and tells its format by its content: RFC 7951
-/// JSON or NETCONF XML. Throws InputError, also when it has more than `max_size` bytes.
-ConfigurationFile read_configuration_file(const std::string& name,
-                                          std::size_t max_size = kLargestFile);
-
-/// The same for `bytes` that were read already.
-ConfigurationFile configuration_from_bytes(const std::string& name, std::string bytes);
+/// Reads the file `name`, "-" for standard input. Throws InputError, also when it has more than
+/// `max_size` bytes.
+std::shared_ptr<SourceText> read_configuration_file(const std::string& name,
+                                                    std::size_t max_size = kLargestFile);

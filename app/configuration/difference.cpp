@@ -5,7 +5,6 @@
 #include <unordered_map>
 
 #include "configuration/cli_path.h"
-#include "keypath.h"
 
 using local_platform::Node;
 using local_platform::NodeKind;
@@ -113,12 +112,10 @@ class Comparison {
     using Value = std::optional<std::string>;
 
     void note(ChangeKind kind, const Node& node, Value old_value = {}, Value new_value = {}) {
-        confd_hkeypath_t kp;
-        local_platform::fill_keypath(node, kp);
         std::string words = cli_path(node);
         words.erase(0, group_.empty() ? 0 : group_.size() + 1);
         changes.push_back({kind,
-                           local_platform::keypath_text(kp),
+                           keypath_of(node),
                            group_,
                            std::move(words),
                            std::move(old_value),

@@ -4,7 +4,12 @@
 #include <string>
 #include <string_view>
 
-#include "configuration/document.h"
+#include "configuration/node_sink.h"
+
+struct lysc_type;
+
+/// The type of `leaf`, or leaf-list; of a leafref that of the leaf it refers to.
+const lysc_type& type_of(const lysc_node& leaf);
 
 /// What to write instead of a value that is none of `leaf`: "; write a number in 1..255", or what
 /// the model itself says about it.
@@ -16,9 +21,3 @@ std::string wrong_kind(const lysc_node& leaf, ValueKind kind, std::string_view t
 
 /// Whether `text` is a value of `leaf`, as far as its type tells.
 bool is_value(const lysc_node& leaf, std::string_view text);
-
-/// The one text of all that mean the same value of `leaf`; `text` itself when it is no value.
-std::string canonical_value(const lysc_node& leaf, std::string_view text);
-
-/// How RFC 7951 writes the value `text` of `leaf`, which was read as `kind`.
-ValueKind json_kind(const lysc_node& leaf, ValueKind kind, std::string_view text);

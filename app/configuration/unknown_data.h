@@ -1,4 +1,4 @@
-/// Data that a configuration holds and a check leaves out.
+/// Data that a configuration holds and no check looks at.
 #pragma once
 
 #include <algorithm>
@@ -11,13 +11,17 @@ struct UnknownData {
     std::vector<std::string> modules;  ///< their names, or namespaces, in the order of the file
     std::vector<std::string> unknown;  ///< nodes that known modules do not have, "file:line: path"
 
-    /// What another file holds, besides.
+    void add_module(const std::string& module) {
+        if (std::find(modules.begin(), modules.end(), module) == modules.end()) {
+            modules.push_back(module);
+        }
+    }
+
+    /// Adds what another file holds.
     void add(const UnknownData& other) {
         nodes += other.nodes;
         for (const std::string& module : other.modules) {
-            if (std::find(modules.begin(), modules.end(), module) == modules.end()) {
-                modules.push_back(module);
-            }
+            add_module(module);
         }
         unknown.insert(unknown.end(), other.unknown.begin(), other.unknown.end());
     }

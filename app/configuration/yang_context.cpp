@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <future>
 
-#include "configuration/libyang_complaint.h"
+#include "configuration/libyang_log.h"
 #include "errors/input_error.h"
 
 namespace {
@@ -56,7 +56,7 @@ YangModules load_modules(const std::string& yang_dir) {
         loaded.modules.push_back(ly_ctx_load_module(context, name.c_str(), nullptr, every_feature));
         if (loaded.modules.back() == nullptr) {
             std::string file = folder + name;
-            throw InputError(first_complaint(context, file.append(".yang")));
+            throw InputError(schema_error(*context, file.append(".yang")));
         }
     }
     return loaded;

@@ -1,5 +1,5 @@
-/// The YANG model: what the platform needs of it, where it uses validation points, and the
-/// configurations that it describes.
+/// The YANG model: what the platform needs of it, which rules it binds, and the configurations that
+/// it describes.
 #pragma once
 
 #include <memory>
@@ -7,10 +7,9 @@
 #include <vector>
 
 #include "configuration/configuration.h"
-#include "configuration/document_builder.h"
+#include "configuration/node_reader.h"
 #include "configuration/yang_context.h"
 #include "configuration/yang_schema.h"
-#include "data_tree.h"
 
 class YangModel {
   public:
@@ -19,38 +18,24 @@ class YangModel {
 
     const std::shared_ptr<const local_platform::SchemaNode>& schema() const { return schema_; }
 
-    /// The uses on `node`, in the model's order.
-    const std::vector<Rule>& uses(const local_platform::SchemaNode& node) const;
+    /// The rules of `node`, in the model's order.
+    const std::vector<Rule>& rules(const local_platform::SchemaNode& node) const;
 
-    /// The rule_names of all uses, in the model's order, each once.
+    /// The names of all rules, in the model's order, each once.
     std::vector<std::string> rule_names() const;
 
-    /// What `file` holds, its values not yet looked at. Throws InputError for a file that is no
-    /// configuration, or holds nodes that the model does not have.
-    Document parse(ConfigurationFile file, const ReadOptions& options = {}) const;
+    /// The configuration in `file`, or what `file`, an edit, makes of `running`; null where an edit
+    /// is none. Throws InputError, naming the place, for a file that is no configuration, that the
+    /// model does not allow, or that edits an empty configuration.
+    Configuration read(const std::shared_ptr<SourceText>& file, const ReadOptions& options = {},
+                       const Configuration* running = nullptr) const;
 
-    /// The configuration that `file` holds, or makes of `running` when it is an edit. `running` is
-    /// null for an empty running configuration, which nobody edits. Throws InputError.
-    Configuration candidate(ConfigurationFile file, const ReadOptions& options,
-                            const Document* running) const;
-
-    /// The tree of the whole configuration in `file`.
-    local_platform::DataTree read(ConfigurationFile file) const {
-        return tree(parse(std::move(file)));
-    }
-
-    /// Gets ready for `threads` that make trees at a time: what is loaded later might be another
-    /// model. Throws InputError.
+    /// Gets ready for `threads` that read at a time: what is loaded later might be another model.
+    /// Throws InputError.
     void prepare_for(std::size_t threads) const { contexts_->load_for(threads); }
 
-    /// The tree of `document`. Throws InputError when the model does not allow it.
-    local_platform::DataTree tree(const Document& document) const;
-
   private:
-    /// The one that the nodes of documents are of.
-    const ly_ctx& context() const { return *contexts_->first().context; }
-
     std::unique_ptr<ContextPool> contexts_;
     std::shared_ptr<const local_platform::SchemaNode> schema_;
-    RulesByNode uses_;
+    RulesByNode rules_;
 };

@@ -9,19 +9,29 @@
 using local_platform::NodeKind;
 using local_platform::SchemaNode;
 
-bool is_supported(const lysc_node& node) {
-    if ((node.flags & LYS_CONFIG_W) == 0) {
-        return false;
-    }
-    if (node.nodetype != LYS_LIST) {
-        return (node.nodetype & (LYS_CONTAINER | LYS_LEAF)) != 0;
-    }
+std::size_t key_count(const lysc_node& node) {
     std::size_t keys = 0;
     for (const lysc_node* child = lysc_node_child(&node); child != nullptr && lysc_is_key(child);
          child = child->next) {
         ++keys;
     }
-    return keys > 0 && keys < MAXKEYLEN;
+    return keys;
+}
+
+std::size_t key_position(const lysc_node& key) {
+    std::size_t position = 0;
+    for (const lysc_node* one = lysc_node_child(key.parent); one != &key; one = one->next) {
+        ++position;
+    }
+    return position;
+}
+
+bool is_supported(const lysc_node& node) {
+    if ((node.flags & LYS_CONFIG_W) == 0) {
+        return false;
+    }
+    return node.nodetype == LYS_LIST ? key_count(node) > 0 && key_count(node) < MAXKEYLEN
+                                     : (node.nodetype & (LYS_CONTAINER | LYS_LEAF)) != 0;
 }
 
 namespace {
@@ -131,18 +141,18 @@ std::vector<const lysc_node*> configuration_below(const lysc_node* parent,
     return nodes;
 }
 
-/// Those of `nodes` that the platform keeps, each told apart from every other by its name.
-std::vector<const lysc_node*> kept_of(const std::vector<const lysc_node*>& nodes) {
+/// The supported ones of `nodes`, each told apart from every other by its name.
+std::vector<const lysc_node*> supported_of(const std::vector<const lysc_node*>& nodes) {
     std::vector<const lysc_node*> seen;
-    std::vector<const lysc_node*> kept;
+    std::vector<const lysc_node*> supported;
     for (const lysc_node* const node : nodes) {
         require_own_name(*node, seen);
         seen.push_back(node);
         if (is_supported(*node)) {
-            kept.push_back(node);
+            supported.push_back(node);
         }
     }
-    return kept;
+    return supported;
 }
 
 SchemaNode describe(const lysc_node& source) {
@@ -154,7 +164,7 @@ SchemaNode describe(const lysc_node& source) {
     }
     node.kind = source.nodetype == LYS_LIST ? NodeKind::list : NodeKind::container;
     node.is_ordered_by_user = node.kind == NodeKind::list && (source.flags & LYS_ORDBY_USER) != 0;
-    for (const lysc_node* const child : kept_of(configuration_below(&source, nullptr))) {
+    for (const lysc_node* const child : supported_of(configuration_below(&source, nullptr))) {
         node.children.push_back(describe(*child));
         if (lysc_is_key(child)) {
             node.keys.emplace_back(child->name);
@@ -178,28 +188,30 @@ RuleMessage read_message(const lysp_stmt& stmt, bool is_warning) {
     return message;
 }
 
-Rule read_use(const lysp_ext_instance& extension) {
-    Rule use;
-    use.point = extension.argument;
+Rule read_rule(const lysp_ext_instance& extension) {
+    Rule rule;
+    rule.point = extension.argument;
     for (const lysp_stmt* stmt = extension.child; stmt != nullptr; stmt = stmt->next) {
         const std::string_view name = without_prefix(stmt->stmt);
         if (name == "opaque") {
-            use.name = argument_of(*stmt);
+            rule.name = argument_of(*stmt);
         } else if (name == "only-when-changed") {
-            use.only_when_changed = true;
+            rule.only_when_changed = true;
         } else if (name == "demand") {
-            use.demand = argument_of(*stmt);
+            rule.demand = argument_of(*stmt);
         } else if (name == "reads") {
-            use.reads = argument_of(*stmt);
+            rule.reads = argument_of(*stmt);
         } else if (name == "calls") {
-            use.calls = argument_of(*stmt);
+            rule.calls = argument_of(*stmt);
         } else if (name == "error" || name == "warning") {
-            use.messages.push_back(read_message(*stmt, name == "warning"));
+            rule.messages.push_back(read_message(*stmt, name == "warning"));
         }
     }
-    return use;
+    return rule;
 }
 
+/// Whether `extension` is a use of a validation point: its name is "prefix:validate", and the
+/// module has that prefix for the extensions' module.
 bool is_validate(const lysp_ext_instance& extension, const ly_ctx* context) {
     const lys_module* const module = ly_ctx_get_module_latest(context, kExtensionModule);
     LY_ARRAY_COUNT_TYPE i = 0;
@@ -211,85 +223,115 @@ bool is_validate(const lysp_ext_instance& extension, const ly_ctx* context) {
     return false;
 }
 
-bool has_uses(const lysc_node& node) {
-    LY_ARRAY_COUNT_TYPE i = 0;
-    LY_ARRAY_FOR(node.exts, i) {
-        if (is_ours(node.exts[i], "validate")) {
-            return true;
-        }
-    }
-    return false;
+/// How many uses of validation points there are in `extensions`, of libyang's parsed or compiled
+/// module.
+template <typename Extension, typename IsUse>
+std::size_t count_uses(const Extension* extensions, IsUse is_use) {
+    return static_cast<std::size_t>(
+        std::count_if(extensions, extensions + LY_ARRAY_COUNT(extensions), is_use));
 }
 
-/// The uses in the statement that `source` was compiled from; require_plain_uses() sees that there
-/// are no others.
-void note_uses(const lysc_node& source, const SchemaNode& node, RulesByNode& uses) {
-    const auto* const parsed = static_cast<const lysp_node*>(source.priv);
-    LY_ARRAY_COUNT_TYPE i = 0;
-    LY_ARRAY_FOR(parsed->exts, i) {
-        if (is_validate(parsed->exts[i], source.module->ctx)) {
-            uses[&node].push_back(read_use(parsed->exts[i]));
-        }
-    }
-}
-
-void note_uses_of(const std::vector<const lysc_node*>& sources,
-                  const std::vector<SchemaNode>& nodes, RulesByNode& uses) {
-    for (std::size_t i = 0; i < sources.size(); ++i) {
-        if (has_uses(*sources[i])) {
-            note_uses(*sources[i], nodes[i], uses);
-        }
-        note_uses_of(kept_of(configuration_below(sources[i], nullptr)), nodes[i].children, uses);
-    }
-}
-
-bool is_kept_with_ancestors(const lysc_node& node) {
+bool is_supported_with_ancestors(const lysc_node& node) {
     const lysc_node* const parent = lysc_data_parent(&node);
-    return is_supported(node) && (parent == nullptr || is_kept_with_ancestors(*parent));
+    return is_supported(node) && (parent == nullptr || is_supported_with_ancestors(*parent));
 }
 
-/// Notes in `data`, a vector, each node whose use no walk over the platform's tree would find.
-LY_ERR note_unreachable(lysc_node* node, void* data, ly_bool* /*is_done*/) {
-    if (has_uses(*node) && !is_kept_with_ancestors(*node)) {
-        static_cast<std::vector<const lysc_node*>*>(data)->push_back(node);
+[[noreturn]] void refuse_use(const lys_module& module, const std::string& at) {
+    throw InputError(std::string(module.name) + ": " + at +
+                     ": a validation point is used where its rule would not run; move vp:validate "
+                     "into a container, list or leaf of the configuration itself");
+}
+
+/// Refuses a node with uses that no walk over the platform's tree finds, or that are not all in the
+/// statement that it was compiled from.
+void require_uses_in_place(const lysc_node& node) {
+    const std::size_t compiled = count_uses(
+        node.exts, [](const lysc_ext_instance& one) { return is_ours(one, "validate"); });
+    if (compiled == 0) {
+        return;
     }
-    return LY_SUCCESS;
-}
-
-void require_reachable_uses(const lys_module& module) {
-    std::vector<const lysc_node*> unreachable;
-    lysc_module_dfs_full(&module, note_unreachable, &unreachable);
-    if (!unreachable.empty()) {
-        throw InputError(std::string(module.name) + ": " + unreachable.front()->name +
-                         ": a validation point can be used on a container, list or leaf of the "
-                         "configuration only; remove vp:validate from it");
+    const auto* const parsed = static_cast<const lysp_node*>(node.priv);
+    const std::size_t own = count_uses(parsed->exts, [&](const lysp_ext_instance& one) {
+        return is_validate(one, node.module->ctx);
+    });
+    if (own != compiled || !is_supported_with_ancestors(node)) {
+        refuse_use(*node.module, node.name);
     }
 }
 
-std::vector<const lysc_node*> kept_of(const std::vector<const lys_module*>& modules) {
+/// Refuses uses in deviations, which are lost, or are of no node.
+void require_plain_deviations(const lys_module& module, const lysp_deviation* deviations) {
+    const auto is_use = [&](const lysp_ext_instance& one) { return is_validate(one, module.ctx); };
+    LY_ARRAY_COUNT_TYPE i = 0;
+    LY_ARRAY_FOR(deviations, i) {
+        std::size_t uses = count_uses(deviations[i].exts, is_use);
+        for (const lysp_deviate* one = deviations[i].deviates; one != nullptr; one = one->next) {
+            uses += count_uses(one->exts, is_use);
+        }
+        if (uses > 0) {
+            refuse_use(module, std::string("deviation ") + deviations[i].nodeid);
+        }
+    }
+}
+
+void require_uses_in_place(const lys_module& module) {
+    require_plain_deviations(module, module.parsed->deviations);
+    LY_ARRAY_COUNT_TYPE i = 0;
+    LY_ARRAY_FOR(module.parsed->includes, i) {
+        require_plain_deviations(module, module.parsed->includes[i].submodule->deviations);
+    }
+    std::vector<const lysc_node*> nodes;
+    lysc_module_dfs_full(
+        &module,
+        [](lysc_node* node, void* data, ly_bool* /*is_done*/) {
+            static_cast<std::vector<const lysc_node*>*>(data)->push_back(node);
+            return LY_SUCCESS;
+        },
+        &nodes);
+    for (const lysc_node* const node : nodes) {
+        require_uses_in_place(*node);
+    }
+}
+
+void note_rules(const std::vector<const lysc_node*>& sources, const std::vector<SchemaNode>& nodes,
+                RulesByNode& rules) {
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        const auto* const parsed = static_cast<const lysp_node*>(sources[i]->priv);
+        LY_ARRAY_COUNT_TYPE use = 0;
+        LY_ARRAY_FOR(parsed->exts, use) {
+            if (is_validate(parsed->exts[use], sources[i]->module->ctx)) {
+                rules[&nodes[i]].push_back(read_rule(parsed->exts[use]));
+            }
+        }
+        note_rules(supported_of(configuration_below(sources[i], nullptr)), nodes[i].children,
+                   rules);
+    }
+}
+
+std::vector<const lysc_node*> supported_of(const std::vector<const lys_module*>& modules) {
     std::vector<const lysc_node*> nodes;
     for (const lys_module* const module : modules) {
         const auto of_module = configuration_below(nullptr, module->compiled);
         nodes.insert(nodes.end(), of_module.begin(), of_module.end());
     }
-    return kept_of(nodes);
+    return supported_of(nodes);
 }
 
 }  // namespace
 
 SchemaNode describe_modules(const std::vector<const lys_module*>& modules) {
     SchemaNode root;
-    for (const lysc_node* const node : kept_of(modules)) {
+    for (const lysc_node* const node : supported_of(modules)) {
         root.children.push_back(describe(*node));
     }
     return root;
 }
 
-RulesByNode collect_uses(const std::vector<const lys_module*>& modules, const SchemaNode& root) {
-    RulesByNode uses;
+RulesByNode collect_rules(const std::vector<const lys_module*>& modules, const SchemaNode& root) {
     for (const lys_module* const module : modules) {
-        require_reachable_uses(*module);
+        require_uses_in_place(*module);
     }
-    note_uses_of(kept_of(modules), root.children, uses);
-    return uses;
+    RulesByNode rules;
+    note_rules(supported_of(modules), root.children, rules);
+    return rules;
 }

@@ -17,7 +17,7 @@ struct RuleMessage {
     std::string help;
 };
 
-/// One use of a validation point, and what the model says about the rule behind it.
+/// A use of a validation point, and what the model says about the rule behind it.
 struct Rule {
     std::string point;
     std::string name;
@@ -28,10 +28,16 @@ struct Rule {
     std::vector<RuleMessage> messages;
 };
 
-/// The uses on each node, in the model's order.
+/// The rules of each node, in the model's order.
 using RulesByNode = std::unordered_map<const local_platform::SchemaNode*, std::vector<Rule>>;
 
-/// Whether the platform's tree keeps what `node` describes: a container, list or leaf of the
+/// The number of keys that the list `node` has.
+std::size_t key_count(const lysc_node& node);
+
+/// The position of `key` among the keys of its list.
+std::size_t key_position(const lysc_node& key);
+
+/// Whether the platform's tree has what `node` describes: a container, list or leaf of the
 /// configuration. Everything else is validated by the model alone.
 bool is_supported(const lysc_node& node);
 
@@ -42,11 +48,12 @@ bool is_nonpresence_container(const lysc_node& node);
 /// Whether the model marks the values of `leaf` as nothing to show.
 bool is_secret(const lysc_node& leaf);
 
-/// The kept nodes of all `modules` below one root. Throws InputError when two of them, of
+/// The supported nodes of all `modules` below one root. Throws InputError when two of them, of
 /// different modules, have one path. The modules' context has LY_CTX_SET_PRIV_PARSED set.
 local_platform::SchemaNode describe_modules(const std::vector<const lys_module*>& modules);
 
-/// The uses that `modules` make, on the nodes of `root` that describe_modules() made of them.
-/// Throws InputError for a use on a node that is not kept.
-RulesByNode collect_uses(const std::vector<const lys_module*>& modules,
-                         const local_platform::SchemaNode& root);
+/// The rules that `modules` bind, on the nodes of `root` that describe_modules() made of them.
+/// Throws InputError for a use of a validation point that is lost: on a node that the platform's
+/// tree does not have, or under refine, augment, uses or deviation, which libyang applies in part.
+RulesByNode collect_rules(const std::vector<const lys_module*>& modules,
+                          const local_platform::SchemaNode& root);

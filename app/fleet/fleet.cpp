@@ -1,21 +1,31 @@
 #include "fleet/fleet.h"
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <optional>
 
+#include "checking/ordered_work.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
-#include "fleet/ordered_work.h"
 
 namespace {
 
-Running read_running(const Fleet& fleet, const std::string& name) {
-    return fleet.checker.read_running(
-        name.empty() ? std::nullopt : std::optional(read_configuration_file(name, fleet.max_size)));
+/// Makes the allocator keep what one report has freed for the next: given back each time, it is
+/// fetched again page by page, and the threads wait for each other there.
+void keep_freed_memory() {
+    mallopt(M_TRIM_THRESHOLD, 256 << 20);
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);  // no longer raised as needed once any of these is set
+    mallopt(M_TOP_PAD, 4 << 20);
+}
+
+Configuration read_running(const Fleet& fleet, const std::string& name) {
+    return fleet.checker.read_running(name.empty() ? nullptr
+                                                   : read_configuration_file(name, fleet.max_size));
 }
 
 /// The running configuration of all pairs when they have the same.
-std::optional<Running> shared_running(const Fleet& fleet) {
+std::optional<Configuration> shared_running(const Fleet& fleet) {
     const auto differs = [&](const Pair& pair) {
         return !pair.problem.empty() || pair.running != fleet.pairs.front().running;
     };
@@ -26,7 +36,7 @@ std::optional<Running> shared_running(const Fleet& fleet) {
 }
 
 std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
-                                 const std::optional<Running>& shared) {
+                                 const std::optional<Configuration>& shared) {
     try {
         if (!pair.problem.empty()) {
             throw InputError(pair.problem);
@@ -35,8 +45,9 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
         effort.threads = std::max<std::size_t>(1, fleet.jobs / fleet.pairs.size());
         effort.shows_progress = fleet.pairs.size() == 1;
         effort.stop = &fleet.stop;
-        std::optional<Running> own;
-        const Running& running = shared ? *shared : own.emplace(read_running(fleet, pair.running));
+        std::optional<Configuration> own;
+        const Configuration& running =
+            shared ? *shared : own.emplace(read_running(fleet, pair.running));
         return fleet.checker.check(read_configuration_file(pair.candidate, fleet.max_size), running,
                                    effort);
     } catch (const Interrupted&) {
@@ -55,11 +66,19 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
 
 std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& take) {
     fleet.checker.prepare_for(std::min(fleet.jobs, fleet.pairs.size()));
-    const std::optional<Running> shared = shared_running(fleet);
-    return work_in_order(
-        {fleet.pairs.size(), fleet.jobs,
-         [&](std::size_t number) { return check_pair(fleet, fleet.pairs[number], shared); }, take,
-         fleet.stop});
+    const std::optional<Configuration> shared = shared_running(fleet);
+    if (fleet.pairs.size() > 1) {
+        keep_freed_memory();
+    }
+    OrderedWork<Report> work;
+    work.count = fleet.pairs.size();
+    work.threads = fleet.jobs;
+    work.stop = &fleet.stop;
+    work.make_worker = [&] {
+        return [&](std::size_t number) { return check_pair(fleet, fleet.pairs[number], shared); };
+    };
+    work.take = take;
+    return work_in_order(work);
 }
 
 Report not_checked_report(const Pair& pair, const std::exception& error) {

@@ -6,7 +6,6 @@
 #include "checking/rule_message.h"
 #include "errors/input_error.h"
 
-using local_platform::DataTree;
 using namespace testing;
 
 namespace {
@@ -16,8 +15,8 @@ struct Bench {
     YangModel model{TEST_YANG_DIR};
     local_platform::Host host{TEST_PLUGIN};
 
-    DataTree tree(const std::string& json) const {
-        return model.read(configuration_from_bytes("text", json));
+    Configuration read(const std::string& json) const {
+        return model.read(std::make_shared<SourceText>("text", json));
     }
 
     Report walk(const std::string& candidate, const std::string& running,
@@ -26,7 +25,7 @@ struct Bench {
         std::size_t shown = 0;
         const RuleWalk walk{model, host, rule_names,
                             [&](const Report& so_far) { shown = so_far.requests; }};
-        walk_candidate(walk, {tree(candidate), tree(running), {}}, report);
+        walk_candidate(walk, {read(candidate), read(running), {}}, report);
         EXPECT_EQ(shown, report.requests);
         return report;
     }
@@ -84,12 +83,13 @@ TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
         pairs += std::string(i == 0 ? "" : ",") + R"({"first": ")" + std::to_string(i) +
                  R"(", "second": 1, "size": )" + std::to_string(i % 20) + "}";
     }
-    const DataTree tree = bench.tree(R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}");
+    const Configuration pair =
+        bench.read(R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}");
     for (const std::size_t threads : {1, 2, 5}) {
         Report report;
         const bool is_timed = threads > 1;
         walk_candidate({bench.model, bench.host, {}, {}, 15, threads, nullptr, is_timed},
-                       {tree, bench.tree("{}"), {}}, report);
+                       {pair, bench.read("{}"), {}}, report);
         EXPECT_EQ(report.rule_seconds.size(), is_timed ? 4U : 0U) << "one for each rule that ran";
         EXPECT_EQ(report.requests, 402U);
         const std::vector<std::string> findings = findings_of(report);
@@ -105,7 +105,7 @@ TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
 
 TEST(RuleWalk, EndsWhenToldToOrWhenAPluginThrows) {
     const Bench bench;
-    const DataTree fault = bench.tree(R"({"places:top": {"fault": "x"}})");
+    const Configuration fault = bench.read(R"({"places:top": {"fault": "x"}})");
     const std::atomic<bool> stop{true};
     for (const std::size_t threads : {1, 2}) {
         Report report;

@@ -37,34 +37,17 @@ TEST(Location, OfANodeIsWhereItsNameBegins) {
         {"/port{😀 2}/number", "6:19", "6:101"},
         {"/port{😀 2}/link/speed", "6:41", "7:19"},
     };
-    const Document json_document = read(json);
-    const Document xml_document = read(xml);
+    const Configuration from_json = read(json);
+    const Configuration from_xml = read(xml);
     for (const auto& [path, in_json, in_xml] : rows) {
-        EXPECT_EQ(text_of(json_document.locate(path)), "file:" + in_json) << path;
-        EXPECT_EQ(text_of(xml_document.locate(path)), "file:" + in_xml) << path;
+        EXPECT_EQ(place_of(from_json, path), "file:" + in_json) << path;
+        EXPECT_EQ(place_of(from_xml, path), "file:" + in_xml) << path;
     }
 }
 
-TEST(Location, IsFoundForKeysOfAnyKindAndSpelling) {
-    const std::string text = R"({"device:port": [
-        {"slot": "a b\"\\]", "number": 1, "link": {"speed": 1}},
-        {"slot": "2001:DB8::1/64", "number": 2, "link": {"speed": 2}},
-        {"slot": "a b\"\\]", "number": 3, "link": {"speed": 3}}]})";
-    const Document document = read(text);
-    const std::vector<std::pair<std::string, std::string>> rows = {
-        {R"(/port["a b\"\\]" "1"]/link/speed)", "file:2:52"},
-        {R"(/port["a b\"\\]" "1"])", "file:2:10"},
-        {R"(/port["a b\"\\]" "3"])", "file:4:10"},
-        {R"(/device:port[slot='a b"\]'][number='1']/link)", "file:2:43"},
-        {"/port{2001:db8::1/64 2}/number", "file:3:36"},
-        {"/port{2001:db8::1/64 2}/alias", "file:3:10"},
-        {"/port{2001:db8::2/64 2}/alias", "file"},
-        {"/port[", "file"},
-        {"", "file"},
-    };
-    for (const auto& [path, place] : rows) {
-        EXPECT_EQ(text_of(document.locate(path)), place) << path;
-    }
+TEST(Location, OfADefaultIsThatOfTheNearestNodeThatTheFileHas) {
+    EXPECT_EQ(place_of(read("{\n\"device:system\": {}}"), "/system/mtu"), "file:2:1");
+    EXPECT_EQ(place_of(read("{}"), "/system/mtu"), "file");
 }
 
 }  // namespace

@@ -10,18 +10,28 @@ inline const YangModel& test_model() {
     return model;
 }
 
-inline Document read(const std::string& text, const ReadOptions& options = {}) {
-    return test_model().parse(configuration_from_bytes("file", text), options);
+inline std::shared_ptr<SourceText> source(const std::string& name, const std::string& text) {
+    return std::make_shared<SourceText>(name, text);
+}
+
+inline Configuration read(const std::string& text, const ReadOptions& options = {}) {
+    return test_model().read(source("file", text), options);
 }
 
 /// What is wrong with `text`, empty when the model allows it.
 inline std::string complaint_about(const std::string& text, const ReadOptions& options = {}) {
     try {
-        test_model().tree(read(text, options));
+        read(text, options);
         return {};
     } catch (const InputError& error) {
         return error.what();
     }
+}
+
+/// The place of the node at `path`.
+inline std::string place_of(const Configuration& configuration, const std::string& path) {
+    const local_platform::Node* const node = configuration.tree.find(path);
+    return node == nullptr ? "absent" : text_of(configuration.location_of(*node));
 }
 
 /// `xml` with the namespaces that NETCONF and the model have.

@@ -1,5 +1,5 @@
-// Reports come in order, whichever thread is done first.
-#include "fleet/ordered_work.h"
+// Results come in order, whichever thread is done first.
+#include "checking/ordered_work.h"
 
 #include <gmock/gmock.h>
 
@@ -8,15 +8,22 @@
 
 namespace {
 
-const std::atomic<bool> kGoOn{false};
+using Make = OrderedWork<std::size_t>::Make;
 
-std::optional<Report> numbered(std::size_t number) {
-    Report report;
-    report.requests = number;
-    return report;
+OrderedWork<std::size_t> counting(std::size_t count, std::size_t threads, const Make& make) {
+    OrderedWork<std::size_t> work;
+    work.count = count;
+    work.threads = threads;
+    work.make_worker = [make] { return make; };
+    work.take = [](std::size_t) {};
+    return work;
 }
 
-TEST(OrderedWork, WaitsForASlowReportInsteadOfHoldingAllOthers) {
+std::optional<std::size_t> itself(std::size_t number) {
+    return number;
+}
+
+TEST(OrderedWork, WaitsForASlowResultInsteadOfHoldingAllOthers) {
     std::promise<void> rest_waits;
     std::atomic<std::size_t> begun{0};
     const auto make = [&](std::size_t number) {
@@ -27,28 +34,48 @@ TEST(OrderedWork, WaitsForASlowReportInsteadOfHoldingAllOthers) {
             rest_waits.get_future().wait();
             EXPECT_EQ(begun, 16U);
         }
-        return numbered(number);
+        return itself(number);
     };
-    std::size_t taken = 0;
-    work_in_order({100, 2, make, [&](const Report&) { ++taken; }, kGoOn});
-    EXPECT_EQ(taken, 100U);
+    EXPECT_EQ(work_in_order(counting(100, 2, make)), 100U);
 }
 
-TEST(OrderedWork, TakesEachReportOnceInOrderUntilItIsStoppedOrSomethingThrows) {
+TEST(OrderedWork, TakesEachResultOnceInOrderUntilItIsStoppedOrSomethingThrows) {
     std::vector<std::size_t> first(300);
     std::iota(first.begin(), first.end(), 0);
     for (const std::size_t threads : {1, 3}) {
         std::atomic<bool> stop{false};
         std::vector<std::size_t> taken;
-        const auto take = [&](const Report& report) { taken.push_back(report.requests); };
-        const auto stop_at_300 = [&](std::size_t number) {
+        OrderedWork<std::size_t> work = counting(500, threads, [&](std::size_t number) {
             stop = stop || number == 300;
-            return number == 300 ? std::nullopt : numbered(number);
-        };
-        EXPECT_EQ(work_in_order({500, threads, stop_at_300, take, stop}), 300U);
+            return number == 300 ? std::nullopt : itself(number);
+        });
+        work.take = [&](std::size_t result) { taken.push_back(result); };
+        work.stop = &stop;
+        EXPECT_EQ(work_in_order(work), 300U);
         EXPECT_EQ(taken, first);
-        const auto fail = [](const Report&) { throw std::runtime_error("a full disk"); };
-        EXPECT_THROW(work_in_order({500, threads, numbered, fail, kGoOn}), std::runtime_error);
+        work = counting(500, threads, itself);
+        work.take = [](std::size_t) { throw std::runtime_error("a full disk"); };
+        EXPECT_THROW(work_in_order(work), std::runtime_error);
+    }
+}
+
+TEST(OrderedWork, ThrowsWhatTheFirstOneThrewOnceThoseBeforeItAreTaken) {
+    for (const std::size_t threads : {1, 4}) {
+        std::size_t taken = 0;
+        OrderedWork<std::size_t> work = counting(50, threads, [](std::size_t number) {
+            if (number >= 20) {
+                throw std::runtime_error(std::to_string(number));
+            }
+            return itself(number);
+        });
+        work.take = [&](std::size_t) { ++taken; };
+        try {
+            work_in_order(work);
+            ADD_FAILURE();
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(error.what(), "20");
+        }
+        EXPECT_EQ(taken, 20U);
     }
 }
 

@@ -1,7 +1,6 @@
 // Lines of a configuration beside a finding.
 #include <gtest/gtest.h>
 
-#include "checking/masked_text.h"
 #include "reports/source_lines.h"
 
 namespace {
@@ -40,36 +39,11 @@ TEST(SourceLines, MarkTheNameAtAPlace) {
 }
 
 TEST(SourceLines, ShowNoSecret) {
-    local_platform::SchemaNode leaf;
-    leaf.name = "password";
-    leaf.is_encrypted = true;
-    local_platform::SchemaNode root;
-    root.children = {leaf};
-    const std::string rows[] = {
-        R"({"password": "s3cret", "a": 1})",
-        R"({"m:password" : "s3\"cr\\et", "a": 1})",
-        "{\"password\":\n\"s3cret\", \"a\": 1}",
-        R"({"b": "password", "password": 88888888, "a": 1})",
-        "<p:password xmlns:p=\"u\">s3cret</p:password> \"a\": 1",
-        "<password>\n<![CDATA[s3cr<et]]>\n<!--password--></password> \"a\": 1",
-        "<passwords>x</passwords><password>s3cret</password > \"a\": 1",
-        "<password/><a>b</a><password>s3cröt</password> \"a\": 1",
-    };
-    for (const std::string& text : rows) {
-        const std::string masked = masked_text(text, root);
-        EXPECT_EQ(masked.find("cr"), std::string::npos) << masked;
-        EXPECT_EQ(masked.find('8'), std::string::npos) << masked;
-        EXPECT_EQ(std::count(masked.begin(), masked.end(), '\n'),
-                  std::count(text.begin(), text.end(), '\n'));
-        EXPECT_EQ(count_characters(masked), count_characters(text)) << "columns moved";
-        EXPECT_NE(masked.find("\"a\": 1"), std::string::npos) << "too much is masked: " << masked;
-    }
-    EXPECT_EQ(shown({masked_text(rows[0], root), {"f", 1, 2}, {}}),
-              "{«\"password\"»: \"(secret)\", \"a\": 1}");
-    for (const char* const text : {"{\"password\": \"s3", "<password>s3", "password",
-                                   "\"password\"", "\"password\" :", "<password"}) {
-        EXPECT_EQ(masked_text(text, root).find("s3"), std::string::npos) << text;
-    }
+    const auto source = std::make_shared<SourceText>("f", "{\"p\": \"s3cr\xc3\xb6t\", \"a\": 1}");
+    source->hide(7, 14);
+    EXPECT_EQ(source->line(1), "{\"p\": \"" + std::string(6, kMask) + "\", \"a\": 1}");
+    const std::vector<std::shared_ptr<const SourceText>> sources = {source};
+    EXPECT_EQ(SourceLines(sources).excerpt({"f", 1, 2})->after, ": \"(secret)\", \"a\": 1}");
 }
 
 }  // namespace

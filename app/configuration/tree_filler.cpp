@@ -1,0 +1,95 @@
+#include "configuration/tree_filler.h"
+
+#include <libyang/libyang.h>
+
+#include "configuration/yang_schema.h"
+
+using local_platform::Node;
+using local_platform::TreeBuilder;
+
+namespace {
+
+std::uintptr_t mark_of(const lyd_node& node) {
+    return reinterpret_cast<std::uintptr_t>(node.priv);
+}
+
+/// A node to add others to; a container without presence is made when it gets something.
+class Parent {
+  public:
+    explicit Parent(Node& node) : node_(&node) {}
+    Parent(Parent& around, const lyd_node& container) : around_(&around), container_(&container) {}
+
+    Node& node(TreeBuilder& builder) {
+        if (node_ == nullptr) {
+            node_ = &builder.add(around_->node(builder), container_->schema->name);
+            node_->mark = mark_of(*container_);
+        }
+        return *node_;
+    }
+
+  private:
+    Node* node_ = nullptr;
+    Parent* around_ = nullptr;
+    const lyd_node* container_ = nullptr;
+};
+
+class TreeFiller {
+  public:
+    explicit TreeFiller(TreeBuilder& builder) : builder_(builder) {}
+
+    void add_siblings(lyd_node* first, Parent& parent) {
+        for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
+            next = node->next;
+            // A key came with its entry.
+            if (is_supported(*node->schema) && !lysc_is_key(node->schema)) {
+                add(*node, parent);
+            }
+            if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
+                lyd_free_tree(node);
+            }
+        }
+    }
+
+  private:
+    void add(const lyd_node& node, Parent& parent) {
+        const lysc_node& schema = *node.schema;
+        if (is_nonpresence_container(schema)) {
+            Parent own(parent, node);
+            return add_siblings(lyd_child(&node), own);
+        }
+        Node& around = parent.node(builder_);
+        if (schema.nodetype == LYS_LIST) {
+            Parent own(add_entry(around, node));
+            return add_siblings(lyd_child(&node), own);
+        }
+        const bool is_leaf = schema.nodetype == LYS_LEAF;
+        Node& added = builder_.add(around, schema.name, is_leaf ? lyd_get_value(&node) : "");
+        added.mark = mark_of(node);
+        if (!is_leaf) {
+            Parent own(added);
+            add_siblings(lyd_child(&node), own);
+        }
+    }
+
+    Node& add_entry(Node& around, const lyd_node& entry) {
+        keys_.clear();
+        for (const lyd_node* key = lyd_child(&entry); key != nullptr && lysc_is_key(key->schema);
+             key = key->next) {
+            keys_.push_back({lyd_get_value(key), mark_of(*key)});
+        }
+        return builder_.add_entry(around, entry.schema->name, keys_);
+    }
+
+    TreeBuilder& builder_;
+    std::vector<TreeBuilder::Key> keys_;
+};
+
+}  // namespace
+
+local_platform::DataTree fill_tree(DataForest data,
+                                   std::shared_ptr<const local_platform::SchemaNode> schema) {
+    TreeBuilder builder(std::move(schema));
+    Parent top(builder.root());
+    TreeFiller(builder).add_siblings(data.first(), top);
+    return std::move(builder).build();
+}

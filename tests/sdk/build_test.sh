@@ -1,15 +1,16 @@
 #!/usr/bin/env bash
-# Builds the plug-in alone against the SDK, holds it to what a router's loader needs and to its answers, and reads
-# what is said of an SDK that lacks something. usage: build_test.sh SOURCE_DIR BINARY_DIR HOST COMPILER
+# Builds the plug-in alone against the SDK, holds it to what a router's loader needs and to its
+# answers, and reads what is said of an SDK that lacks something.
+# usage: build_test.sh SOURCE_DIR BINARY_DIR HOST COMPILER
 set -euo pipefail
 source_dir=$1 host=$3 compiler=$4
 cd "$2"
 log=$PWD/log
 
 configure() {  # configure SDK BUILD [OPTION...]
-  cmake -S "$source_dir" -B "$2" -G Ninja -DVRRP_VALID_PLATFORM="$1" -DCMAKE_CXX_COMPILER="$compiler" \
-    -DVRRP_VALID_CONFD_LIBRARY="$PWD/versioned/libconfd.so.7" -DCMAKE_BUILD_TYPE=Release \
-    -DCMAKE_INSTALL_LIBDIR=lib "${@:3}" >"$log" 2>&1
+  cmake -S "$source_dir" -B "$2" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+    -DVRRP_VALID_PLATFORM="$1" -DVRRP_VALID_CONFD_LIBRARY="$PWD/versioned/libconfd.so.7" \
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_LIBDIR=lib "${@:3}" >"$log" 2>&1
 }
 fail() { printf '%s\n' "$*"; exit 1; }
 
@@ -49,7 +50,7 @@ configure "$PWD/sdk" static "-DVRRP_VALID_NETTYPES_LIBRARY=$PWD/libnettypes.a;$P
   -DCMAKE_CXX_STANDARD=20 -DCMAKE_CXX_EXTENSIONS=ON || { cat "$log"; exit 1; }
 grep -q -- -std=gnu++20 static/compile_commands.json || fail "not the language that was asked for"
 
-refused() {  # refused CHANGE OPTION TEXT...: an SDK with that change is refused with all of the texts
+refused() {  # refused CHANGE OPTION TEXT...: an SDK with that change is, with all of the texts
   local change=$1 text
   rm -rf changed refused
   cp -r sdk changed
@@ -58,7 +59,8 @@ refused() {  # refused CHANGE OPTION TEXT...: an SDK with that change is refused
     fail "taken for a whole SDK after: $change $2"
   fi
   for text in "${@:3}"; do
-    grep -qF -- "$text" <(tr -s '\n ' ' ' <"$log") || { cat "$log"; fail "after $change it is not said: $text"; }
+    grep -qF -- "$text" <(tr -s '\n ' ' ' <"$log") ||
+      { cat "$log"; fail "after $change it is not said: $text"; }
   done
 }
 refused 'rm include/confd_cdb.h lib/libqelconfd.so' -Wno-dev "$PWD/changed, is not complete" \

@@ -1,45 +1,66 @@
 #!/usr/bin/env bash
-# Dependencies point one way: a folder includes only what it may. usage: include_test.sh SOURCE_DIR
+# A folder includes only what the tables of docs/architecture.md allow it.
+# usage: include_test.sh SOURCE_DIR
 set -euo pipefail
 cd "$1"
 failed=0
+fail() { printf '%s\n' "$*"; failed=1; }
 
-# The quoted includes of FOLDER must be of the headers in the folders after it, by their names below ROOT
-# for "ROOT:FOLDER".
-may_include() {
-  local folder=$1 allowed found place
-  shift
-  allowed=$(for place in "$@"; do
-    (cd "${place%:*}" && find "$([[ $place == *:* ]] && echo "${place#*:}" || echo .)" -name '*.h')
-  done | sed 's|^\./||' | sort -u)
-  found=$({ grep -rhoP '^#include "\K[^"]+' "$folder" || true; } | sort -u)
+rows() {  # rows HEADING: those of the table whose first column has this heading
+  awk -v heading="| $1 |" 'index($0, heading) == 1 {inside = 1; next}
+    !/^\|/ {inside = 0} inside && !/^\|-/' docs/architecture.md
+}
+quoted_in() {  # ROW COLUMN: what stands between backticks there
+  cut -d'|' -f"$(($2 + 1))" <<<"$1" | { grep -o "\`[^\`]*\`" || true; } | tr -d "\`"
+}
+headers_of() {  # FOLDER: its headers as others name them
+  local root=$1
+  [[ $1 != app/* ]] || root=app/
+  find "$1" -name '*.h' | sed "s|^$root||"
+}
+may_include() {  # FOLDER FOLDER...: of ours, the first includes only what is in one of these
   local forbidden
-  forbidden=$(comm -23 <(printf '%s\n' "$found") <(printf '%s\n' "$allowed"))
-  if [ -n "$forbidden" ]; then
-    printf '%s must not include:\n%s\n' "$folder" "$forbidden"
-    failed=1
-  fi
+  forbidden=$(comm -23 <({ grep -rhoP '^#include "\K[^"]+' "$1" || true; } | sort -u) \
+    <(for folder in "$@"; do headers_of "$folder"; done | sort -u))
+  [ -z "$forbidden" ] || fail "$1 must not include: ${forbidden//$'\n'/ }"
 }
 
-may_include src src/lib src/config_valid
-may_include platform/nettypes platform/include
-may_include platform/control platform/include platform/control
-may_include platform/confd platform/include platform/control platform/confd
-may_include platform/qelconfd platform/include platform/control platform/qelconfd
-
-# The command's rooms, each above those that it may look into.
-rooms=()
-for room in errors files terminal configuration checking reports fleet completion commands; do
-  rooms+=("app:$room")
-  may_include "app/$room" platform/control "${rooms[@]}"
+listed=()
+while read -r row; do
+  mapfile -t allowed < <(quoted_in "$row" 3)
+  for folder in $(quoted_in "$row" 1); do
+    listed+=("$folder")
+    [[ $row == *" everything |" ]] || may_include "$folder" "${allowed[@]}"
+  done
+done < <(rows Folder)
+rooms=(platform/control/)
+while read -r row; do
+  rooms+=("$(quoted_in "$row" 1)")
+  may_include "${rooms[-1]}" "${rooms[@]}"
+done < <(rows Room)
+for folder in src/*/ platform/*/ app/*/; do
+  [[ " ${listed[*]} ${rooms[*]} " == *" $folder "* ]] || fail "$folder is in no table"
 done
-[ "$(find app -mindepth 1 -maxdepth 1 -type d | wc -l)" -eq "${#rooms[@]}" ] ||
-  { echo "a room of app/ is in no order"; failed=1; }
 
-# The plug-in names the platform in one file, and never its control side, whose namespace is local_platform.
-named=$(grep -rlE '#include <(confd_|qelconfd|nettypes/)' src)
-if [ "$named" != src/lib/platform.h ] || grep -rqE --include='*.h' --include='*.cpp' 'local_platform' src; then
-  printf 'the plug-in names the platform in: %s\n' "$named"
-  failed=1
-fi
+# What is neither of the C++ standard library nor of the system is a library's.
+declare -A places
+while read -r row; do
+  for header in $(quoted_in "$row" 2); do
+    places[$header]=$(quoted_in "$row" 3 | tr '\n' ' ')
+  done
+done < <(rows Library)
+system='(sys/.*|arpa/inet|dlfcn|fcntl|malloc|netinet/in|poll|termios|unistd)\.h'
+while IFS=: read -r file include; do
+  may=no
+  for header in "${!places[@]}"; do
+    for place in ${places[$header]}; do
+      [[ $include != "$header"* || $file != "$place"* ]] || may=yes
+    done
+  done
+  [ $may = yes ] || fail "$file must not include <$include>"
+done < <(grep -roP --include='*.'{h,cpp} '^#include <\K[^>]+[./][^>]+' src platform app |
+         grep -vE ":$system$")
+
+# The platform's control side is no router's.
+! grep -rq --include='*.'{h,cpp} local_platform src || fail "src/ names the control side"
 exit $failed

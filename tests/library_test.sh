@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# The finished plug-in as a router's loader sees it, whatever processor it was built for: what it exports, links and
-# may write to. usage: library_test.sh LIBRARY KEPT_INTERFACE [optimised]
+# The finished plug-in as a router's loader sees it, whatever processor it was built for: what it
+# exports, links and may write to. usage: library_test.sh LIBRARY KEPT_INTERFACE [optimised]
 set -euo pipefail
 library=$1
-kept_interface=$2
+kept=$2
 failed=0
 
 expect() {  # expect WHAT EXPECTED ACTUAL
@@ -13,9 +13,10 @@ expect() {  # expect WHAT EXPECTED ACTUAL
   fi
 }
 
-symbols=$(readelf --dyn-syms -W "$library" | awk '$1 ~ /^[0-9]+:$/ && $4 != "SECTION" {print ($7 == "UND"), $8}')
+symbols=$(readelf --dyn-syms -W "$library" |
+          awk '$1 ~ /^[0-9]+:$/ && $4 != "SECTION" {print ($7 == "UND"), $8}')
 expect "exported symbols" \
-  "$(sed -n "s/.*<elf-symbol name='\([^']*\)'.* is-defined='yes'.*/\1/p" "$kept_interface" | sort)" \
+  "$(sed -n "s/.*<elf-symbol name='\([^']*\)'.* is-defined='yes'.*/\1/p" "$kept" | sort)" \
   "$(sed -n 's/^0 //p' <<<"$symbols" | sort)"
 
 dynamic=$(readelf -dW "$library")
@@ -29,7 +30,8 @@ expect "writable objects" "" \
   "$(readelf -SsW "$library" | sed 's/^ *\[ *\([0-9]*\)\]/section \1/' |
      awk '$1 == "section" {name[$2] = $3}
           $4 ~ /OBJECT|TLS/ && name[$7] ~ /^\.(data|bss|tdata|tbss)$/ {print name[$7], $8}' |
-     grep -vE ' (__dso_handle|__TMC_END__|completed\.[0-9]+|DW\.ref\.__gxx_personality_v0)$' || true)"
+     grep -vE ' (__dso_handle|__TMC_END__|completed\.[0-9]+|DW\.ref\.__gxx_personality_v0)$' ||
+     true)"
 
 headers=$(readelf -lW "$library")
 expect "full RELRO" 1 "$(grep -c GNU_RELRO <<<"$headers")"

@@ -1,9 +1,8 @@
 /// What the plug-in uses of libconfd. Built when the tree is configured for a router SDK, and never
 /// run.
-#include <confd_lib.h>
+#include "platform.h"
 
-#include <confd_cdb.h>
-#include <confd_maapi.h>
+#include "typed_value.h"
 
 static_assert(CONFD_OK == 0 && CONFD_ERR == -1 && CONFD_VALIDATION_WARN == -3, "result codes");
 static_assert(CDB_RUNNING == 1, "the running datastore");
@@ -11,27 +10,22 @@ static_assert(CDB_RUNNING == 1, "the running datastore");
 int main() {
     confd_trans_ctx* const tctx = nullptr;
     int const thandle = tctx->thandle;
-    void* const opaque[] = {tctx->vcb_opaque, tctx->validate_opaque};
+    auto* const selector = static_cast<const char*>(tctx->validate_opaque);
     confd_hkeypath_t* const kp = nullptr;
-    confd_value_t& value = kp->v[7][0];
-    bool const typed = value.type == C_BUF || value.type == C_ENUM_VALUE || value.type == C_UINT8 ||
-                       value.type == C_IPV4 || value.type == C_IPV6;
-    auto* const text = reinterpret_cast<const char*>(value.val.buf.ptr);
-    int32_t number = value.val.enumvalue;
-    uint8_t const small = value.val.u8;
-    in_addr const ipv4 = value.val.ip;
-    in6_addr const ipv6 = value.val.ip6;
+    const char* const text = BUF_TEXT(&kp->v[7][0]);
+    int32_t number = ENUM_VALUE(&kp->v[3][0]);
+    uint8_t const small = UINT8_VALUE(&kp->v[1][0]);
     confd_ipv4_prefix ipv4_prefix{};
     confd_ipv6_prefix ipv6_prefix{};
-    ipv4_prefix.ip = ipv4;
-    ipv6_prefix.ip6 = ipv6;
-    char buffer[1] = {static_cast<char>(ipv4_prefix.len + ipv6_prefix.len + small + typed)};
+    ipv4_prefix.ip = IPV4_VALUE(&kp->v[0][0]);
+    ipv6_prefix.ip6 = IPV6_VALUE(&kp->v[0][0]);
+    char buffer[1] = {static_cast<char>(ipv4_prefix.len + ipv6_prefix.len + small)};
     maapi_cursor cursor{};
 
     confd_pp_value(buffer, 1, &cursor.keys[0]);
     confd_pp_kpath(buffer, 1, kp);
     confd_trans_seterr(tctx, "%s", confd_lasterr());
-    int result = opaque[0] == opaque[1];
+    int result = selector == tctx->vcb_opaque;
     result += confd_decrypt(text, 1, buffer) + maapi_install_crypto_keys(1);
     result +=
         maapi_exists(1, thandle, "%s", buffer) + maapi_num_instances(1, thandle, "%s", buffer);

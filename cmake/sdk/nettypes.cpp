@@ -1,8 +1,8 @@
 /// What the plug-in uses of libnettypes. Built when the tree is configured for a router SDK, and
 /// never run.
-#include <nettypes/ipv4_addr_mask.h>
-#include <nettypes/ipv6_addr_mask.h>
-#include <nettypes/mac_addr.h>
+#include "platform.h"
+
+#include <string>
 
 int main() {
     unsigned char const length = 24;

@@ -1,6 +1,6 @@
 /// What the plug-in uses of libqelconfd. Built when the tree is configured for a router SDK, and
 /// never run.
-#include <qelconfd.h>
+#include "platform.h"
 
 class Session : public QelConfdCdbSessionBase {
   public:

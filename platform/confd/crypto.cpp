@@ -13,7 +13,6 @@
 #include "endpoint.h"
 #include "hook.h"
 #include "platform_error.h"
-#include "traces.h"
 
 namespace local_platform {
 namespace {
@@ -33,30 +32,17 @@ void fill_randomly(void* bytes, std::size_t size) {
     }
 }
 
-/// One text under AES-256-GCM. Wiped when it goes, with what it left behind.
-class Cipher {
-  public:
+/// One text under AES-256-GCM. Wiped when it goes.
+struct Cipher {
     Cipher(const CryptoKey& key, const unsigned char* nonce) {
-        gcm_aes256_set_key(&context_, key.bytes().data());
-        gcm_aes256_set_iv(&context_, kNonceSize, nonce);
+        gcm_aes256_set_key(&context, key.bytes().data());
+        gcm_aes256_set_iv(&context, kNonceSize, nonce);
     }
     Cipher(const Cipher&) = delete;
     Cipher& operator=(const Cipher&) = delete;
-    ~Cipher() {
-        explicit_bzero(&context_, sizeof context_);
-        wipe_traces();
-    }
+    ~Cipher() { explicit_bzero(&context, sizeof context); }
 
-    void encrypt(std::string_view clear, unsigned char* output) {
-        gcm_aes256_encrypt(&context_, clear.size(), output, bytes_of(clear));
-    }
-    void decrypt(std::string_view cipher, unsigned char* output) {
-        gcm_aes256_decrypt(&context_, cipher.size(), output, bytes_of(cipher));
-    }
-    void write_tag(unsigned char* tag) { gcm_aes256_digest(&context_, kTagSize, tag); }
-
-  private:
-    gcm_aes256_ctx context_{};
+    gcm_aes256_ctx context{};
 };
 
 std::mutex installed_key_mutex;
@@ -95,10 +81,10 @@ bool open_sealed(const CryptoKey& key, std::string_view sealed, unsigned char* o
     const std::size_t clear_size = sealed.size() - kNonceSize - kTagSize;
     std::array<unsigned char, kTagSize> tag{};
     Cipher cipher(key, bytes_of(sealed));
-    cipher.decrypt(sealed.substr(kNonceSize, clear_size), output);
-    cipher.write_tag(tag.data());
-    const bool is_whole =
-        memeql_sec(tag.data(), bytes_of(sealed) + kNonceSize + clear_size, kTagSize) == 1;
+    const unsigned char* const encrypted = bytes_of(sealed) + kNonceSize;
+    gcm_aes256_decrypt(&cipher.context, clear_size, output, encrypted);
+    gcm_aes256_digest(&cipher.context, kTagSize, tag.data());
+    const bool is_whole = memeql_sec(tag.data(), encrypted + clear_size, kTagSize) == 1;
     if (!is_whole) {
         explicit_bzero(output, clear_size);
     }
@@ -130,26 +116,6 @@ CryptoKey::CryptoKey() {
     fill_randomly(bytes_.data(), bytes_.size());
 }
 
-CryptoKey::CryptoKey(const std::array<unsigned char, kSize>& bytes) {
-    copy(bytes);
-}
-
-CryptoKey::CryptoKey(const CryptoKey& other) {
-    copy(other.bytes_);
-}
-
-CryptoKey& CryptoKey::operator=(const CryptoKey& other) {
-    copy(other.bytes_);
-    return *this;
-}
-
-void CryptoKey::copy(const std::array<unsigned char, kSize>& bytes) {
-    // Byte by byte, so that no vector register holds a piece of the key afterwards.
-    for (std::size_t i = 0; i < kSize; ++i) {
-        static_cast<volatile unsigned char&>(bytes_.at(i)) = bytes.at(i);
-    }
-}
-
 CryptoKey::~CryptoKey() {
     explicit_bzero(bytes_.data(), bytes_.size());
 }
@@ -159,8 +125,9 @@ std::string encrypt(const CryptoKey& key, std::string_view clear_text) {
     auto* const nonce = reinterpret_cast<unsigned char*>(sealed.data());
     fill_randomly(nonce, kNonceSize);
     Cipher cipher(key, nonce);
-    cipher.encrypt(clear_text, nonce + kNonceSize);
-    cipher.write_tag(nonce + kNonceSize + clear_text.size());
+    unsigned char* const output = nonce + kNonceSize;
+    gcm_aes256_encrypt(&cipher.context, clear_text.size(), output, bytes_of(clear_text));
+    gcm_aes256_digest(&cipher.context, kTagSize, output + clear_text.size());
     return std::string(kMark) + base64(sealed);
 }
 
@@ -174,7 +141,7 @@ int install_key_of(int sock) {
 }  // namespace local_platform
 
 int confd_decrypt(const char* ciphertext, int len, char* output) {
-    return local_platform::serve("confd_decrypt", -1, std::string_view(), [&] {
+    return local_platform::serve("confd_decrypt", -1, {}, [&] {
         return local_platform::decrypt({ciphertext, static_cast<std::size_t>(len)}, output);
     });
 }

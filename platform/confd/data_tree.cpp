@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "entry_keys.h"
 #include "keypath.h"
 #include "path_lookup.h"
+#include "path_reader.h"
 #include "tree_store.h"
 #include "value_text.h"
 
@@ -18,52 +20,41 @@ Node& child_of(TreeStore& store, Node& parent, std::size_t index) {
     return const_cast<Node&>(*slot);
 }
 
-/// Sets `leaf`, whose canonical text is kept at `text`.
-void set_value(TreeStore& store, Node& leaf, std::string_view text, const confd_value_t& value) {
-    auto* const kept = store.arena.make<confd_value_t>(1);
-    *kept = value;
-    leaf.text = text;
-    leaf.values = {kept, 1};
-}
-
 void set_leaf(TreeStore& store, Node& leaf, std::string_view text) {
-    CanonicalValue canonical;
-    if (!canonical.read(*leaf.schema, text)) {
+    const std::optional<std::string> canonical = canonical_text(*leaf.schema, text);
+    if (!canonical) {
         throw PlatformError("\"" + std::string(text) + "\" is no value of " + leaf.schema->name);
     }
-    const std::string_view kept = store.keep(canonical.text());
-    set_value(store, leaf, kept, canonical.value(kept));
+    leaf.text = store.keep(*canonical);
 }
 
-/// Appends the entry with `keys` to `list`, its key leaves set.
-Node& append_entry(TreeStore& store, Node& list, const CanonicalKeys& keys) {
-    Node& entry = store.append_entry(list, keys.text);
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < entry.values.size(); ++i) {
-        // In the entry's text each key has a NUL behind it.
-        const std::string_view text = entry.text.substr(begin, keys.values[i].text().size());
-        begin += text.size() + 1;
-        if (imitates_path(*store.schema, text)) {
-            throw PlatformError("the key \"" + std::string(text) +
+/// Appends the entry with `keys`, which are canonical, to `list`, its key leaves set.
+Node& append_entry(TreeStore& store, Node& list, const std::vector<std::string>& keys) {
+    for (const std::string& key : keys) {
+        if (imitates_path(*store.schema, key)) {
+            throw PlatformError("the key \"" + key +
                                 "\" spells a path to another entry; rename the entry");
         }
-        auto& value = const_cast<confd_value_t&>(entry.values[i]);
-        value = keys.values[i].value(text);
-        const int position = list.schema->child_index(list.schema->keys[i]);
-        set_value(store, child_of(store, entry, static_cast<std::size_t>(position)), text, value);
+    }
+    Node& entry = store.append_entry(list, joined(keys));
+    std::string_view rest = entry.text;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        child_of(store, entry, key_position(*list.schema, i)).text = rest.substr(0, keys[i].size());
+        // A NUL follows each of them.
+        rest.remove_prefix(std::min(rest.size(), keys[i].size() + 1));
     }
     return entry;
 }
 
-/// The entry of `list` that `step` names, added when it is not there.
-Node& entry_of(TreeStore& store, Node& list, const PathStep& step) {
-    CanonicalKeys keys;
-    if (step.key_count != list.schema->keys.size() || !keys.read(*list.schema, step)) {
+/// The entry of `list` that has these keys, added when it is not there.
+Node& entry_of(TreeStore& store, Node& list, const std::vector<std::string>& keys) {
+    const auto canonical = canonical_keys(*list.schema, keys);
+    if (!canonical) {
         throw PlatformError("the keys of an entry of " + list.schema->name +
                             " do not fit the list");
     }
-    const Node* const found = store.index.find(list, keys.text);
-    return found != nullptr ? const_cast<Node&>(*found) : append_entry(store, list, keys);
+    const Node* const found = find_entry(store.index, list, joined(*canonical));
+    return found != nullptr ? const_cast<Node&>(*found) : append_entry(store, list, *canonical);
 }
 
 Node& step_into(TreeStore& store, Node& node, const PathStep& step) {
@@ -72,10 +63,11 @@ Node& step_into(TreeStore& store, Node& node, const PathStep& step) {
         throw PlatformError("no node " + std::string(step.name) + " in the model");
     }
     Node& child = child_of(store, node, static_cast<std::size_t>(index));
-    if ((child.schema->kind == NodeKind::list) != step.has_keys) {
-        throw PlatformError(child.schema->name + (step.has_keys ? " is no list" : " needs keys"));
+    const bool has_keys = !step.keys.empty();
+    if ((child.schema->kind == NodeKind::list) != has_keys) {
+        throw PlatformError(child.schema->name + (has_keys ? " is no list" : " needs keys"));
     }
-    return step.has_keys ? entry_of(store, child, step) : child;
+    return has_keys ? entry_of(store, child, step.keys) : child;
 }
 
 /// Adds what `step` names below `parent`; a leaf gets `text`.
@@ -89,10 +81,8 @@ Node& add_step(TreeStore& store, Node& parent, const PathStep& step, std::string
     } catch (const PlatformError& error) {
         confd_hkeypath_t kp;
         fill_keypath(parent, kp);
-        const std::vector<std::string_view> keys(step.keys.begin(),
-                                                 step.keys.begin() + step.key_count);
         throw PlatformError(keypath_text(kp) + "/" + std::string(step.name) +
-                            (step.has_keys ? keys_text(keys) : "") + ": " + error.what());
+                            (step.keys.empty() ? "" : keys_text(step.keys)) + ": " + error.what());
     }
 }
 
@@ -108,7 +98,7 @@ int SchemaNode::child_index(std::string_view child_name) const {
 }
 
 confd_value_t Node::value() const {
-    return schema->kind == NodeKind::leaf ? values[0] : tag_of(*schema);
+    return schema->kind == NodeKind::leaf ? value_of(*schema, text) : tag_of(*schema);
 }
 
 DataTree::DataTree(std::shared_ptr<const SchemaNode> schema)
@@ -134,22 +124,17 @@ Node& TreeBuilder::root() {
 }
 
 Node& TreeBuilder::add(Node& parent, std::string_view name, std::string_view text) {
-    PathStep step;
-    step.name = name;
-    return add_step(*store_, parent, step, text);
+    return add_step(*store_, parent, {name, {}}, text);
 }
 
 Node& TreeBuilder::add_entry(Node& parent, std::string_view name, const std::vector<Key>& keys) {
-    PathStep step;
-    step.name = name;
-    step.has_keys = true;
-    step.key_count = std::min(keys.size(), step.keys.size());
-    std::transform(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(step.key_count),
-                   step.keys.begin(), [](const Key& key) { return key.text; });
+    PathStep step{name, {}};
+    for (const Key& key : keys) {
+        step.keys.emplace_back(key.text);
+    }
     Node& entry = add_step(*store_, parent, step, {});
-    for (std::size_t i = 0; i < step.key_count; ++i) {
-        const int position = entry.schema->child_index(entry.schema->keys[i]);
-        child_of(*store_, entry, static_cast<std::size_t>(position)).mark = keys[i].mark;
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        child_of(*store_, entry, key_position(*entry.schema, i)).mark = keys[i].mark;
     }
     return entry;
 }
@@ -159,11 +144,10 @@ TreeBuilder& TreeBuilder::set(std::string_view path, std::string_view text) {
     PathStep step;
     Node* node = store_->root;
     try {
-        PathReader::Result result = reader.next(step);
-        for (; result == PathReader::Result::step; result = reader.next(step)) {
+        while (reader.next(step)) {
             node = &step_into(*store_, *node, step);
         }
-        if (result == PathReader::Result::malformed) {
+        if (reader.is_malformed()) {
             throw PlatformError("malformed path");
         }
         if (node->schema->kind == NodeKind::leaf) {
@@ -177,20 +161,6 @@ TreeBuilder& TreeBuilder::set(std::string_view path, std::string_view text) {
 
 DataTree TreeBuilder::build() && {
     return DataTree(std::move(store_));
-}
-
-void fill_keypath(const Node& node, confd_hkeypath_t& kp) {
-    kp.len = 0;
-    for (const Node* step = &node; step->parent != nullptr; step = step->parent) {
-        if (kp.len == MAXDEPTH) {
-            throw PlatformError("a path has more than " + std::to_string(MAXDEPTH) + " elements");
-        }
-        confd_value_t* const element = kp.v[kp.len++];
-        const confd_value_t tag = tag_of(*step->schema);
-        const std::size_t count = step->is_entry() ? step->values.size() : 1;
-        std::copy_n(step->is_entry() ? step->values.begin() : &tag, count, element);
-        element[count].type = C_NOEXISTS;
-    }
 }
 
 }  // namespace local_platform

@@ -1,91 +1,43 @@
 #include <algorithm>
-#include <optional>
 
-#include "confd_lib.h"
+#include "entry_keys.h"
 #include "hook.h"
 #include "keypath.h"
 #include "platform_error.h"
-#include "schema_node.h"
 #include "value_text.h"
 
 namespace local_platform {
 namespace {
 
-/// The leaf that gives the type of a list's key `index`; null for a keypath made without a model.
-const SchemaNode* key_leaf(const confd_value_t& tag, std::size_t index) {
-    if (tag.type != C_XMLTAG || index >= tag.val.xmltag->keys.size()) {
-        return nullptr;
+std::string quoted(const std::string& key) {
+    std::string text = "\"";
+    for (const char c : key) {
+        text.append(c == '"' || c == '\\' ? "\\" : "").append(1, c);
     }
-    const int position = tag.val.xmltag->child_index(tag.val.xmltag->keys[index]);
-    return position < 0 ? nullptr : &tag.val.xmltag->children[static_cast<std::size_t>(position)];
+    return text + "\"";
 }
 
-/// The text of a key that may hold any character; nothing for a number or an address.
-std::optional<std::string_view> free_text(const confd_value_t& key, const SchemaNode* leaf) {
-    if (key.type == C_BUF) {
-        return text_of(key);
+std::string bracketed(const std::vector<std::string>& keys) {
+    const bool is_bare = std::all_of(keys.begin(), keys.end(), is_addressable);
+    std::string text;
+    for (const std::string& key : keys) {
+        text += text.empty() ? is_bare ? "{" : "[" : " ";
+        text += is_bare ? key : quoted(key);
     }
-    return key.type == C_ENUM_VALUE ? enum_label(key.val.enumvalue, leaf) : std::nullopt;
+    return text + (is_bare ? "}" : "]");
 }
 
-void append_quoted(BoundedText& out, std::string_view text) {
-    out.append("\"");
-    for (const char& c : text) {
-        if (c == '"' || c == '\\') {
-            out.append("\\");
-        }
-        out.append({&c, 1});
+/// The key texts of the entry at `element`, whose list's tag is `tag`.
+std::vector<std::string> key_texts(const confd_value_t (&element)[MAXKEYLEN],
+                                   const confd_value_t& tag) {
+    std::vector<std::string> texts;
+    for (std::size_t i = 0; i < MAXKEYLEN && element[i].type != C_NOEXISTS; ++i) {
+        const bool has_leaf = tag.type == C_XMLTAG && i < tag.val.xmltag->keys.size();
+        const SchemaNode* const list = has_leaf ? tag.val.xmltag : nullptr;
+        texts.push_back(
+            value_text(element[i], has_leaf ? &list->children[key_position(*list, i)] : nullptr));
     }
-    out.append("\"");
-}
-
-/// The keys of the entry at `element`, whose list's tag is `tag`.
-void append_keys(BoundedText& out, const confd_value_t (&element)[MAXKEYLEN],
-                 const confd_value_t& tag) {
-    bool quoted = false;
-    std::size_t count = 0;
-    for (; count < MAXKEYLEN && element[count].type != C_NOEXISTS; ++count) {
-        const auto text = free_text(element[count], key_leaf(tag, count));
-        quoted = quoted || (text && !is_addressable(*text));
-    }
-    for (std::size_t i = 0; i < count; ++i) {
-        out.append(i > 0 ? " " : quoted ? "[" : "{");
-        const auto text = free_text(element[i], key_leaf(tag, i));
-        if (!text) {
-            out.append(quoted ? "\"" : "");
-            append_value(out, element[i]);
-            out.append(quoted ? "\"" : "");
-        } else if (quoted) {
-            append_quoted(out, *text);
-        } else {
-            out.append(*text);
-        }
-    }
-    out.append(quoted ? "]" : "}");
-}
-
-/// What `print` appends, at any length.
-template <typename Print>
-std::string whole_text(Print print) {
-    BoundedText measure(nullptr, 0);
-    print(measure);
-    std::string text(static_cast<std::size_t>(measure.finish()), '\0');
-    BoundedText out(text.data(), text.size() + 1);
-    print(out);
-    out.finish();
-    return text;
-}
-
-void append_keypath(BoundedText& out, const confd_hkeypath_t& kp) {
-    const confd_value_t no_tag{};
-    for (int i = kp.len - 1; i >= 0; --i) {
-        if (kp.v[i][0].type == C_XMLTAG) {
-            out.append("/");
-            out.append(kp.v[i][0].val.xmltag->name);
-        } else {
-            append_keys(out, kp.v[i], i + 1 < kp.len ? kp.v[i + 1][0] : no_tag);
-        }
-    }
+    return texts;
 }
 
 bool is_printable(const confd_hkeypath_t& kp) {
@@ -94,33 +46,42 @@ bool is_printable(const confd_hkeypath_t& kp) {
 
 }  // namespace
 
-std::string keypath_text(const confd_hkeypath_t& kp) {
-    if (!is_printable(kp)) {
-        return {};
+void fill_keypath(const Node& node, confd_hkeypath_t& kp) {
+    kp.len = 0;
+    for (const Node* step = &node; step->parent != nullptr; step = step->parent) {
+        if (kp.len == MAXDEPTH) {
+            throw PlatformError("a path has more than " + std::to_string(MAXDEPTH) + " elements");
+        }
+        confd_value_t* const element = kp.v[kp.len++];
+        element[0] = tag_of(*step->schema);
+        const int count = step->is_entry() ? read_keys(*step, element) : 1;
+        element[count].type = C_NOEXISTS;
     }
-    return whole_text([&](BoundedText& out) { append_keypath(out, kp); });
 }
 
-std::string keys_text(const std::vector<std::string_view>& keys) {
-    confd_value_t element[MAXKEYLEN] = {};
+std::string keypath_text(const confd_hkeypath_t& kp) {
+    std::string text;
+    for (int i = is_printable(kp) ? kp.len - 1 : -1; i >= 0; --i) {
+        const confd_value_t above = i + 1 < kp.len ? kp.v[i + 1][0] : confd_value_t{};
+        text += kp.v[i][0].type == C_XMLTAG ? "/" + kp.v[i][0].val.xmltag->name
+                                            : bracketed(key_texts(kp.v[i], above));
+    }
+    return text;
+}
+
+std::string keys_text(const std::vector<std::string>& keys) {
     if (keys.empty() || keys.size() >= MAXKEYLEN) {
         throw PlatformError("a list entry has 1 to " + std::to_string(MAXKEYLEN - 1) + " keys");
     }
-    std::transform(keys.begin(), keys.end(), element, text_value);
-    return whole_text([&](BoundedText& out) { append_keys(out, element, {}); });
+    return bracketed(keys);
 }
 
 }  // namespace local_platform
 
-using local_platform::serve;
-
 int confd_pp_kpath(char* buf, int bufsiz, const confd_hkeypath_t* kp) {
-    return serve("confd_pp_kpath", -1, std::string_view(), [&] {
-        auto out = local_platform::BoundedText::empty_in(buf, bufsiz);
-        if (!local_platform::is_printable(*kp)) {
-            return local_platform::fail("a keypath without elements, or with too many");
-        }
-        local_platform::append_keypath(out, *kp);
-        return out.finish();
+    return local_platform::serve("confd_pp_kpath", -1, {}, [&] {
+        const int length = local_platform::print(local_platform::keypath_text(*kp), buf, bufsiz);
+        return length > 0 ? length
+                          : local_platform::fail("a keypath without elements, or with too many");
     });
 }

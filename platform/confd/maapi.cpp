@@ -1,8 +1,7 @@
 #include "confd_maapi.h"
 
-#include <algorithm>
-
 #include "crypto.h"
+#include "entry_keys.h"
 #include "path_read.h"
 
 namespace local_platform {
@@ -27,7 +26,7 @@ int count_entries(const Node* list) {
     return list == nullptr ? 0 : static_cast<int>(list->children.size());
 }
 
-/// Makes it one over no entry. The keys behind the count are nobody's, so they stay as they are.
+/// Makes it one over no entry.
 void close_cursor(maapi_cursor& cursor) {
     cursor.n = 0;
     cursor.list = nullptr;
@@ -39,9 +38,7 @@ int next_entry(maapi_cursor& cursor) {
     if (list == nullptr || cursor.next >= list->children.size()) {
         return CONFD_OK;
     }
-    for (const confd_value_t& key : list->children[cursor.next++]->values) {
-        cursor.keys[cursor.n++] = key;
-    }
+    cursor.n = read_keys(*list->children[cursor.next++], cursor.keys);
     return CONFD_OK;
 }
 
@@ -96,16 +93,16 @@ int maapi_init_cursor(int sock, int thandle, maapi_cursor* cursor, const char* f
 
 int maapi_get_next(maapi_cursor* cursor) {
     cursor->n = 0;
-    return serve(__func__, cursor->socket, std::string_view(), [&] { return next_entry(*cursor); });
+    return serve(__func__, cursor->socket, {}, [&] { return next_entry(*cursor); });
 }
 
 void maapi_destroy_cursor(maapi_cursor* cursor) {
-    serve(__func__, cursor->socket, std::string_view(), [&] {
+    serve(__func__, cursor->socket, {}, [&] {
         close_cursor(*cursor);
         return CONFD_OK;
     });
 }
 
 int maapi_install_crypto_keys(int sock) {
-    return serve(__func__, sock, std::string_view(), [&] { return install_key_of(sock); });
+    return serve(__func__, sock, {}, [&] { return install_key_of(sock); });
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstdarg>
-#include <memory>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -15,18 +15,21 @@ namespace local_platform {
 class PathArgument {
   public:
     PathArgument(const char* format, va_list arguments) {
-        const bool is_plain = format[0] == '%' && format[1] == 's' && format[2] == '\0';
-        if (!is_plain) {
-            formatted_ = std::make_unique<std::string>(format_text(format, arguments));
+        if (std::strcmp(format, "%s") == 0) {
+            text_ = va_arg(arguments, const char*);
+        } else {
+            formatted_ = format_text(format, arguments);
+            text_ = formatted_.c_str();
         }
-        text_ = is_plain ? va_arg(arguments, const char*) : formatted_->c_str();
     }
+    PathArgument(const PathArgument&) = delete;
+    PathArgument& operator=(const PathArgument&) = delete;
 
     const char* c_str() const { return text_; }
     operator std::string_view() const { return text_; }
 
   private:
-    std::unique_ptr<const std::string> formatted_;
+    std::string formatted_;
     const char* text_;
 };
 

@@ -1,12 +1,9 @@
 /// Finds the node of a tree that a path names.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "data_tree.h"
-#include "path_reader.h"
-#include "value_text.h"
 
 namespace local_platform {
 
@@ -26,14 +23,5 @@ Lookup look_up(const TreeStore& store, std::string_view path);
 /// of another list ("x}/sub{z"), with nodes below it that its own list has too. No tree may hold
 /// such a key: text put behind it would name another entry's node.
 bool imitates_path(const SchemaNode& model, std::string_view key);
-
-/// The keys of an entry in their canonical form.
-struct CanonicalKeys {
-    /// Reads those of `step`, which has as many as `list`. False when one is no value of its type.
-    bool read(const SchemaNode& list, const PathStep& step);
-
-    std::array<CanonicalValue, MAXKEYLEN - 1> values;
-    std::string text;  ///< joined by NUL, as an entry's
-};
 
 }  // namespace local_platform

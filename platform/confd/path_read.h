@@ -46,7 +46,7 @@ auto read_value(confd_vtype type, Value decltype(confd_value_t::val)::*member, V
         if (found.node == nullptr) {
             return {CONFD_ERR, "the leaf does not exist"};
         }
-        *rval = found.node->values[0].val.*member;
+        *rval = found.node->value().val.*member;
         return {};
     };
 }

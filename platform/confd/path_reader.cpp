@@ -1,130 +1,76 @@
 #include "path_reader.h"
 
+#include <utility>
+
 #include "keypath.h"
 
 namespace local_platform {
 namespace {
 
-/// A set of characters that answers with one load.
-class CharacterSet {
-  public:
-    constexpr explicit CharacterSet(std::string_view members) {
-        for (const char c : members) {
-            holds_[static_cast<unsigned char>(c)] = true;
-        }
-    }
-
-    constexpr bool holds(char c) const { return holds_[static_cast<unsigned char>(c)]; }
-
-  private:
-    bool holds_[256] = {};
-};
-
-constexpr CharacterSet kNameEnds("/{[");
-constexpr CharacterSet kBareKeyEnds({" \t\n\r{}\"", sizeof " \t\n\r{}\""});  // and NUL
-
-/// How much of `text` is before the first of `ends`. find_first_of() would search its set anew,
-/// with a call, for each character.
-std::size_t length_before(std::string_view text, const CharacterSet& ends) {
-    std::size_t length = 0;
-    while (length < text.size() && !ends.holds(text[length])) {
-        ++length;
-    }
-    return length;
-}
+constexpr std::string_view kNameEnds = "/{[";
+constexpr std::string_view kBareKeyEnds(" \t\n\r{}\"", sizeof " \t\n\r{}\"");  // and NUL
 
 }  // namespace
 
 bool is_addressable(std::string_view key) {
-    return !key.empty() && length_before(key, kBareKeyEnds) == key.size();
+    return !key.empty() && key.find_first_of(kBareKeyEnds) == std::string_view::npos;
 }
 
-PathReader::PathReader(std::string_view path) : rest_(path) {
-    if (!rest_.empty() && rest_.front() == '/') {
-        rest_.remove_prefix(1);
+bool PathReader::next(PathStep& step) {
+    if (rest_.empty() || is_malformed_) {
+        return false;
     }
+    is_malformed_ = !read_step(step);
+    return !is_malformed_;
 }
 
-PathReader::Result PathReader::next(PathStep& step) {
-    if (rest_.empty()) {
-        return Result::end;
+bool PathReader::take(char c) {
+    const bool is_there = !rest_.empty() && rest_.front() == c;
+    rest_.remove_prefix(is_there ? 1 : 0);
+    return is_there;
+}
+
+bool PathReader::read_step(PathStep& step) {
+    if (!std::exchange(is_first_, false) && !take('/')) {
+        return false;
     }
-    if (!at_start_) {
-        if (rest_.front() != '/') {
-            return Result::malformed;
-        }
-        rest_.remove_prefix(1);
-    }
-    at_start_ = false;
-    step.name = rest_.substr(0, length_before(rest_, kNameEnds));
-    if (step.name.empty()) {
-        return Result::malformed;
-    }
+    step.name = rest_.substr(0, rest_.find_first_of(kNameEnds));
     rest_.remove_prefix(step.name.size());
-    step.key_count = 0;
-    step.has_keys = !rest_.empty() && (rest_.front() == '{' || rest_.front() == '[');
-    return !step.has_keys || read_keys(step) ? Result::step : Result::malformed;
+    step.keys.clear();
+    return !step.name.empty() && (rest_.empty() || rest_.front() == '/' || read_keys(step.keys));
 }
 
-/// `{key1 key2}` or `["key1" "key2"]`: the opening mark is there, the closing one must follow.
-bool PathReader::read_keys(PathStep& step) {
-    const bool quoted = rest_.front() == '[';
-    const char close = quoted ? ']' : '}';
-    for (char before = ' '; before == ' ';) {
-        rest_.remove_prefix(1);
-        if (step.key_count == step.keys.size()) {
-            return false;
-        }
-        std::string_view& key = step.keys[step.key_count++];
-        if (!(quoted ? read_quoted_key(key) : read_bare_key(key)) || rest_.empty()) {
-            return false;
-        }
-        before = rest_.front();
-        if (before != ' ' && before != close) {
-            return false;
-        }
+/// `{key1 key2}` or `["key1" "key2"]`.
+bool PathReader::read_keys(std::vector<std::string>& keys) {
+    const bool is_quoted = take('[');
+    if (!is_quoted) {
+        take('{');
     }
-    rest_.remove_prefix(1);
-    return true;
+    do {
+        std::string& key = keys.emplace_back();
+        if (!(is_quoted ? read_quoted_key(key) : read_bare_key(key))) {
+            return false;
+        }
+    } while (take(' '));
+    return take(is_quoted ? ']' : '}');
 }
 
-bool PathReader::read_bare_key(std::string_view& key) {
-    key = rest_.substr(0, length_before(rest_, kBareKeyEnds));
+bool PathReader::read_bare_key(std::string& key) {
+    key = rest_.substr(0, rest_.find_first_of(kBareKeyEnds));
     rest_.remove_prefix(key.size());
     return !key.empty();
 }
 
-bool PathReader::read_quoted_key(std::string_view& key) {
-    if (rest_.empty() || rest_.front() != '"') {
+bool PathReader::read_quoted_key(std::string& key) {
+    if (!take('"')) {
         return false;
     }
-    rest_.remove_prefix(1);
-    const std::size_t plain_end = rest_.find_first_of("\"\\");
-    if (plain_end == std::string_view::npos) {
-        return false;
-    }
-    if (rest_[plain_end] == '"') {
-        key = rest_.substr(0, plain_end);
-        rest_.remove_prefix(plain_end + 1);
-        return true;
-    }
-    // Room for all that can follow, so that earlier keys' views stay where they are.
-    unescaped_.reserve(unescaped_.size() + rest_.size());
-    const std::size_t start = unescaped_.size();
     while (!rest_.empty() && rest_.front() != '"') {
-        const bool escape = rest_.front() == '\\';
-        if (escape && rest_.size() == 1) {
-            return false;
-        }
-        unescaped_ += rest_[escape ? 1 : 0];
-        rest_.remove_prefix(escape ? 2 : 1);
+        take('\\');
+        key += rest_.substr(0, 1);
+        rest_.remove_prefix(std::min<std::size_t>(1, rest_.size()));
     }
-    if (rest_.empty()) {
-        return false;
-    }
-    rest_.remove_prefix(1);
-    key = std::string_view(unescaped_).substr(start);
-    return true;
+    return take('"');
 }
 
 }  // namespace local_platform

@@ -1,41 +1,37 @@
 /// Reads the text form of a path step by step.
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <string>
 #include <string_view>
-
-#include "confd_lib.h"
+#include <vector>
 
 namespace local_platform {
 
-/// One step: a name, and the key texts that follow it. `has_keys` tells "list{}" from "list".
+/// One step: a name, and the keys that follow it, if any do.
 struct PathStep {
     std::string_view name;
-    std::array<std::string_view, MAXKEYLEN - 1> keys;
-    std::size_t key_count = 0;
-    bool has_keys = false;
+    std::vector<std::string> keys;
 };
 
-/// Splits a path. The path must outlive the reader, and the reader the steps it gave.
+/// Splits a path, which must outlive the reader and its steps.
 class PathReader {
   public:
-    enum class Result { step, end, malformed };
+    explicit PathReader(std::string_view path) : rest_(path) { take('/'); }
 
-    explicit PathReader(std::string_view path);
-
-    /// Reads the next step into `step`. After `malformed` the reader is of no further use.
-    Result next(PathStep& step);
+    /// Reads the next step into `step`. False at the end, and where the path is malformed.
+    bool next(PathStep& step);
+    bool is_malformed() const { return is_malformed_; }
 
   private:
-    bool read_keys(PathStep& step);
-    bool read_bare_key(std::string_view& key);
-    bool read_quoted_key(std::string_view& key);
+    bool take(char c);
+    bool read_step(PathStep& step);
+    bool read_keys(std::vector<std::string>& keys);
+    bool read_bare_key(std::string& key);
+    bool read_quoted_key(std::string& key);
 
     std::string_view rest_;
-    bool at_start_ = true;
-    std::string unescaped_;  ///< backs quoted keys that held a backslash
+    bool is_first_ = true;
+    bool is_malformed_ = false;
 };
 
 }  // namespace local_platform

@@ -1,5 +1,7 @@
 #include "socket.h"
 
+#include <map>
+#include <mutex>
 #include <utility>
 
 #include "endpoint.h"
@@ -7,35 +9,40 @@
 namespace local_platform {
 namespace {
 
-std::atomic<int> next_thandle{1};
+std::mutex mutex;
+std::map<int, std::unique_ptr<const Endpoint>> sockets;
+int next_thandle = 1;
 
-int take_slot(std::unique_ptr<const Endpoint> endpoint) {
-    for (int number = 0; number < kMaxSockets; ++number) {
-        const Endpoint* free_slot = nullptr;
-        if (sockets.at(static_cast<std::size_t>(number))
-                .compare_exchange_strong(free_slot, endpoint.get())) {
-            static_cast<void>(endpoint.release());
-            return number;
-        }
+/// Opens the socket with the lowest number that is free, as the system does.
+int open(Endpoint::Kind kind, const DataTree& tree, const std::optional<CryptoKey>& key) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    int number = 0;
+    while (sockets.count(number) != 0) {
+        ++number;
     }
-    throw PlatformError("more than " + std::to_string(kMaxSockets) + " sockets are open");
+    sockets.emplace(number, new Endpoint{kind, next_thandle++, tree, key});
+    return number;
 }
 
 }  // namespace
 
-std::array<std::atomic<const Endpoint*>, kMaxSockets> sockets{};
+const Endpoint* find_socket(int number, Endpoint::Kind kind) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const auto found = sockets.find(number);
+    return found != sockets.end() && found->second->kind == kind ? found->second.get() : nullptr;
+}
 
-Socket::Socket(std::unique_ptr<const Endpoint> endpoint)
-    : number_(take_slot(std::move(endpoint))) {}
+const Endpoint* find_maapi(int number, int thandle) {
+    const Endpoint* const endpoint = find_socket(number, Endpoint::Kind::maapi);
+    return endpoint != nullptr && endpoint->thandle == thandle ? endpoint : nullptr;
+}
 
 Socket Socket::maapi(const DataTree& transaction, const std::optional<CryptoKey>& key) {
-    return Socket(std::unique_ptr<const Endpoint>(
-        new Endpoint{Endpoint::Kind::maapi, next_thandle++, transaction, key}));
+    return Socket(open(Endpoint::Kind::maapi, transaction, key));
 }
 
 Socket Socket::cdb(const DataTree& running) {
-    return Socket(
-        std::unique_ptr<const Endpoint>(new Endpoint{Endpoint::Kind::cdb, -1, running, {}}));
+    return Socket(open(Endpoint::Kind::cdb, running, {}));
 }
 
 Socket::Socket(Socket&& other) noexcept : number_(other.release()) {}
@@ -54,18 +61,13 @@ int Socket::release() {
 }
 
 void close_socket(int number) {
-    if (number >= 0 && number < kMaxSockets) {
-        const std::unique_ptr<const Endpoint> closed(
-            sockets[static_cast<std::size_t>(number)].exchange(nullptr));
-    }
+    const std::lock_guard<std::mutex> lock(mutex);
+    sockets.erase(number);
 }
 
 int open_sockets() {
-    int count = 0;
-    for (const auto& slot : sockets) {
-        count += slot.load() == nullptr ? 0 : 1;
-    }
-    return count;
+    const std::lock_guard<std::mutex> lock(mutex);
+    return static_cast<int>(sockets.size());
 }
 
 }  // namespace local_platform

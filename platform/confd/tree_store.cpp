@@ -1,5 +1,6 @@
 #include "tree_store.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -15,38 +16,26 @@ void* Arena::take(std::size_t size) {
     const std::size_t aligned = (size + alignof(Node) - 1) / alignof(Node) * alignof(Node);
     if (aligned > free_size_) {
         free_size_ = std::max(aligned, kBlockSize);
-        blocks_.emplace_back(new std::byte[free_size_]);
-        free_ = blocks_.back().get();
+        free_ = blocks_.emplace_back(new std::byte[free_size_]).get();
     }
     free_size_ -= aligned;
     return std::exchange(free_, free_ + aligned);
 }
 
-std::size_t EntryIndex::place_of(const Node& list, std::string_view key) const {
-    const std::size_t mask = places_.size() - 1;
-    std::size_t at = std::hash<std::string_view>()(key) ^ std::hash<const Node*>()(&list) >> 4U;
-    for (;; ++at) {
-        const Node* const entry = places_[at & mask];
-        if (entry == nullptr || (entry->parent == &list && entry->text == key)) {
-            return at & mask;
-        }
-    }
+std::size_t EntryHash::operator()(const Node* entry) const {
+    return std::hash<std::string_view>()(entry->text) ^ std::hash<const Node*>()(entry->parent);
 }
 
-const Node* EntryIndex::find(const Node& list, std::string_view key) const {
-    return places_[place_of(list, key)];
+bool IsSameEntry::operator()(const Node* one, const Node* other) const {
+    return one->parent == other->parent && one->text == other->text;
 }
 
-void EntryIndex::add(const Node& entry) {
-    if (++count_ > places_.size() / 2) {
-        const auto old = std::exchange(places_, std::vector<const Node*>(2 * places_.size()));
-        for (const Node* const one : old) {
-            if (one != nullptr) {
-                places_[place_of(*one->parent, one->text)] = one;
-            }
-        }
-    }
-    places_[place_of(*entry.parent, entry.text)] = &entry;
+const Node* find_entry(const EntryIndex& index, const Node& list, std::string_view keys) {
+    Node wanted;
+    wanted.parent = &list;
+    wanted.text = keys;
+    const auto found = index.find(&wanted);
+    return found == index.end() ? nullptr : *found;
 }
 
 TreeStore::TreeStore(std::shared_ptr<const SchemaNode> model)
@@ -56,19 +45,16 @@ Node& TreeStore::make_node(const SchemaNode& of, const Node* parent) {
     Node& node = *arena.make<Node>(1);
     node.schema = &of;
     node.parent = parent;
-    if (of.kind == NodeKind::container) {
+    // A list itself has its entries for children, which come later.
+    if (of.kind == NodeKind::container || node.is_entry()) {
         node.children = {arena.make<const Node*>(of.children.size()), of.children.size()};
     }
     return node;
 }
 
-Node& TreeStore::append_entry(Node& list, std::string_view text) {
+Node& TreeStore::append_entry(Node& list, std::string_view keys) {
     Node& entry = make_node(*list.schema, &list);
-    const std::size_t children = list.schema->children.size();
-    entry.children = {arena.make<const Node*>(children), children};
-    const std::size_t keys = list.schema->keys.size();
-    entry.values = {arena.make<confd_value_t>(keys), keys};
-    entry.text = keep(text);
+    entry.text = keep(keys);
 
     // A list's room doubles whenever it is full, that is, at a power of two.
     const std::size_t size = list.children.size();
@@ -79,7 +65,7 @@ Node& TreeStore::append_entry(Node& list, std::string_view text) {
     }
     entries[size] = &entry;
     list.children = {entries, size + 1};
-    index.add(entry);
+    index.insert(&entry);
     return entry;
 }
 

@@ -1,9 +1,10 @@
 /// What a tree is made of.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <memory_resource>
+#include <unordered_set>
 #include <vector>
 
 #include "data_tree.h"
@@ -30,34 +31,32 @@ class Arena {
     std::size_t free_size_ = 0;
 };
 
-/// All entries of all lists of a tree by their list and key text: one flat table, in which an entry
-/// lies at the first free place from its hash on.
-class EntryIndex {
-  public:
-    /// The entry of `list` with the canonical key text `key`; null when there is none.
-    const Node* find(const Node& list, std::string_view key) const;
-    void add(const Node& entry);
-
-  private:
-    std::size_t place_of(const Node& list, std::string_view key) const;
-
-    std::vector<const Node*> places_ = std::vector<const Node*>(16);  ///< a power of two
-    std::size_t count_ = 0;
+struct EntryHash {
+    std::size_t operator()(const Node* entry) const;
 };
+struct IsSameEntry {
+    bool operator()(const Node* one, const Node* other) const;
+};
+/// All entries of all lists of a tree, by their list and keys.
+using EntryIndex = std::pmr::unordered_set<const Node*, EntryHash, IsSameEntry>;
+
+/// The entry of `list` whose text is `keys`; null when there is none.
+const Node* find_entry(const EntryIndex& index, const Node& list, std::string_view keys);
 
 struct TreeStore {
     explicit TreeStore(std::shared_ptr<const SchemaNode> model);
 
-    /// A node without children, text and values.
-    Node& make_node(const SchemaNode& schema, const Node* parent);
-    /// An entry of `list` with the canonical key text `text`, its key leaves still to be set.
-    Node& append_entry(Node& list, std::string_view text);
+    /// A node without text whose children are all absent.
+    Node& make_node(const SchemaNode& of, const Node* parent);
+    /// An entry of `list` with the text `keys`, its key leaves still to be set.
+    Node& append_entry(Node& list, std::string_view keys);
     /// A copy that is NUL-terminated.
     std::string_view keep(std::string_view text);
 
     std::shared_ptr<const SchemaNode> schema;
     Arena arena;
-    EntryIndex index;
+    std::pmr::monotonic_buffer_resource index_memory;  ///< its pieces would lie between our blocks
+    EntryIndex index{&index_memory};
     Node* root;
 };
 

@@ -2,39 +2,43 @@
 
 #include <arpa/inet.h>
 
+#include <array>
+#include <charconv>
+
 #include "hook.h"
 
 namespace local_platform {
 namespace {
 
-constexpr std::size_t kLongestAddressText = INET6_ADDRSTRLEN + sizeof "/128";
-
 /// Reads the whole of `text` as a decimal number in [low, high].
-template <typename Number>
-bool parse_number(std::string_view text, Number low, Number high, Number& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number >= low &&
-           number <= high;
+bool parse_number(std::string_view text, int low, int high, int& number) {
+    const char* const end = text.data() + text.size();
+    const auto [stopped, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stopped == end && number >= low && number <= high;
+}
+
+bool parse_byte(std::string_view text, int high, uint8_t& byte) {
+    int number = 0;
+    const bool is_one = parse_number(text, 0, high, number);
+    byte = static_cast<uint8_t>(number);
+    return is_one;
 }
 
 bool parse_address(int family, std::string_view text, void* address) {
-    std::array<char, kLongestAddressText> terminated{};
-    if (text.size() >= terminated.size() || text.find('\0') != std::string_view::npos) {
-        return false;
-    }
-    std::copy(text.begin(), text.end(), terminated.begin());
-    return inet_pton(family, terminated.data(), address) == 1;
+    return text.find('\0') == std::string_view::npos &&
+           inet_pton(family, std::string(text).c_str(), address) == 1;
 }
 
 bool parse_prefix(int family, std::string_view text, void* address, int longest, uint8_t& length) {
     const std::size_t slash = text.find('/');
-    int number = 0;
-    if (slash == std::string_view::npos || !parse_address(family, text.substr(0, slash), address) ||
-        !parse_number(text.substr(slash + 1), 0, longest, number)) {
-        return false;
-    }
-    length = static_cast<uint8_t>(number);
-    return true;
+    return slash != std::string_view::npos &&
+           parse_address(family, text.substr(0, slash), address) &&
+           parse_byte(text.substr(slash + 1), longest, length);
+}
+
+bool parse_bool(std::string_view text, int& boolean) {
+    boolean = text == "true" ? 1 : 0;
+    return boolean == 1 || text == "false";
 }
 
 bool parse_enum(const SchemaNode& leaf, std::string_view text, int32_t& number) {
@@ -47,42 +51,30 @@ bool parse_enum(const SchemaNode& leaf, std::string_view text, int32_t& number) 
     return false;
 }
 
-bool parse_bool(std::string_view text, int& boolean) {
-    boolean = text == "true" ? 1 : 0;
-    return boolean == 1 || text == "false";
-}
-
-void append_ipv4(BoundedText& out, const in_addr& address) {
-    std::array<uint8_t, sizeof address> octets;
-    std::memcpy(octets.data(), &address, sizeof address);
-    for (std::size_t i = 0; i < octets.size(); ++i) {
-        out.append(i == 0 ? "" : ".");
-        out.append_number(octets.at(i));
+std::string enum_text(int32_t number, const SchemaNode* leaf) {
+    if (leaf != nullptr) {
+        for (const auto& [value, label] : leaf->enums) {
+            if (value == number) {
+                return label;
+            }
+        }
     }
+    return std::to_string(number);
 }
 
-void append_ipv6(BoundedText& out, const in6_addr& address) {
-    std::array<char, INET6_ADDRSTRLEN> text;
-    out.append(inet_ntop(AF_INET6, &address, text.data(), text.size()));
-}
-
-/// Reads `text` as a value of `leaf`'s type into `value`; a C_BUF points into `text`. False when
-/// the type does not allow it.
+/// Reads `text` into `value`, which has its type. False when that does not allow it.
 bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& value) {
-    value.type = leaf.type;
-    int number = 0;
-    switch (leaf.type) {
+    confd_ipv4_prefix& ipv4 = value.val.ipv4prefix;
+    confd_ipv6_prefix& ipv6 = value.val.ipv6prefix;
+    switch (value.type) {
         case C_BUF:
-            value = text_value(text);
+            value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
+            value.val.buf.size = static_cast<unsigned int>(text.size());
             return true;
         case C_INT32:
             return parse_number(text, INT32_MIN, INT32_MAX, value.val.i32);
         case C_UINT8:
-            if (!parse_number(text, 0, UINT8_MAX, number)) {
-                return false;
-            }
-            value.val.u8 = static_cast<uint8_t>(number);
-            return true;
+            return parse_byte(text, UINT8_MAX, value.val.u8);
         case C_BOOL:
             return parse_bool(text, value.val.boolean);
         case C_ENUM_VALUE:
@@ -92,11 +84,9 @@ bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& v
         case C_IPV6:
             return parse_address(AF_INET6, text, &value.val.ip6);
         case C_IPV4_AND_PLEN:
-            return parse_prefix(AF_INET, text, &value.val.ipv4prefix.ip, 32,
-                                value.val.ipv4prefix.len);
+            return parse_prefix(AF_INET, text, &ipv4.ip, 32, ipv4.len);
         case C_IPV6_AND_PLEN:
-            return parse_prefix(AF_INET6, text, &value.val.ipv6prefix.ip6, 128,
-                                value.val.ipv6prefix.len);
+            return parse_prefix(AF_INET6, text, &ipv6.ip6, 128, ipv6.len);
         case C_XMLTAG:
             value.val.xmltag = &leaf;
             return text.empty();
@@ -106,79 +96,77 @@ bool parse_value(const SchemaNode& leaf, std::string_view text, confd_value_t& v
     return false;
 }
 
+std::string address_text(int family, const void* address) {
+    std::array<char, INET6_ADDRSTRLEN> text{};
+    return inet_ntop(family, address, text.data(), text.size());
+}
+
+std::string prefix_text(int family, const void* address, uint8_t length) {
+    return address_text(family, address) + "/" + std::to_string(length);
+}
+
 }  // namespace
 
-confd_value_t text_value(std::string_view text) {
-    confd_value_t value;
-    value.type = C_BUF;
-    value.val.buf.ptr = reinterpret_cast<unsigned char*>(const_cast<char*>(text.data()));
-    value.val.buf.size = static_cast<unsigned int>(text.size());
-    return value;
+confd_value_t tag_of(const SchemaNode& schema) {
+    confd_value_t tag{};
+    tag.type = C_XMLTAG;
+    tag.val.xmltag = &schema;
+    return tag;
 }
 
-std::optional<std::string_view> enum_label(int32_t number, const SchemaNode* leaf) {
-    if (leaf != nullptr) {
-        for (const auto& [value, label] : leaf->enums) {
-            if (value == number) {
-                return label;
-            }
-        }
+confd_value_t value_of(const SchemaNode& leaf, std::string_view text) {
+    confd_value_t value{};
+    value.type = leaf.type;
+    return parse_value(leaf, text, value) ? value : confd_value_t{};
+}
+
+std::optional<std::string> canonical_text(const SchemaNode& leaf, std::string_view text) {
+    const confd_value_t value = value_of(leaf, text);
+    if (value.type == C_NOEXISTS) {
+        return std::nullopt;
     }
-    return std::nullopt;
+    return value.type == C_XMLTAG ? std::string() : value_text(value, &leaf);
 }
 
-void append_value(BoundedText& out, const confd_value_t& value) {
+std::string value_text(const confd_value_t& value, const SchemaNode* leaf) {
     switch (value.type) {
         case C_BUF:
-            return out.append(text_of(value));
+            return {reinterpret_cast<const char*>(value.val.buf.ptr), value.val.buf.size};
         case C_INT32:
-            return out.append_number(value.val.i32);
+            return std::to_string(value.val.i32);
         case C_UINT8:
-            return out.append_number(value.val.u8);
+            return std::to_string(value.val.u8);
         case C_BOOL:
-            return out.append(value.val.boolean != 0 ? "true" : "false");
+            return value.val.boolean != 0 ? "true" : "false";
         case C_ENUM_VALUE:
-            return out.append_number(value.val.enumvalue);
+            return enum_text(value.val.enumvalue, leaf);
         case C_IPV4:
-            return append_ipv4(out, value.val.ip);
+            return address_text(AF_INET, &value.val.ip);
         case C_IPV6:
-            return append_ipv6(out, value.val.ip6);
+            return address_text(AF_INET6, &value.val.ip6);
         case C_IPV4_AND_PLEN:
-            append_ipv4(out, value.val.ipv4prefix.ip);
-            out.append("/");
-            return out.append_number(value.val.ipv4prefix.len);
+            return prefix_text(AF_INET, &value.val.ipv4prefix.ip, value.val.ipv4prefix.len);
         case C_IPV6_AND_PLEN:
-            append_ipv6(out, value.val.ipv6prefix.ip6);
-            out.append("/");
-            return out.append_number(value.val.ipv6prefix.len);
+            return prefix_text(AF_INET6, &value.val.ipv6prefix.ip6, value.val.ipv6prefix.len);
         case C_XMLTAG:
-            return out.append(value.val.xmltag->name);
+            return value.val.xmltag->name;
         case C_NOEXISTS:
-            return;
+            break;
     }
+    return {};
 }
 
-bool CanonicalValue::read(const SchemaNode& leaf, std::string_view text) {
-    if (!parse_value(leaf, text, value_)) {
-        return false;
+int print(std::string_view text, char* buffer, int size) {
+    if (size > 0) {
+        buffer[text.copy(buffer, static_cast<std::size_t>(size - 1))] = '\0';
     }
-    text_ = text;
-    const bool is_own_text =
-        leaf.type == C_BUF || leaf.type == C_XMLTAG || leaf.type == C_ENUM_VALUE;
-    if (!is_own_text) {
-        BoundedText out(buffer_.data(), buffer_.size());
-        append_value(out, value_);
-        text_ = {buffer_.data(), static_cast<std::size_t>(out.finish())};
-    }
-    return true;
+    return static_cast<int>(text.size());
 }
 
 }  // namespace local_platform
 
-[[gnu::flatten]] int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {
-    return local_platform::serve("confd_pp_value", -1, std::string_view(), [&] {
-        auto out = local_platform::BoundedText::empty_in(buf, bufsiz);
-        local_platform::append_value(out, *v);
-        return out.finish();
+int confd_pp_value(char* buf, int bufsiz, const confd_value_t* v) {
+    return local_platform::serve("confd_pp_value", -1, {}, [&] {
+        return local_platform::print(local_platform::value_text(*v), buf, bufsiz);
     });
 }

@@ -7,8 +7,6 @@
 
 #include "confd_lib.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 /// One call of a platform operation. The views last for the call.
@@ -49,5 +47,3 @@ class ScopedCallHook {
 std::optional<Answer> ask_hook(const Call& call);
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

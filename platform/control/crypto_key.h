@@ -6,8 +6,6 @@
 #include <string>
 #include <string_view>
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 /// The key of encrypted leaves, AES-256. Wiped when it goes.
@@ -17,16 +15,14 @@ class CryptoKey {
 
     /// A fresh random key.
     CryptoKey();
-    explicit CryptoKey(const std::array<unsigned char, kSize>& bytes);
-    CryptoKey(const CryptoKey& other);
-    CryptoKey& operator=(const CryptoKey& other);
+    explicit CryptoKey(const std::array<unsigned char, kSize>& bytes) : bytes_(bytes) {}
+    CryptoKey(const CryptoKey&) = default;
+    CryptoKey& operator=(const CryptoKey&) = default;
     ~CryptoKey();
 
     const std::array<unsigned char, kSize>& bytes() const { return bytes_; }
 
   private:
-    void copy(const std::array<unsigned char, kSize>& bytes);
-
     std::array<unsigned char, kSize> bytes_{};
 };
 
@@ -34,5 +30,3 @@ class CryptoKey {
 std::string encrypt(const CryptoKey& key, std::string_view clear_text);
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

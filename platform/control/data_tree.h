@@ -8,8 +8,6 @@
 #include "platform_error.h"
 #include "schema_node.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 /// Items that lie side by side in a tree, which owns them.
@@ -37,9 +35,8 @@ struct Node {
     const Node* parent = nullptr;
     /// A leaf's canonical text, an entry's canonical keys, joined by NUL; NUL-terminated.
     std::string_view text;
-    Span<confd_value_t> values;  ///< a leaf's one value, an entry's keys; otherwise none
-    std::uintptr_t mark =
-        0;  ///< the host's own, such as where it read a leaf; nothing here looks at it
+    /// The host's own, such as where it read a leaf; nothing here looks at it.
+    std::uintptr_t mark = 0;
     /// A list's entries in document order; otherwise by position in the model, null when absent.
     Span<const Node*> children;
 
@@ -102,5 +99,3 @@ class TreeBuilder {
 };
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

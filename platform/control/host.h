@@ -8,8 +8,6 @@
 #include "instance.h"
 #include "platform_error.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 /// A plug-in's answer to one request.
@@ -50,5 +48,3 @@ class Host {
 };
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

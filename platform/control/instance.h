@@ -8,8 +8,6 @@
 #include "data_tree.h"
 #include "qelconfd.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 /// What a qelconfd_t handle stands for.
@@ -29,5 +27,3 @@ class Instance {
 };
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

@@ -7,8 +7,6 @@
 
 #include "confd_lib.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 struct Node;
@@ -23,7 +21,7 @@ std::string keypath_text(const confd_hkeypath_t& kp);
 /// The keys of one list entry as they stand behind the list's name in a path, see confd_maapi.h:
 /// in braces, or quoted in brackets when one of them is not addressable. Throws PlatformError
 /// above MAXKEYLEN - 1 keys.
-std::string keys_text(const std::vector<std::string_view>& keys);
+std::string keys_text(const std::vector<std::string>& keys);
 
 /// Whether a path with `key` unquoted between its braces names the entry with that key. Every other
 /// key makes such a path malformed: an empty one, and one with a blank, tab, line end, brace,
@@ -31,5 +29,3 @@ std::string keys_text(const std::vector<std::string_view>& keys);
 bool is_addressable(std::string_view key);
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

@@ -3,8 +3,6 @@
 
 #include <stdexcept>
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 /// A failure that the operator reads: it names the file, node or entry, and what is wrong with it.
@@ -13,5 +11,3 @@ struct PlatformError : std::runtime_error {
 };
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

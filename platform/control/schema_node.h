@@ -8,8 +8,6 @@
 
 #include "confd_lib.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 
 enum class NodeKind { container, list, leaf };
@@ -30,5 +28,3 @@ struct SchemaNode {
 };
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

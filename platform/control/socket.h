@@ -1,17 +1,12 @@
 /// Sockets: what a plug-in reads a tree through.
 #pragma once
 
-#include <memory>
 #include <optional>
 
 #include "crypto_key.h"
 #include "data_tree.h"
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
-
-struct Endpoint;
 
 /// An open socket; closed when it goes.
 class Socket {
@@ -31,7 +26,8 @@ class Socket {
     int release();
 
   private:
-    explicit Socket(std::unique_ptr<const Endpoint> endpoint);
+    explicit Socket(int number) : number_(number) {}
+
     int number_;
 };
 
@@ -42,5 +38,3 @@ void close_socket(int number);
 int open_sockets();
 
 }  // namespace local_platform
-
-#pragma GCC visibility pop

@@ -3,8 +3,6 @@
 
 #include "confd_lib.h"
 
-#pragma GCC visibility push(default)
-
 enum cdb_db_type {
     CDB_RUNNING = 1,
 };
@@ -20,5 +18,3 @@ int cdb_get_int32(int sock, int32_t* rval, const char* fmt, ...)
 int cdb_get_ipv4_and_plen(int sock, confd_ipv4_prefix* rval, const char* fmt, ...)
     __attribute__((format(printf, 3, 4)));
 }
-
-#pragma GCC visibility pop

@@ -11,8 +11,6 @@
 #include <string>
 #include <vector>
 
-#pragma GCC visibility push(default)
-
 namespace local_platform {
 struct SchemaNode;
 }
@@ -113,5 +111,3 @@ void confd_trans_seterr(confd_trans_ctx* tctx, const char* fmt, ...)
 /// `output`, which must offer `len` bytes. Refuses a text that was not made with that key.
 int confd_decrypt(const char* ciphertext, int len, char* output);
 }
-
-#pragma GCC visibility pop

@@ -6,20 +6,17 @@
 ///
 /// A path has an optional leading "/", its steps are parted by "/", and the keys of an entry follow
 /// the list's name in one of two forms:
-///   list{key}  list{key1 key2}      bare keys, taken as they stand: text without a blank, tab,
-///   line
-///                                   end, brace, double quote or NUL. One blank parts two keys; any
-///                                   other makes the path malformed, as does an empty key.
-///   list["key"]  list["k1" "k2"]    quoted keys, any text; a quote or backslash in one follows a
-///                                   backslash.
+///   list{key}  list{key1 key2}    bare keys, taken as they stand: text without a blank, tab, line
+///                                 end, brace, double quote or NUL. One blank parts two keys; any
+///                                 other makes the path malformed, as does an empty key.
+///   list["key"]  list["k1" "k2"]  quoted keys, any text; a quote or backslash in one follows a
+///                                 backslash.
 /// Braces never hold quotes, so whatever name is put between them, the path names that name's own
 /// entry or is malformed; confd_pp_kpath() prints the quoted form where a key needs it. A key of a
 /// number or address type may have any text that the type reads: {05} is {5}.
 #pragma once
 
 #include "confd_lib.h"
-
-#pragma GCC visibility push(default)
 
 /// A walk over the entries of a list, in document order.
 struct maapi_cursor {
@@ -62,5 +59,3 @@ void maapi_destroy_cursor(maapi_cursor* cursor);
 /// process. Fails when the host has none.
 int maapi_install_crypto_keys(int sock);
 }
-
-#pragma GCC visibility pop

@@ -3,8 +3,6 @@
 
 #include "confd_cdb.h"
 
-#pragma GCC visibility push(default)
-
 /// The host's handle of one instance; a callback's context carries it in `vcb_opaque`.
 typedef struct qelconfd qelconfd_t;
 
@@ -24,7 +22,6 @@ QelConfdInterface* qelconfd_instance_get(qelconfd_t* handle);
 class QelConfdCdbSessionBase {
   public:
     /// Opens the session. `flag` is the host's own. Without an instance Socket() is negative.
-    /// Throws when the process has too many sockets open.
     QelConfdCdbSessionBase(QelConfdInterface* iface, cdb_db_type db, bool flag);
     virtual ~QelConfdCdbSessionBase();
     QelConfdCdbSessionBase(const QelConfdCdbSessionBase&) = delete;
@@ -36,5 +33,3 @@ class QelConfdCdbSessionBase {
   private:
     int socket_;
 };
-
-#pragma GCC visibility pop

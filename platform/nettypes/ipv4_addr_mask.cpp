@@ -1,6 +1,9 @@
 #include "nettypes/ipv4_addr_mask.h"
 
+#include <arpa/inet.h>
+
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace nettypes {
@@ -50,13 +53,10 @@ bool IPv4AddrMask::operator!=(const IPv4AddrMask& other) const {
 }
 
 std::string IPv4AddrMask::to_string() const {
-    std::string text;
-    text.reserve(sizeof "255.255.255.255/32");
-    for (const unsigned int shift : {24U, 16U, 8U, 0U}) {
-        text += std::to_string(address_ >> shift & 0xffU);
-        text += shift == 0 ? '/' : '.';
-    }
-    return text += std::to_string(prefix_length_);
+    const in_addr address{htonl(address_)};
+    std::array<char, INET_ADDRSTRLEN> text{};
+    return std::string(inet_ntop(AF_INET, &address, text.data(), text.size())) + "/" +
+           std::to_string(prefix_length_);
 }
 
 }  // namespace nettypes

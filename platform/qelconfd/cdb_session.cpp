@@ -12,7 +12,7 @@ int open_session(QelConfdInterface* iface, cdb_db_type db, bool flag) {
     if (iface == nullptr || db != CDB_RUNNING) {
         return CONFD_ERR;
     }
-    return local_platform::Socket::cdb(iface->running()).release();
+    return local_platform::Socket::cdb(iface->running).release();
 }
 
 }  // namespace

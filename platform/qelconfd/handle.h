@@ -7,12 +7,7 @@
 
 class QelConfdInterface {
   public:
-    explicit QelConfdInterface(const local_platform::DataTree& running) : running_(running) {}
-
-    const local_platform::DataTree& running() const { return running_; }
-
-  private:
-    local_platform::DataTree running_;
+    local_platform::DataTree running;
 };
 
 struct qelconfd {

@@ -20,8 +20,11 @@ using Library = std::unique_ptr<void, LibraryDeleter>;
 Library load(const std::string& file) {
     // A bare name would be searched for in the system's folders.
     const std::string path = file.find('/') == std::string::npos ? "./" + file : file;
-    const ExitWatch watch(file, "its initialisation");
-    Library library(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
+    Library library;
+    call_entry(file, "its initialisation", [&] {
+        library.reset(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL));
+        return 0;
+    });
     if (library == nullptr) {
         throw PlatformError(file + ": cannot load the plug-in: " + dlerror());
     }
@@ -52,8 +55,7 @@ struct Host::Plugin {
         require_success("lib_init", lib_init);
     }
 
-    template <typename Call>
-    void require_success(const char* name, Call call) const {
+    void require_success(const char* name, const std::function<int()>& call) const {
         if (const int result = call_entry(file, name, call); result != 0) {
             throw PlatformError(file + ": " + name + " failed with " + std::to_string(result));
         }

@@ -9,7 +9,7 @@ namespace local_platform {
 
 Instance::Instance(const DataTree& candidate, const DataTree& running,
                    const std::optional<CryptoKey>& key)
-    : handle_(new qelconfd_t{Socket::maapi(candidate, key), QelConfdInterface(running)}) {}
+    : handle_(new qelconfd_t{Socket::maapi(candidate, key), {running}}) {}
 
 Instance::~Instance() = default;
 

@@ -10,6 +10,11 @@ namespace vrrp_app::config_valid {
 constexpr int32_t kIpv4 = 4;
 constexpr int32_t kIpv6 = 6;
 
+/// The family as the data model and the operator's messages name it.
+constexpr const char* family_name(int32_t address_family) {
+    return address_family == kIpv4 ? "ipv4" : "ipv6";
+}
+
 struct RouterVrrp {
     uint8_t vr_id;
     int32_t address_family;

@@ -13,7 +13,7 @@ int ValidateConfig::ValidateRouterVrrpVrId(const RouterVrrp& router_vrrp, const 
         }
         error_message = concat({"cannot configure the same address-family and vr-id as '",
                                 "router vrrp interface ", other.interface_key, " address-family ",
-                                other.address_family == kIpv4 ? "ipv4" : "ipv6", " vr-id ",
+                                family_name(other.address_family), " vr-id ",
                                 std::to_string(other.vr_id), "'."});
         return -1;
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <list>
 #include <memory>
 #include <string>
@@ -17,19 +16,14 @@ using OpenCursor = std::unique_ptr<maapi_cursor, CursorDeleter>;
 /// The printed first keys of the list at `path` in the transaction, in cursor order, each cut to
 /// `kBufferSize` - 1 characters. Empty for a list that does not exist or cannot be read.
 template <std::size_t kBufferSize>
-[[gnu::always_inline]] inline std::list<std::string> list_keys(int maapi_socket,
-                                                               const confd_trans_ctx* tctx,
-                                                               const std::string& path) {
+std::list<std::string> list_keys(int maapi_socket, const confd_trans_ctx* tctx,
+                                 const std::string& path) {
     std::list<std::string> keys;
     if (maapi_exists(maapi_socket, tctx->thandle, "%s", path.c_str()) != 1) {
         return keys;
     }
-    // The key count decides, not the calls' results; zero is what a failed call leaves it at. To
-    // clear the keys as well would take as long as the rest of a short walk.
-    maapi_cursor cursor;
-    constexpr std::size_t kKeysEnd = offsetof(maapi_cursor, keys) + sizeof cursor.keys;
-    std::memset(&cursor, 0, offsetof(maapi_cursor, keys));
-    std::memset(reinterpret_cast<char*>(&cursor) + kKeysEnd, 0, sizeof cursor - kKeysEnd);
+    // The key count decides, not the calls' results; zero is what a failed call leaves it at.
+    maapi_cursor cursor{};
     maapi_init_cursor(maapi_socket, tctx->thandle, &cursor, "%s", path.c_str());
     const OpenCursor release(&cursor);
     maapi_get_next(&cursor);

@@ -3,10 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-const char* buf_text(const confd_value_t& value) {
-    return reinterpret_cast<const char*>(value.val.buf.ptr);
-}
-
 std::string l3_interface_name(const char* key) {
     const char* const dash = std::strchr(key, '-');
     return dash == nullptr ? key : dash + 1;

@@ -21,9 +21,6 @@ constexpr int32_t kAddressFamilyIpv6 = 1;
 /// The size of the buffer that a keypath is printed into; a longer path is cut.
 constexpr int kKeypathBufferSize = 256;
 
-/// The text of a C_BUF value up to its first NUL; it belongs to the value.
-const char* buf_text(const confd_value_t& value);
-
 /// The layer-3 interface that a VRRP interface key names: the text after its first '-', or the
 /// whole key.
 std::string l3_interface_name(const char* key);

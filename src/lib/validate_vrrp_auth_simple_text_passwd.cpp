@@ -2,7 +2,7 @@
 
 #include "handlers.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 namespace {
 
@@ -35,8 +35,7 @@ int32_t validate_vrrp_auth_simple_text_passwd(int32_t maapi_socket, confd_trans_
         return CONFD_ERR;
     }
     ClearText clear_text;
-    assert((newval)->type == C_BUF);
-    const char* const encrypted = buf_text(*newval);
+    const char* const encrypted = BUF_TEXT(newval);
     const std::size_t length = std::strlen(encrypted);
     if (length >= kClearTextSize ||
         confd_decrypt(encrypted, static_cast<int>(length), clear_text.data()) != CONFD_OK) {

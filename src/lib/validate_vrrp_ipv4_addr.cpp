@@ -2,7 +2,7 @@
 
 #include "handlers.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 namespace {
 
@@ -21,8 +21,7 @@ nettypes::IPv4AddrMask addr_mask(const confd_ipv4_prefix& prefix) {
 
 int32_t validate_vrrp_ipv4_addr(int32_t maapi_socket, confd_trans_ctx* tctx, confd_hkeypath_t* kp,
                                 confd_value_t* /*newval*/) {
-    assert((&kp->v[7][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[7][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[7][0]));
     const std::string path = l3_interface_path(name, kPrimaryAddress);
     if (maapi_exists(maapi_socket, tctx->thandle, "%s", path.c_str()) != 1) {
         set_error(tctx, concat({"IPv4 address must be configured on interface l3 ", name, "."}));
@@ -38,9 +37,8 @@ int32_t validate_vrrp_ipv4_addr(int32_t maapi_socket, confd_trans_ctx* tctx, con
     const nettypes::IPv4AddrMask primary = addr_mask(read);
 
     // Only now: an interface without a readable address is reported before a broken binding.
-    assert((&kp->v[0][0])->type == C_IPV4);
-    const nettypes::IPv4AddrMask candidate(ntohl(kp->v[0][0].val.ip.s_addr),
-                                           primary.mask_to_uint32());
+    const in_addr& virtual_address = IPV4_VALUE(&kp->v[0][0]);
+    const nettypes::IPv4AddrMask candidate(ntohl(virtual_address.s_addr), primary.mask_to_uint32());
     if (!candidate.Overlap(primary)) {
         set_error(tctx,
                   concat({kOtherNetwork, primary.to_string(), " on interface l3 ", name, "."}));
@@ -59,12 +57,10 @@ int32_t validate_vrrp_ipv4_addr(int32_t maapi_socket, confd_trans_ctx* tctx, con
 
 int32_t validate_vrrp_ipv4_addr_update(int32_t maapi_socket, confd_trans_ctx* tctx,
                                        confd_hkeypath_t* kp, confd_value_t* /*newval*/) {
-    assert((&kp->v[2][0])->type == C_ENUM_VALUE);
-    if (kp->v[2][0].val.enumvalue == kAddressFamilyIpv6) {
+    if (ENUM_VALUE(&kp->v[2][0]) == kAddressFamilyIpv6) {
         return CONFD_OK;
     }
-    assert((&kp->v[4][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[4][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[4][0]));
     const std::string path = l3_interface_path(name, kPrimaryAddress);
     QelConfdCdbSession session(host_interface(tctx), CDB_RUNNING, true);
     if (cdb_exists(session.Socket(), "%s", path.c_str()) != 1) {

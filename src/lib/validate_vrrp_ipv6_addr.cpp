@@ -3,12 +3,11 @@
 #include "get_key_list.h"
 #include "handlers.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 int32_t validate_vrrp_l3_ipv6_addr(int32_t maapi_socket, confd_trans_ctx* tctx,
                                    confd_hkeypath_t* kp, confd_value_t* /*newval*/) {
-    assert((&kp->v[7][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[7][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[7][0]));
     const std::string list_path = l3_interface_path(name, "}/ipv6/address");
     if (maapi_exists(maapi_socket, tctx->thandle, "%s", list_path.c_str()) != 1 ||
         maapi_num_instances(maapi_socket, tctx->thandle, "%s", list_path.c_str()) < 1) {
@@ -18,8 +17,7 @@ int32_t validate_vrrp_l3_ipv6_addr(int32_t maapi_socket, confd_trans_ctx* tctx,
     const std::list<std::string> keys = get_key_list(maapi_socket, tctx, list_path);
 
     // Only now: an interface without addresses is reported before a broken binding.
-    assert((&kp->v[0][0])->type == C_IPV6);
-    const in6_addr& virtual_address = kp->v[0][0].val.ip6;
+    const in6_addr& virtual_address = IPV6_VALUE(&kp->v[0][0]);
 
     std::list<nettypes::IPv6AddrMask> interface_addresses;
     for (const std::string& key : keys) {
@@ -61,8 +59,7 @@ int32_t validate_vrrp_l3_ipv6_addr(int32_t maapi_socket, confd_trans_ctx* tctx,
 
 int32_t validate_vrrp_l3_ipv6_link_local_addr(int32_t maapi_socket, confd_trans_ctx* tctx,
                                               confd_hkeypath_t* kp, confd_value_t* /*newval*/) {
-    assert((&kp->v[5][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[5][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[5][0]));
     const std::string path = l3_interface_path(name, "}/ipv6/enable");
     int enabled = 0;
     if (maapi_exists(maapi_socket, tctx->thandle, "%s", path.c_str()) == 1 &&

@@ -1,11 +1,10 @@
 #include "handlers.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 int32_t validate_vrrp_ipv6_link_local_addr(int32_t maapi_socket, confd_trans_ctx* tctx,
                                            confd_hkeypath_t* kp, confd_value_t* /*newval*/) {
-    assert((&kp->v[2][0])->type == C_ENUM_VALUE);
-    if (kp->v[2][0].val.enumvalue == kAddressFamilyIpv4) {
+    if (ENUM_VALUE(&kp->v[2][0]) == kAddressFamilyIpv4) {
         return CONFD_OK;
     }
     char keypath[kKeypathBufferSize] = {};

@@ -1,6 +1,6 @@
 #include "handlers.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 namespace {
 
@@ -11,8 +11,7 @@ constexpr const char* kCouldNotValidate = "Could not validate lower-layer of int
 
 int32_t validate_vrrp_lower_layer(int32_t maapi_socket, confd_trans_ctx* tctx, confd_hkeypath_t* kp,
                                   confd_value_t* /*newval*/) {
-    assert((&kp->v[4][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[4][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[4][0]));
     const std::string path = l3_interface_path(name, kLowerLayer);
     if (maapi_exists(maapi_socket, tctx->thandle, "%s", path.c_str()) == 1) {
         return CONFD_OK;
@@ -23,8 +22,7 @@ int32_t validate_vrrp_lower_layer(int32_t maapi_socket, confd_trans_ctx* tctx, c
 
 int32_t validate_vrrp_lower_layer_update(int32_t maapi_socket, confd_trans_ctx* tctx,
                                          confd_hkeypath_t* kp, confd_value_t* /*newval*/) {
-    assert((&kp->v[4][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[4][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[4][0]));
     const std::string path = l3_interface_path(name, kLowerLayer);
     QelConfdCdbSession session(host_interface(tctx), CDB_RUNNING, true);
     if (cdb_exists(session.Socket(), "%s", path.c_str()) != 1) {

@@ -1,15 +1,13 @@
 #include "handlers.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 int32_t validate_vrrp_secondary_ipv4_addr(int32_t maapi_socket, confd_trans_ctx* tctx,
                                           confd_hkeypath_t* kp, confd_value_t* /*newval*/) {
-    assert((&kp->v[2][0])->type == C_ENUM_VALUE);
-    if (kp->v[2][0].val.enumvalue == kAddressFamilyIpv6) {
+    if (ENUM_VALUE(&kp->v[2][0]) == kAddressFamilyIpv6) {
         return CONFD_OK;
     }
-    assert((&kp->v[4][0])->type == C_BUF);
-    const std::string name = l3_interface_name(buf_text(kp->v[4][0]));
+    const std::string name = l3_interface_name(BUF_TEXT(&kp->v[4][0]));
     const std::string path = l3_interface_path(name, "}/ipv4/address/secondary");
     if (maapi_num_instances(maapi_socket, tctx->thandle, "%s", path.c_str()) <= 0) {
         return CONFD_OK;

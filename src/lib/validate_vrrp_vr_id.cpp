@@ -3,18 +3,15 @@
 #include "router_vrrp.h"
 #include "validate_config.h"
 
-#include "type_assertion.h"
+#include "typed_value.h"
 
 int32_t validate_vrrp_vr_id(int32_t maapi_socket, confd_trans_ctx* tctx, confd_hkeypath_t* kp,
                             confd_value_t* /*newval*/) {
     using namespace vrrp_app::config_valid;
 
-    assert((&kp->v[1][0])->type == C_UINT8);
-    const uint8_t vr_id = kp->v[1][0].val.u8;
-    assert((&kp->v[3][0])->type == C_ENUM_VALUE);
-    const bool is_ipv4 = kp->v[3][0].val.enumvalue == kAddressFamilyIpv4;
-    assert((&kp->v[5][0])->type == C_BUF);
-    const RouterVrrp router_vrrp{vr_id, is_ipv4 ? kIpv4 : kIpv6, buf_text(kp->v[5][0])};
+    const uint8_t vr_id = UINT8_VALUE(&kp->v[1][0]);
+    const bool is_ipv4 = ENUM_VALUE(&kp->v[3][0]) == kAddressFamilyIpv4;
+    const RouterVrrp router_vrrp{vr_id, is_ipv4 ? kIpv4 : kIpv6, BUF_TEXT(&kp->v[5][0])};
 
     Config config(maapi_socket, tctx);
     config.router_vrrp_config.ReadConfig();

@@ -223,7 +223,6 @@ TEST(Password, AndItsKeyAreNotLeftInMemory) {
     std::string memory;
     end_of(terminal.process(), memory);
     expect_no_key_in(memory, kHexKey);
-    EXPECT_FALSE(holds(memory, "s3cretPw"));
 
     Surroundings surroundings;
     const std::string next = folder / "next";

@@ -1,6 +1,6 @@
 #!/bin/bash
-# Runs each fuzz target for SECONDS_EACH seconds, from the corpus that is kept here; what it finds on
-# the way stays in BUILD_DIR/fuzz. Fails, with the input's file, on the first crash.
+# Runs each fuzz target for SECONDS_EACH seconds, from the corpus that is kept here; what it finds
+# on the way stays in BUILD_DIR/fuzz. Fails, with the input's file, on the first crash.
 # Usage: run.sh SECONDS_EACH BUILD_DIR
 set -eu
 

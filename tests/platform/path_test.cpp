@@ -178,7 +178,7 @@ TEST(Path, OfSeveralKeysOrALabelIsPrintedAsItIsRead) {
         EXPECT_EQ(printed(*tree.find(path)), path);
     }
     EXPECT_THROW(keys_text({}), PlatformError);
-    EXPECT_THROW(keys_text(std::vector<std::string_view>(MAXKEYLEN, "k")), PlatformError);
+    EXPECT_THROW(keys_text(Strings(MAXKEYLEN, "k")), PlatformError);
 }
 
 }  // namespace

@@ -134,7 +134,8 @@ TEST(Value, IsOneOfItsTypeAndPrintedInItsCanonicalForm) {
             char shown[64] = "refused";
             try {
                 const DataTree tree = tree_of(model, {{"leaf", text}});
-                confd_pp_value(shown, sizeof shown, &tree.find("leaf")->values[0]);
+                const confd_value_t value = tree.find("leaf")->value();
+                confd_pp_value(shown, sizeof shown, &value);
             } catch (const PlatformError&) {
             }
             EXPECT_EQ(shown, expected) << text << " of type " << type;

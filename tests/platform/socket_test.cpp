@@ -34,22 +34,6 @@ TEST(Socket, IsOpenUntilItGoesOrIsClosed) {
     EXPECT_EQ(cdb_exists(released, "/config"), CONFD_ERR);
 }
 
-TEST(Socket, IsRefusedWhenTooManyAreOpen) {
-    const DataTree tree(router_model());
-    std::vector<Socket> open;
-    try {
-        while (open.size() <= 5000) {
-            open.push_back(Socket::cdb(tree));
-        }
-        ADD_FAILURE() << "no end of sockets";
-    } catch (const PlatformError& error) {
-        EXPECT_EQ(error.what(), "more than " + std::to_string(open.size()) + " sockets are open");
-    }
-    EXPECT_EQ(cdb_exists(open.back().number(), "/config"), 0);
-    open.clear();
-    EXPECT_EQ(open_sockets(), 0);
-}
-
 TEST(Session, IsOpenForItsLifetimeAndShowsItsFlag) {
     const DataTree running = tree_of(router_model(), {{"/config/interface/l3{a}"}});
     const Instance instance(DataTree(router_model()), running);

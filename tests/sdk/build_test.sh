@@ -1,18 +1,24 @@
 #!/usr/bin/env bash
-# Builds the plug-in alone against the SDK, holds it to what a router's loader needs and to its answers, and reads
-# what is said of an SDK that lacks something. usage: build_test.sh SOURCE_DIR BINARY_DIR HOST COMPILER
+# Builds the plug-in alone against the SDK, holds it to what a router's loader needs and to its
+# answers, and reads what is said of an SDK that lacks something.
+# usage: build_test.sh SOURCE_DIR BINARY_DIR HOST COMPILER
 set -euo pipefail
 source_dir=$1 host=$3 compiler=$4
 cd "$2"
 log=$PWD/log
 
-configure() {  # configure SDK BUILD
-  cmake -S "$source_dir" -B "$2" -G Ninja -DVRRP_VALID_PLATFORM="$1" -DCMAKE_CXX_COMPILER="$compiler" \
-    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_LIBDIR=lib >"$log" 2>&1
+configure() {  # configure SDK BUILD [OPTION...]
+  cmake -S "$source_dir" -B "$2" -G Ninja -DCMAKE_CXX_COMPILER="$compiler" \
+    -DVRRP_VALID_PLATFORM="$1" -DVRRP_VALID_CONFD_LIBRARY="$PWD/versioned/libconfd.so.7" \
+    -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_LIBDIR=lib "${@:3}" >"$log" 2>&1
 }
 fail() { printf '%s\n' "$*"; exit 1; }
 
-configure "$PWD/sdk" plugin || { cat "$log"; exit 1; }
+# An SDK whose headers do not bring each other along.
+rm -rf plain && cp -r sdk plain
+sed -i '/include "confd_/d' plain/include/*.h
+configure "$PWD/plain" plugin || { cat "$log"; exit 1; }
+grep -qF "Platform: the router SDK in $PWD/plain" "$log" || fail "the platform is not named"
 cmake --build plugin --parallel 2 >"$log" 2>&1 || { cat "$log"; exit 1; }
 built=$(find plugin -name '*.so' -o -type f -executable -path '*/bin/*')
 [ "$built" = plugin/lib/vrrp-valid/libvrrp_valid.so ] ||
@@ -36,20 +42,33 @@ END
 cmake -S finder -B finder -DCMAKE_PREFIX_PATH="$PWD/installed" >"$log" || { cat "$log"; exit 1; }
 cmp "$(cat finder/found)" "$built" || fail "find_package names another plug-in"
 
-refused() {  # refused CHANGE TEXT...: an SDK with that change is refused with all of the texts
+# A static library, and what it needs itself; the language as whoever builds wants it.
+rm -f ./*.a
+ar rc libnettypes.a "$(find CMakeFiles/sdk_nettypes.dir -name 'ipv4*.o')"
+ar rc libneeded.a "$(find CMakeFiles/sdk_nettypes.dir -name 'ipv6*.o')"
+configure "$PWD/sdk" static "-DVRRP_VALID_NETTYPES_LIBRARY=$PWD/libnettypes.a;$PWD/libneeded.a" \
+  -DCMAKE_CXX_STANDARD=20 -DCMAKE_CXX_EXTENSIONS=ON || { cat "$log"; exit 1; }
+grep -q -- -std=gnu++20 static/compile_commands.json || fail "not the language that was asked for"
+
+refused() {  # refused CHANGE OPTION TEXT...: an SDK with that change is, with all of the texts
   local change=$1 text
-  rm -rf changed
+  rm -rf changed refused
   cp -r sdk changed
   (cd changed && eval "$change")
-  if configure "$PWD/changed" refused; then
-    fail "taken for a whole SDK after: $change"
+  if configure "$PWD/changed" refused "$2"; then
+    fail "taken for a whole SDK after: $change $2"
   fi
-  for text in "${@:2}"; do
-    grep -qF -- "$text" <(tr -s '\n ' ' ' <"$log") || { cat "$log"; fail "after $change it is not said: $text"; }
+  for text in "${@:3}"; do
+    grep -qF -- "$text" <(tr -s '\n ' ' ' <"$log") ||
+      { cat "$log"; fail "after $change it is not said: $text"; }
   done
 }
-refused 'rm include/confd_cdb.h lib/libqelconfd.so' "$PWD/changed, is not complete" 'include/confd_cdb.h: not there' \
+refused 'rm include/confd_cdb.h lib/libqelconfd.so' -Wno-dev "$PWD/changed, is not complete" \
+  'include/confd_cdb.h: not there' \
   'libqelconfd: not in lib/' ', lib64, lib; set VRRP_VALID_QELCONFD_LIBRARY to the file'
-refused 'sed -i s/enumvalue/number/ include/confd_lib.h' 'libconfd differs' 'enumvalue'
-refused 'cp lib/libqelconfd.so lib64/libconfd.so' 'libconfd differs' 'undefined reference to `maapi_exists'
-refused 'rm -r ../changed' 'VRRP_VALID_PLATFORM: there is no folder'
+refused 'sed -i s/enumvalue/number/ include/confd_lib.h' -Wno-dev 'libconfd differs' 'enumvalue'
+refused : "-DVRRP_VALID_CONFD_LIBRARY=$PWD/sdk/lib/libqelconfd.so" 'libconfd differs' \
+  'undefined reference to `maapi_exists'
+refused : "-DVRRP_VALID_NETTYPES_LIBRARY=$PWD/libnettypes.a" 'libnettypes differs' 'IPv6AddrMask'
+refused 'rm -r ../changed' -Wno-dev 'VRRP_VALID_PLATFORM: there is no folder'
+refused : -DVRRP_VALID_PLATFORM= 'VRRP_VALID_PLATFORM is empty'

@@ -3,8 +3,6 @@
 
 #include <string>
 
-#pragma GCC visibility push(default)
-
 namespace nettypes {
 
 /// An IPv4 address and its prefix length. The host bits are kept as given.
@@ -39,5 +37,3 @@ class IPv4AddrMask {
 };
 
 }  // namespace nettypes
-
-#pragma GCC visibility pop

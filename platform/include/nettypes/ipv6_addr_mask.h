@@ -5,8 +5,6 @@
 
 #include "nettypes/mac_addr.h"
 
-#pragma GCC visibility push(default)
-
 namespace nettypes {
 
 /// An IPv6 address and its prefix length. The host bits are kept as given.
@@ -34,5 +32,3 @@ class IPv6AddrMask {
 };
 
 }  // namespace nettypes
-
-#pragma GCC visibility pop

@@ -14,9 +14,9 @@ namespace {
 
 constexpr const char* kFile = ".vrrp-valid.toml";
 
-/// A file that lies in a folder by chance, or by somebody's intent, must not run code, write files,
-/// leave out rules or answer questions.
-const std::vector<std::string> kNotInFile = {"output", "plugin", "rule", "yes"};
+/// A file that lies in a folder by chance, or by somebody's intent, must not run code write files
+/// or leave out rules.
+const std::vector<std::string> kNotInFile = {"output", "plugin", "rule"};
 
 /// The option's name in a file; empty when it has no defaults but its own.
 std::string key_of(const CLI::Option& option) {

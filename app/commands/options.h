@@ -8,10 +8,10 @@
 #include "checking/checker.h"
 #include "reports/report_format.h"
 
-/// What `check` and `commit` check, with what, and how they report it.
+/// What is checked, with what, and how that is reported.
 struct CheckOptions {
     CheckerOptions checker;
-    std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
+    std::vector<std::string> candidates;  ///< files, "-" for standard input
     std::string running;                  ///< empty for an empty running configuration
     ReportOptions report;
     std::size_t max_size = kLargestFile;  ///< of each file, in bytes
@@ -39,7 +39,7 @@ void add_report_options(CLI::App& command, ReportOptions& options);
 /// `--edit` and `--ignore-unknown`.
 void add_reading_options(CLI::App& command, CheckerOptions& options);
 
-/// The options beside those that all of `check` and `commit` take.
+/// What `check` checks with, and how it reports.
 void add_check_options(CLI::App& command, CheckOptions& options);
 
 /// Throws InputError when more than one of `files` is to be read from standard input.

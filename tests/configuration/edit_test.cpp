@@ -1,7 +1,7 @@
 // What an edit makes of a running configuration, as RFC 6241 and RFC 7950 have it.
 #include <gmock/gmock.h>
 
-#include "configuration/document_writer.h"
+#include "document_text.h"
 #include "support.h"
 
 using namespace testing;
@@ -29,7 +29,7 @@ Configuration merged(const std::string& edit, const Document* running) {
 std::string edited(const std::string& running, const std::string& edit) {
     try {
         const Document before = test_model().parse(configuration_from_bytes("running", running));
-        return compact(write_json(merged(edit, &before).document, {}));
+        return json_of(merged(edit, &before).document);
     } catch (const InputError& error) {
         return error.what();
     }
@@ -224,12 +224,12 @@ TEST(Edit, SaysWhichDataItCannotMerge) {
     EXPECT_EQ(candidate.document.unknown_data.nodes, 5U);
     EXPECT_THAT(candidate.document.unknown_data.modules, ElementsAre("other", "more"));
     EXPECT_EQ(text_of(candidate.document.unmerged), "edit:1:20");
-    EXPECT_EQ(compact(write_json(candidate.document, {})),
+    EXPECT_EQ(compact(json_of(candidate.document)),
               R"({"other:a":{"b":1},"device:system":{"mtu":70}})");
     const std::string port = R"({"slot": "s", "number": 1, "link": {"speed": 1}, "more:x": 1})";
     const Document new_port = merged("{\"device:port\": [" + port + "]}", &running).document;
     EXPECT_FALSE(new_port.unmerged.is_known());
-    EXPECT_THAT(compact(write_json(new_port, {})), HasSubstr(R"("more:x":1}])"));
+    EXPECT_THAT(compact(json_of(new_port)), HasSubstr(R"("more:x":1}])"));
 }
 
 TEST(Edit, NeedsARunningConfiguration) {

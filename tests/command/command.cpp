@@ -7,6 +7,7 @@
 
 #include <array>
 #include <csignal>
+#include <thread>
 
 namespace {
 
@@ -96,6 +97,13 @@ void Terminal::answer(const std::string& question, const std::string& answer) {
     }
     answered_ = shown_.find(question, answered_) + question.size();
     EXPECT_EQ(write(master_, answer.data(), answer.size()), static_cast<int>(answer.size()));
+}
+
+void Terminal::wait_for_read() const {
+    const std::string status = "/proc/" + std::to_string(tcgetpgrp(master_)) + "/stat";
+    while (!holds(content_of(status), ") S ")) {
+        std::this_thread::yield();
+    }
 }
 
 bool Terminal::echoes() const {

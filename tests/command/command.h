@@ -44,6 +44,8 @@ class Terminal {
                       const std::function<void()>& before = {});
     /// Types `answer` once the terminal has shown `question` again; a failure when it never does.
     void answer(const std::string& question, const std::string& answer);
+    /// Returns once the command waits for what is typed.
+    void wait_for_read() const;
     bool echoes() const;
     pid_t process() const { return id_; }
     Outcome finish();

@@ -14,7 +14,7 @@ namespace {
 constexpr int kPatience = 60000;  // milliseconds
 
 [[noreturn]] void execute(const Arguments& arguments, const Variables& environment,
-                          const std::string& program = VRRP_VALID_COMMAND) {
+                          const std::string& program) {
     for (const auto& [name, value] : environment) {
         setenv(name.c_str(), value.c_str(), 1);
     }
@@ -57,12 +57,11 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     const std::string in = streams.put("in", surroundings.input);
     const std::string out = streams.put("out", "");
     const std::string err = streams.put("err", "");
-    const std::string& file = surroundings.output_file;
     const pid_t process = fork();
     if (process == 0) {
         if (freopen(in.c_str(), "r", stdin) == nullptr ||
             freopen(err.c_str(), "w", stderr) == nullptr ||
-            freopen((file.empty() ? out : file).c_str(), "w", stdout) == nullptr ||
+            freopen(out.c_str(), "w", stdout) == nullptr ||
             chdir(surroundings.folder.c_str()) != 0) {
             _exit(127);
         }
@@ -78,16 +77,16 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     return {exit_code(end), content_of(out), content_of(err)};
 }
 
-Terminal::Terminal(const Arguments& arguments, const Variables& environment,
-                   const std::function<void()>& before)
+Terminal::Terminal(const Arguments& arguments, const std::function<void()>& before,
+                   const Variables& environment, const std::string& program)
     : id_(forkpty(&master_, nullptr, nullptr, nullptr)) {
     if (id_ == 0) {
         setenv("TERM", "xterm", 1);
-        setenv("NO_COLOR", "", 1);
+        unsetenv("NO_COLOR");
         if (before) {
             before();
         }
-        execute(arguments, environment);
+        execute(arguments, environment, program);
     }
 }
 

@@ -181,7 +181,7 @@ TEST(Password, LeavesTheTerminalAsItWasWhateverSignalComes) {
         EXPECT_EQ(outcome.status, -signal);
         EXPECT_TRUE(outcome.echoes);
 
-        Terminal deaf(folder.encrypt(), {}, [&] { static_cast<void>(::signal(signal, SIG_IGN)); });
+        Terminal deaf(folder.encrypt(), [&] { static_cast<void>(::signal(signal, SIG_IGN)); });
         deaf.answer("Password: ", "");
         deaf.wait_for_read();
         kill(deaf.process(), signal);
@@ -193,7 +193,7 @@ TEST(Password, LeavesTheTerminalAsItWasWhateverSignalComes) {
 
 TEST(Password, IsHiddenAgainWhenTheJobContinues) {
     const KeyFolder folder;
-    Terminal terminal(folder.encrypt(), {}, be_job_of_shell);
+    Terminal terminal(folder.encrypt(), be_job_of_shell);
     terminal.answer("Password: ", "");
     terminal.wait_for_read();
     terminal.answer("", "\032");  // Ctrl-Z

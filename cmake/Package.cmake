@@ -41,8 +41,7 @@ Whoever loads it brings the platform's libraries.")
 set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME vrrp-valid)
 set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "vrrp-valid-plugin (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_COMMAND_DESCRIPTION "Checks a router's VRRP configuration, as JSON or NETCONF XML, with the rules
-that its configuration manager applies, and replaces the running file when
-no rule is violated. Nothing of a router is needed.
+that its configuration manager applies. Nothing of a router is needed.
 .
 The package holds the YANG models, documentation and examples.")
 

@@ -6,7 +6,7 @@ architecture=$1
 mkdir -p "$2"
 folder=$(realpath "$2")
 packages=(libc6 libgcc-s1 libstdc++6 libyang2-dev libyang2 libpcre2-dev libpcre2-8-0 nettle-dev libnettle8
-  libexpat1-dev libexpat1 libpugixml-dev libpugixml1v5 rapidjson-dev libcli11-dev nlohmann-json3-dev
+  libexpat1-dev libexpat1 libbsd-dev libbsd0 libmd-dev libmd0 libpugixml-dev libpugixml1v5 rapidjson-dev libcli11-dev nlohmann-json3-dev
   libgtest-dev libgmock-dev)
 [ "${packages[*]}" != "$(cat "$folder/packages" 2>/dev/null)" ] || exit 0
 

@@ -5,7 +5,7 @@ set -euo pipefail
 declare -A groups=(
   [build]="g++ cmake ninja-build make pkg-config libyang2-dev libcli11-dev nlohmann-json3-dev
            libexpat1-dev libpugixml-dev rapidjson-dev
-           nettle-dev binutils"
+           nettle-dev libbsd-dev binutils"
   [test]="libgtest-dev libgmock-dev libyang-tools"
   [lint]="clang-format clang-tidy libyang-tools shellcheck"
   [deep]="clang libclang-rt-14-dev valgrind gcovr fish zsh"

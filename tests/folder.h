@@ -2,24 +2,12 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
-
-/// Where tests write: in memory, where that holds extended attributes, since each commit waits
-/// twice for a disk.
-inline std::string place_for_folders() {
-    const std::string in_memory = "/dev/shm/";
-    const bool is_usable = access(in_memory.c_str(), W_OK) == 0 &&
-                           getxattr(in_memory.c_str(), "user.any", nullptr, 0) < 0 &&
-                           errno == ENODATA;
-    return is_usable ? in_memory : testing::TempDir();
-}
 
 /// A folder of one test's own, removed when it goes.
 struct Folder {
@@ -35,7 +23,7 @@ struct Folder {
         return file;
     }
 
-    std::string path = place_for_folders() + "vrrp-valid-XXXXXX";
+    std::string path = testing::TempDir() + "vrrp-valid-XXXXXX";
 };
 
 inline std::string content_of(const std::string& file) {

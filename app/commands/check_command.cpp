@@ -2,35 +2,40 @@
 #include <chrono>
 #include <filesystem>
 #include <iostream>
+#include <thread>
 
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/install_layout.h"
 #include "commands/options.h"
 #include "errors/input_error.h"
+#include "files/interrupt.h"
 #include "fleet/fleet.h"
 #include "reports/report_stream.h"
 #include "reports/report_text.h"
-#include "terminal/interrupt.h"
 #include "terminal/output.h"
 #include "terminal/progress.h"
 
 namespace {
 
-struct FleetOptions : CheckOptions {
-    std::string files_from;
-    bool allow_missing_running = false;
+struct CheckOptions {
+    CheckerOptions checker;
+    PairingOptions pairing;
+    ReportOptions report;
+    std::size_t accepted_warnings = 0;
+    std::size_t max_size = kLargestFile;  ///< of each file, in bytes
 };
 
-/// The run that the operator sees: its reports as they come, and how far it is.
-class Run {
+/// Prints the reports as they come and, on a terminal, how far the run is.
+class ReportPrinter {
   public:
-    explicit Run(const FleetOptions& options)
-        : stream_(options.report, [this](const std::string& text) {
+    explicit ReportPrinter(const ReportOptions& options)
+        : stream_(options, [this](const std::string& text) {
               progress_.clear();
               print(text);
           }) {}
 
-    /// Reports the next of `count` candidates.
+    /// Prints the next of `count` reports.
     void add(const Report& report, std::size_t count) {
         if (!report.failure.empty()) {
             progress_.clear();
@@ -42,7 +47,7 @@ class Run {
         }
     }
 
-    /// Reports that no candidate could be checked.
+    /// Reports that none of `pairs` could be checked.
     void give_up(const std::vector<Pair>& pairs, const std::exception& error) {
         std::cerr << complaint(error.what());
         for (const Pair& pair : pairs) {
@@ -50,21 +55,21 @@ class Run {
         }
     }
 
-    const Summary& finish(std::size_t not_reached) {
+    void finish(std::size_t not_reached) {
         stream_.finish(not_reached);
         progress_.clear();
-        return stream_.summary();
     }
+
+    const Summary& summary() const { return stream_.summary(); }
 
   private:
     std::string state(std::size_t count) const {
         using Seconds = std::chrono::duration<double>;
-        const Summary& summary = stream_.summary();
         const double taken = Seconds(std::chrono::steady_clock::now() - start_).count();
-        const double left = taken / static_cast<double>(summary.candidates) *
-                            static_cast<double>(count - summary.candidates);
-        return std::to_string(summary.candidates) + " of " + counted(count, "candidate") + ", " +
-               counted(summary.errors + summary.warnings, "finding") + ", " +
+        const double left = taken / static_cast<double>(summary().candidates) *
+                            static_cast<double>(count - summary().candidates);
+        return std::to_string(summary().candidates) + " of " + counted(count, "candidate") + ", " +
+               counted(summary().errors + summary().warnings, "finding") + ", " +
                std::to_string(static_cast<long>(left) + 1) + " s left";
     }
 
@@ -74,7 +79,7 @@ class Run {
 };
 
 /// What the operator named, for as long as nothing is known of what that is.
-std::vector<Pair> named_pairs(const FleetOptions& options) {
+std::vector<Pair> named_pairs(const PairingOptions& options) {
     std::vector<Pair> pairs;
     for (const std::string& candidate : options.candidates) {
         pairs.push_back({candidate, options.running, {}});
@@ -85,39 +90,39 @@ std::vector<Pair> named_pairs(const FleetOptions& options) {
     return pairs;
 }
 
-/// Checks every candidate; the worst outcome is the exit code.
-int run_check(const FleetOptions& options) {
+void require_candidates(const PairingOptions& options) {
     if (options.candidates.empty() && options.files_from.empty()) {
         throw InputError(
             "no candidate: give CANDIDATE or --files-from; run vrrp-valid check --help");
     }
-    const Interrupt interrupt;
-    Run run(options);
-    std::vector<Pair> pairs = named_pairs(options);
+}
+
+/// Checks every candidate; the worst outcome is the exit code.
+int run_check(const CheckOptions& options) {
+    require_candidates(options.pairing);
+    note_interrupts();
+    ReportPrinter printer(options.report);
+    std::vector<Pair> pairs = named_pairs(options.pairing);
     std::optional<Checker> checker;
     std::size_t taken = 0;
-    bool is_begun = false;
     try {
-        std::vector<std::string> files = options.candidates;
-        files.insert(files.end(), {options.running, options.files_from});
+        std::vector<std::string> files = options.pairing.candidates;
+        files.insert(files.end(), {options.pairing.running, options.pairing.files_from});
         require_one_standard_input(files);
-        pairs = pair_files({options.candidates, options.running, options.files_from,
-                            options.allow_missing_running});
+        pairs = pair_files(options.pairing);
         checker.emplace(options.checker);
         taken = check_fleet(
-            {*checker, pairs, options.checker.threads, options.max_size, interrupt.is_noted()},
-            [&](const Report& report) {
-                is_begun = true;
-                run.add(report, pairs.size());
-            });
+            {*checker, pairs, options.checker.threads, options.max_size, is_interrupted()},
+            [&](const Report& report) { printer.add(report, pairs.size()); });
     } catch (const std::exception& error) {
-        if (is_begun) {
+        if (printer.summary().candidates > 0) {
             throw;
         }
-        run.give_up(pairs, error);
+        printer.give_up(pairs, error);
         taken = pairs.size();
     }
-    const Summary& summary = run.finish(pairs.size() - taken);
+    printer.finish(pairs.size() - taken);
+    const Summary& summary = printer.summary();
     if (options.report.quiet && summary.not_checked > 0) {
         std::cerr << complaint(std::to_string(summary.not_checked) + " of " +
                                counted(summary.candidates, "candidate") + " could not be checked");
@@ -130,7 +135,42 @@ int run_check(const FleetOptions& options) {
                                counted(pairs.size(), "candidate") + " not checked");
         return kInterrupted;
     }
-    return exit_code(summary, options.report.accepts(summary.warnings));
+    return exit_code(summary, options.accepted_warnings);
+}
+
+void add_rule_options(CLI::App& command, CheckerOptions& options) {
+    options.plugin_file = default_plugin_file();
+    add_file(command, "--plugin", options.plugin_file, "The plug-in with the rules");
+    add_yang_dir(command, options.yang_dir);
+    add_file(command, "--key-file", options.key_file, "The key of encrypted passwords");
+    command
+        .add_option("--rule", options.rule_names, "Run only this rule; can be given more than once")
+        ->type_name("RULE")
+        ->allow_extra_args(false);
+    command
+        .add_option("--max-findings", options.max_findings,
+                    "Print at most this many findings of each rule, and count the rest")
+        ->check(whole_number(0))
+        ->type_name("NUMBER")
+        ->capture_default_str();
+    command.add_flag("--diff", options.difference, "First print what the candidate changes");
+    options.threads = std::max(1U, std::thread::hardware_concurrency());
+    command
+        .add_option("-j,--jobs", options.threads,
+                    "Number of threads; as many as there are cores unless given")
+        ->check(whole_number(1))
+        ->type_name("NUMBER");
+}
+
+void add_pairing_options(CLI::App& command, PairingOptions& options) {
+    add_file(command, "--running", options.running,
+             "The running configuration, or a folder of them; without it, an empty one");
+    add_file(command, "--files-from", options.files_from,
+             "A list of candidates, one on each line; after a tab, the running configuration of "
+             "each");
+    command.add_flag("--allow-missing-running", options.allow_missing_running,
+                     "Check a candidate that has no running configuration against an empty one");
+    add_candidate(command, options.candidates);
 }
 
 bool is_folder(const std::string& name) {
@@ -141,31 +181,22 @@ bool is_folder(const std::string& name) {
 }  // namespace
 
 Subcommand add_check_command(CLI::App& app) {
-    const auto options = std::make_shared<FleetOptions>();
+    const auto options = std::make_shared<CheckOptions>();
     CLI::App* const command = add_subcommand(app, "check", "Check configurations",
                                              "--running running.json candidate.json");
-    add_running(*command, options->running,
-                "The running configuration, or a folder of them; without it, an empty one");
-    add_check_options(*command, *options);
-    command
-        ->add_option("--rule", options->checker.rule_names,
-                     "Run only this rule; can be given more than once")
-        ->type_name("RULE")
-        ->allow_extra_args(false);
-    command->add_flag("--diff", options->checker.difference,
-                      "First print what the candidate changes");
-    command
-        ->add_option("--files-from", options->files_from,
-                     "A list of candidates, one on each line; after a tab, the running "
-                     "configuration of each")
-        ->type_name("FILE");
-    command->add_flag("--allow-missing-running", options->allow_missing_running,
-                      "Check a candidate that has no running configuration against an empty one");
-    add_candidates(*command, options->candidates)->required(false);
+    add_pairing_options(*command, options->pairing);
+    add_reading_options(*command, options->checker.is_edit, options->checker.ignore_unknown);
+    add_max_size(*command, options->max_size);
+    add_rule_options(*command, options->checker);
+    add_report_options(*command, options->report, options->accepted_warnings);
+    add_output(*command);
+    add_colour(*command);
     return {command, [options] {
+                const std::vector<std::string>& candidates = options->pairing.candidates;
+                options->report.accept_warnings = options->accepted_warnings == kAllWarnings;
                 options->report.counts_clean =
-                    !options->files_from.empty() ||
-                    std::any_of(options->candidates.begin(), options->candidates.end(), is_folder);
+                    !options->pairing.files_from.empty() ||
+                    std::any_of(candidates.begin(), candidates.end(), is_folder);
                 // The page shows the whole change.
                 options->checker.difference |= options->report.format == "html";
                 options->checker.times_rules = options->report.format == "junit";

@@ -12,53 +12,28 @@ bool is_option(const std::string& argument) {
     return argument.size() > 1 && argument[0] == '-';
 }
 
-/// Whether a value follows `argument`. An option means the same in every subcommand that has it.
-bool takes_next(CLI::App& app, const std::string& argument) {
-    for (const CLI::App* const subcommand : all_subcommands(app)) {
-        if (const CLI::Option* const option = subcommand->get_option_no_throw(argument)) {
-            return option->get_items_expected_min() > 0;
-        }
-    }
-    return false;
-}
-
-/// The arguments that nothing takes; an option among them is mistyped.
-std::string unexpected(CLI::App& app, const std::string& subcommand) {
-    const std::vector<std::string> left = app.remaining(true);
-    const auto option = std::find_if(left.begin(), left.end(), is_option);
-    if (option == left.end()) {
-        return subcommand + ": unexpected argument \"" + left.front() + "\"";
-    }
+/// What is wrong with the first of `left`, arguments that `subcommand` does not take: an option
+/// among them is mistyped, or a name behind "--" and other names.
+std::string unexpected(const CLI::App& subcommand, const std::vector<std::string>& left) {
     std::vector<std::string> names;
-    for (const CLI::Option* const known : app.get_subcommand(subcommand)->get_options()) {
-        for (const std::string& name : known->get_lnames()) {
-            names.push_back("--" + name);
-        }
+    for (const CLI::Option* const known : subcommand.get_options()) {
+        names.push_back(known->get_name());
     }
-    const std::string name = option->substr(0, option->find('='));
-    return subcommand + " has no option " + name + did_you_mean(name, names);
-}
-
-/// What is wrong, in fewer numbers than the parser says it.
-std::string reason_of(const CLI::ParseError& error) {
-    std::string text = error.what();
-    if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) == nullptr) {
-        return text;
+    const auto option = std::find_if(left.begin(), left.end(), is_option);
+    const std::string name =
+        option == left.end() ? std::string() : option->substr(0, option->find('='));
+    if (name.empty() || std::count(names.begin(), names.end(), name) > 0) {
+        return subcommand.get_name() + ": unexpected argument \"" + left.front() + "\"" +
+               (name.empty() ? "" : "; give -- before the first name");
     }
-    const bool lacks_value = text.find(" missing") != std::string::npos;
-    return text.substr(0, text.find(':')) +
-           (lacks_value ? " needs a value" : " is given more than once");
+    return subcommand.get_name() + " has no option " + name + did_you_mean(name, names);
 }
 
 }  // namespace
 
-std::vector<CLI::App*> all_subcommands(CLI::App& app) {
-    return app.get_subcommands([](const CLI::App*) { return true; });
-}
-
 CLI::App* find_subcommand(CLI::App& app, const std::string& name) {
     std::vector<std::string> names;
-    for (CLI::App* const subcommand : all_subcommands(app)) {
+    for (CLI::App* const subcommand : app.get_subcommands({})) {
         if (subcommand->get_name() == name) {
             return subcommand;
         }
@@ -68,33 +43,23 @@ CLI::App* find_subcommand(CLI::App& app, const std::string& name) {
                      "; run vrrp-valid --help");
 }
 
-std::vector<std::string> subcommand_first(CLI::App& app, std::vector<std::string> arguments) {
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        if (!is_option(arguments[i])) {
-            const auto subcommand = arguments.begin() + static_cast<std::ptrdiff_t>(i);
-            std::rotate(arguments.begin(), subcommand, subcommand + 1);
-            break;
-        }
-        i += takes_next(app, arguments[i]) ? 1 : 0;
+void parse_command_line(CLI::App& app, int argc, const char* const* argv) {
+    CLI::App* subcommand = nullptr;
+    if (argc > 1 && !is_option(argv[1])) {
+        subcommand = find_subcommand(app, argv[1]);
+        set_defaults(app, *subcommand);
     }
-    return arguments;
-}
-
-void parse_command_line(CLI::App& app, std::vector<std::string> arguments) {
-    std::string name;
-    if (!arguments.empty() && !is_option(arguments.front())) {
-        name = arguments.front();
-        set_defaults(app, *find_subcommand(app, name));
-    }
-    std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
     try {
-        app.parse(arguments);
+        app.parse(argc, argv);
     } catch (const CLI::Success&) {
         throw;
     } catch (const CLI::ParseError& error) {
-        const bool is_extra = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
-        throw InputError((is_extra && !name.empty() ? unexpected(app, name) : reason_of(error)) +
-                         std::string("; run vrrp-valid ") + name + (name.empty() ? "" : " ") +
-                         "--help");
+        if (subcommand == nullptr) {
+            throw InputError("give a command, and then its options; run vrrp-valid --help");
+        }
+        const std::vector<std::string> left = app.remaining(true);
+        throw InputError(
+            (left.empty() ? std::string(error.what()) : unexpected(*subcommand, left)) +
+            "; run vrrp-valid " + subcommand->get_name() + " --help");
     }
 }

@@ -1,139 +1,164 @@
 #include "commands/defaults.h"
 
+#include <unistd.h>
+
 #include <algorithm>
-#include <cstdlib>
+#include <cctype>
 #include <filesystem>
+#include <iostream>
+#include <set>
 
 #include "commands/command_line.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
+#include "terminal/output.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
 constexpr const char* kFile = ".vrrp-valid.toml";
+const std::string kVariable = "VRRP_VALID_";
 
-/// A file that lies in a folder by chance, or by somebody's intent, must not run code, write files,
-/// leave out rules or answer questions.
-const std::vector<std::string> kNotInFile = {"output", "plugin", "rule", "yes"};
+/// A file that lies in a folder by chance, or by somebody's intent, must not run code, read what is
+/// no configuration, write files, leave out rules or data, or hide findings. It sets what is safe.
+const std::set<std::string> kInFile = {"accept-warnings",
+                                       "allow-missing-running",
+                                       "color",
+                                       "diff",
+                                       "edit",
+                                       "format",
+                                       "jobs",
+                                       "max-findings",
+                                       "max-size",
+                                       "quiet",
+                                       "running"};
 
-/// The option's name in a file; empty when it has no defaults but its own.
-std::string key_of(const CLI::Option& option) {
-    return option.get_configurable() && !option.get_lnames().empty() ? option.get_lnames().front()
-                                                                     : std::string();
+/// A variable is an item outside of all sections.
+using Items = std::vector<CLI::ConfigItem>;
+
+/// Whether `item` is the parser's mark for an end of a section.
+bool is_mark(const CLI::ConfigItem& item) {
+    return item.name == "++" || item.name == "--";
 }
 
-CLI::Option* find_option(const CLI::App& subcommand, const std::string& key) {
-    for (CLI::Option* const option : const_cast<CLI::App&>(subcommand).get_options()) {
-        if (!key.empty() && key_of(*option) == key) {
-            return option;
-        }
-    }
-    return nullptr;
-}
-
-/// "VRRP_VALID_MAX_WARNINGS" for "max-warnings".
-std::string variable_of(const std::string& key) {
-    std::string name = "VRRP_VALID_" + key;
-    std::transform(name.begin(), name.end(), name.begin(),
+std::string variable_of(std::string option) {
+    std::transform(option.begin(), option.end(), option.begin(),
                    [](unsigned char c) { return c == '-' ? '_' : std::toupper(c); });
-    return name;
+    return kVariable + option;
 }
 
-void set_default(CLI::Option& option, const std::string& value, const std::string& source) {
-    try {
-        option.run_callback_for_default()->default_val(value)->required(false);
-    } catch (const CLI::Error& error) {
-        throw InputError(source + ": " + error.what());
+/// What messages call `item` of `file`, or the variable when that is empty.
+std::string source_of(const CLI::ConfigItem& item, const fs::path& file) {
+    if (file.empty()) {
+        return variable_of(item.name);
     }
+    const std::string section = CLI::detail::join(item.parents, ".");
+    return file.string() + ": " +
+           (is_mark(item) ? "[" + section + "]" : "\"" + item.fullname() + "\"");
 }
 
-std::vector<CLI::ConfigItem> read_file() {
-    const fs::file_status status = fs::status(kFile);
-    if (!fs::exists(status)) {
-        return {};
-    }
-    try {
-        if (!fs::is_regular_file(status)) {
-            throw CLI::FileError("not a regular file");
-        }
-        return CLI::ConfigTOML().from_file(kFile);
-    } catch (const CLI::Error& error) {
-        throw InputError(kFile + std::string(": ") + error.what());
-    }
-}
-
-/// The subcommands that `item` speaks to.
-std::vector<CLI::App*> addressed(CLI::App& app, const CLI::ConfigItem& item) {
-    std::vector<CLI::App*> subcommands = all_subcommands(app);
-    if (item.parents.empty()) {
-        return subcommands;
-    }
+/// Throws InputError unless one of `subcommands` has the option `item`, and it may be set there.
+void require_option(const std::vector<CLI::App*>& subcommands, const CLI::ConfigItem& item,
+                    const fs::path& file) {
     std::vector<std::string> names;
-    names.reserve(subcommands.size());
-    for (const CLI::App* const subcommand : subcommands) {
-        names.push_back(subcommand->get_name());
-    }
-    const auto found = std::find(names.begin(), names.end(), item.parents.front());
-    if (found == names.end() || item.parents.size() > 1) {
-        const std::string section = CLI::detail::join(item.parents, ".");
-        throw InputError(std::string(kFile) + ": there is no command for [" + section + "]" +
-                         did_you_mean(section, names));
-    }
-    return {subcommands[static_cast<std::size_t>(found - names.begin())]};
-}
-
-void require_known(const CLI::ConfigItem& item, const std::vector<CLI::App*>& subcommands) {
-    const std::string at = std::string(kFile) + ": \"" + item.fullname() + "\" ";
-    if (std::count(kNotInFile.begin(), kNotInFile.end(), item.name) > 0) {
-        throw InputError(at + "cannot be set in a file; give --" + item.name +
-                         " on the command line");
-    }
-    std::vector<std::string> keys;
     for (const CLI::App* const subcommand : subcommands) {
         for (const CLI::Option* const option : subcommand->get_options()) {
-            keys.push_back(key_of(*option));
+            if (option->get_configurable() && !option->get_lnames().empty()) {
+                names.push_back(option->get_lnames().front());
+            }
         }
     }
-    if (item.name.empty() || std::count(keys.begin(), keys.end(), item.name) == 0) {
-        throw InputError(at + "is not an option" + did_you_mean(item.name, keys));
+    if (std::count(names.begin(), names.end(), item.name) == 0) {
+        throw InputError("there is no such option" + did_you_mean(item.name, names));
+    }
+    if (!file.empty() && kInFile.count(item.name) == 0) {
+        throw InputError("cannot be set in a file; give --" + item.name + ", or set " +
+                         variable_of(item.name));
     }
     if (item.inputs.size() != 1) {
-        throw InputError(at + "needs exactly one value");
+        throw InputError("needs exactly one value");
     }
+}
+
+/// Gives `subcommand` the default `item` of `file`, or of a variable when that is empty; false when
+/// it is for others.
+bool apply(CLI::App& app, CLI::App& subcommand, const CLI::ConfigItem& item, const fs::path& file) {
+    try {
+        const bool is_for_all = item.parents.empty();
+        CLI::App* const section =
+            is_for_all ? nullptr : find_subcommand(app, CLI::detail::join(item.parents, "."));
+        if (is_mark(item)) {
+            return false;
+        }
+        require_option(is_for_all ? app.get_subcommands({}) : std::vector{section}, item, file);
+        CLI::Option* const option = subcommand.get_option_no_throw("--" + item.name);
+        if ((!is_for_all && section != &subcommand) || option == nullptr ||
+            !option->get_configurable()) {
+            return false;
+        }
+        const std::string& value = item.inputs.front();
+        const bool is_name = option->get_type_name() == "FILE" && value != "-";
+        option->run_callback_for_default()
+            ->default_val(is_name ? (file.parent_path() / value).string() : value)
+            ->required(false);
+        return true;
+    } catch (const std::runtime_error& error) {
+        throw InputError(source_of(item, file) + ": " + error.what());
+    }
+}
+
+/// The defaults file that holds in the working folder; empty without one.
+fs::path find_file() {
+    std::error_code error;
+    fs::path found;
+    fs::path folder;
+    for (fs::path place = fs::current_path(error); !error; place = place.parent_path()) {
+        if (found.empty() && fs::exists(folder / kFile, error)) {
+            found = folder / kFile;
+        }
+        if (fs::exists(folder / ".git", error)) {
+            return found;
+        }
+        if (!place.has_relative_path()) {
+            break;
+        }
+        folder /= "..";
+    }
+    return fs::exists(kFile, error) ? kFile : fs::path();
+}
+
+std::vector<CLI::ConfigItem> read_file(const fs::path& file) {
+    if (!fs::is_regular_file(file)) {
+        throw InputError(file.string() + ": not a regular file");
+    }
+    std::vector<CLI::ConfigItem> items = CLI::ConfigTOML().from_file(file.string());
+    // What comes later holds.
+    std::stable_sort(items.begin(), items.end(), [](const auto& left, const auto& right) {
+        return left.parents.size() < right.parents.size();
+    });
+    return items;
 }
 
 }  // namespace
 
-bool has_defaults_file() {
-    std::error_code error;
-    return fs::exists(kFile, error);
-}
-
 void set_defaults(CLI::App& app, CLI::App& subcommand) {
-    std::vector<CLI::ConfigItem> items = read_file();
-    // A section's key holds before one for all.
-    std::stable_sort(items.begin(), items.end(), [](const auto& left, const auto& right) {
-        return left.parents.size() < right.parents.size();
-    });
-    for (const CLI::ConfigItem& item : items) {
-        const std::vector<CLI::App*> subcommands = addressed(app, item);
-        if (item.name == "++" || item.name == "--") {
-            continue;  // the parser's marks for the ends of a section
-        }
-        require_known(item, subcommands);
-        CLI::Option* const option = find_option(subcommand, item.name);
-        if (option != nullptr &&
-            std::count(subcommands.begin(), subcommands.end(), &subcommand) > 0) {
-            set_default(*option, item.inputs.front(), kFile + (": \"" + item.fullname() + "\""));
-        }
+    const fs::path file = find_file();
+    bool is_used = false;
+    for (const CLI::ConfigItem& item : file.empty() ? Items() : read_file(file)) {
+        is_used |= apply(app, subcommand, item, file);
     }
-    for (CLI::Option* const option : subcommand.get_options()) {
-        const std::string variable = variable_of(key_of(*option));
-        const char* const value = std::getenv(variable.c_str());
-        if (value != nullptr && *value != '\0') {
-            set_default(*option, value, variable);
+    if (is_used) {
+        std::cerr << complaint("options are set in " + file.string());
+    }
+    for (const char* const* variable = environ; *variable != nullptr; ++variable) {
+        const std::string text = *variable;
+        const std::size_t end = text.find('=');
+        if (text.rfind(kVariable, 0) == 0 && end + 1 < text.size()) {
+            std::string key = text.substr(kVariable.size(), end - kVariable.size());
+            std::transform(key.begin(), key.end(), key.begin(),
+                           [](unsigned char c) { return c == '_' ? '-' : std::tolower(c); });
+            apply(app, subcommand, {{}, key, {text.substr(end + 1)}}, {});
         }
     }
 }

@@ -3,11 +3,10 @@
 
 #include <CLI/CLI.hpp>
 
-/// Whether the working folder has a `.vrrp-valid.toml`.
-bool has_defaults_file();
-
-/// Gives the options of `subcommand`, one of `app`'s, the defaults that `.vrrp-valid.toml` in the
-/// working folder sets (a key is for every subcommand, or in a section for one) and, before
-/// those, the environment (VRRP_VALID_MAX_WARNINGS for --max-warnings). Throws InputError for a
-/// key that no subcommand has and for what a file found in a folder must not decide.
+/// Gives the options of `subcommand`, one of `app`'s, the defaults of the environment
+/// (VRRP_VALID_MAX_FINDINGS for --max-findings) and, after those, of `.vrrp-valid.toml`: a key in
+/// the section of a subcommand holds before one for all. The file is the working folder's, or the
+/// nearest above it in its repository; names in it are relative to it, and when it is used a line
+/// on standard error says so. Throws InputError for an option that no subcommand has, and for one
+/// that a file must not set.
 void set_defaults(CLI::App& app, CLI::App& subcommand);

@@ -8,18 +8,27 @@
 
 namespace {
 
-/// Prints what the one candidate changes in the running configuration.
-int run_diff(const CheckOptions& options) {
-    require_one_standard_input({options.running, options.candidates.front()});
-    const YangModel model(options.checker.yang_dir);
-    const ReadOptions reading{options.checker.is_edit, options.checker.ignore_unknown};
-    const Configuration running =
-        model.read(read_configuration_file(options.running, options.max_size),
-                   {false, reading.ignore_unknown});
-    const Configuration candidate = model.read(
-        read_configuration_file(options.candidates.front(), options.max_size), reading, &running);
+struct DiffOptions {
+    std::string running;
+    std::string candidate;
+    std::string format = "text";
+    std::string yang_dir;
+    bool is_edit = false;
+    bool ignore_unknown = false;
+    std::size_t max_size = kLargestFile;
+};
+
+/// Prints what the candidate changes in the running configuration.
+int run_diff(const DiffOptions& options) {
+    require_one_standard_input({options.running, options.candidate});
+    const YangModel model(options.yang_dir);
+    const Configuration running = model.read(
+        read_configuration_file(options.running, options.max_size), {false, options.ignore_unknown});
+    const Configuration candidate =
+        model.read(read_configuration_file(options.candidate, options.max_size),
+                   {options.is_edit, options.ignore_unknown}, &running);
     const std::vector<Change> changes = difference(running.tree, candidate.tree);
-    print(options.report.format == "json"
+    print(options.format == "json"
               ? format_difference_json(running.name(), candidate.name(), changes)
               : format_difference_text(changes, wants_colour()));
     return changes.empty() ? kExitClean : kExitDifferences;
@@ -28,17 +37,19 @@ int run_diff(const CheckOptions& options) {
 }  // namespace
 
 Subcommand add_diff_command(CLI::App& app) {
-    const auto options = std::make_shared<CheckOptions>();
+    const auto options = std::make_shared<DiffOptions>();
     CLI::App* const command = add_subcommand(app, "diff", "Print what a configuration changes",
                                              "--running running.json candidate.json");
-    add_running(*command, options->running, "The running configuration")->required();
-    command->add_option("--format", options->report.format, "How to print the changes")
+    add_file(*command, "--running", options->running, "The running configuration")->required();
+    command->add_option("--format", options->format, "How to print the changes")
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str()
         ->configurable(false);  // a default for findings is none for changes
-    add_reading_options(*command, options->checker);
+    add_reading_options(*command, options->is_edit, options->ignore_unknown);
     add_max_size(*command, options->max_size);
-    add_yang_dir(*command, options->checker.yang_dir);
-    add_candidates(*command, options->candidates)->expected(1);
+    add_yang_dir(*command, options->yang_dir);
+    add_output(*command);
+    add_colour(*command);
+    add_candidate(*command, options->candidate)->required();
     return {command, [options] { return run_diff(*options); }};
 }

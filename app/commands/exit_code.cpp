@@ -1,15 +1,11 @@
 #include "commands/exit_code.h"
 
-int exit_code(const Summary& summary, bool accept_warnings) {
+int exit_code(const Summary& summary, std::size_t accepted_warnings) {
     if (summary.not_checked > 0) {
         return kExitCannotCheck;
     }
     if (summary.errors > 0) {
         return kExitErrors;
     }
-    return summary.warnings == 0 || accept_warnings ? kExitClean : kExitWarnings;
-}
-
-int exit_code(const std::vector<Report>& reports, bool accept_warnings) {
-    return exit_code(summary_of(reports), accept_warnings);
+    return summary.warnings <= accepted_warnings ? kExitClean : kExitWarnings;
 }

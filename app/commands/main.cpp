@@ -1,94 +1,39 @@
 #include <algorithm>
 #include <csignal>
 #include <iostream>
-#include <optional>
-#include <set>
 
 #include "commands/command_line.h"
 #include "commands/commands.h"
-#include "commands/defaults.h"
 #include "commands/exit_code.h"
 #include "commands/output_conflict.h"
 #include "errors/input_error.h"
-#include "terminal/interrupt.h"
+#include "files/interrupt.h"
 #include "terminal/output.h"
 #include "terminal/output_file.h"
 
 namespace {
 
-/// An empty name is a variable that is not set: it must not pass for an option that was not given.
-void require_names(CLI::App& app) {
-    const CLI::Validator is_named(
-        [](const std::string& name) {
-            return name.empty() ? std::string("the name is empty") : std::string();
-        },
-        {});
-    for (CLI::App* const command : app.get_subcommands({})) {
-        for (CLI::Option* const option : command->get_options()) {
-            const std::string type = option->get_type_name();
-            if (type.rfind("FILE", 0) == 0 || type.rfind("DIR", 0) == 0) {
-                option->check(is_named);
-            }
-        }
-    }
-}
-
-/// Where the output goes and how it looks, of whatever subcommand prints something.
-struct OutputOptions {
-    std::string file;  ///< empty for standard output
-    std::string colour = "auto";
+constexpr Subcommand (*kSubcommands[])(CLI::App&) = {
+    add_check_command,    add_diff_command,   add_report_command,  add_rules_command,
+    add_explain_command,  add_keygen_command, add_encrypt_command, add_completion_command,
+    add_complete_command, add_help_command,
 };
 
-void add_output_options(CLI::App& app, OutputOptions& options) {
-    const std::set<std::string> without_output = {"keygen", "help"};
-    const std::set<std::string> with_colour = {"check", "report", "diff", "commit"};
-    for (CLI::App* const command : all_subcommands(app)) {
-        if (without_output.count(command->get_name()) == 0) {
-            command
-                ->add_option("-o,--output", options.file,
-                             "Write the output to this file, complete or not at all")
-                ->type_name("FILE");
-        }
-        if (with_colour.count(command->get_name()) > 0) {
-            command->add_option("--color", options.colour, "When to colour the text")
-                ->check(CLI::IsMember({"auto", "always", "never"}))
-                ->capture_default_str();
-        }
-    }
-}
-
-constexpr std::pair<const char*, Subcommand (*)(CLI::App&)> kSubcommands[] = {
-    {"check", add_check_command},     {"diff", add_diff_command},
-    {"report", add_report_command},   {"rules", add_rules_command},
-    {"explain", add_explain_command}, {"keygen", add_keygen_command},
-    {"encrypt", add_encrypt_command}, {"completion", add_completion_command},
-    {"help", add_help_command},
-};
-
-/// Adds the subcommand `first`, or all of them when that is none, or one that needs to know the
-/// others. To add all takes longer than many a check.
-std::vector<Subcommand> add_subcommands(CLI::App& app, const std::string& first) {
-    const bool needs_all = first == "completion" || first == "help" || has_defaults_file();
-    for (const auto& [name, add] : kSubcommands) {
-        if (name == first && !needs_all) {
-            return {add(app)};
-        }
-    }
-    std::vector<Subcommand> all;
-    for (const auto& [name, add] : kSubcommands) {
-        all.push_back(add(app));
-    }
-    return all;
+/// The value of `option`, its default unless given; empty where `command` has no such option.
+std::string value_of(const CLI::App& command, const std::string& option) {
+    const CLI::Option* const found = command.get_option_no_throw(option);
+    return found == nullptr ? std::string() : found->as<std::string>();
 }
 
 /// Runs `subcommand` and gives its exit code.
-int run_with_output(const Subcommand& subcommand, const OutputOptions& options) {
-    choose_colour(options.colour);
-    if (options.file.empty() || options.file == "-") {
+int run_with_output(const Subcommand& subcommand) {
+    choose_colour(value_of(*subcommand.parser, "--color"));
+    const std::string name = value_of(*subcommand.parser, "--output");
+    if (name.empty() || name == "-") {
         return subcommand.run();
     }
-    require_no_input(*subcommand.parser, options.file);
-    OutputFile file(options.file);
+    require_no_input(*subcommand.parser, name);
+    OutputFile file(name);
     const int code = subcommand.run();
     try {
         file.put_in_place();
@@ -107,20 +52,20 @@ int run(int argc, char** argv) {
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not be checked, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
-    const std::vector<Subcommand> subcommands = add_subcommands(app, argc > 1 ? argv[1] : "");
-    OutputOptions output;
-    add_output_options(app, output);
-    require_names(app);
+    std::vector<Subcommand> subcommands;
+    for (const auto& add : kSubcommands) {
+        subcommands.push_back(add(app));
+    }
     try {
-        parse_command_line(app, subcommand_first(app, {argv + 1, argv + argc}));
+        parse_command_line(app, argc, argv);
     } catch (const CLI::Success& question) {
         return app.exit(question);
     }
     const auto given = std::find_if(subcommands.begin(), subcommands.end(),
                                     [](const Subcommand& one) { return one.parser->parsed(); });
-    const int code = run_with_output(*given, output);
+    const int code = run_with_output(*given);
     if (code == kInterrupted) {
-        Interrupt::pass_on();
+        end_as_interrupted();
     }
     return code;
 }

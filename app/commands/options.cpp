@@ -2,16 +2,35 @@
 
 #include <algorithm>
 #include <charconv>
-#include <thread>
 
+#include "commands/exit_code.h"
 #include "commands/install_layout.h"
 #include "errors/input_error.h"
+
+namespace {
+
+/// Makes a number of what `--accept-warnings` is given: nothing, which is "true", accepts all.
+std::string to_number_of_warnings(std::string& text) {
+    if (text == "true" || text == "false") {
+        text = std::to_string(text == "true" ? kAllWarnings : 0);
+    }
+    return whole_number(0)(text);
+}
+
+}  // namespace
 
 CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::string& description,
                          const std::string& example) {
     CLI::App* const command = app.add_subcommand(name, description);
     command->footer("Example: vrrp-valid " + name + " " + example);
     return command;
+}
+
+CLI::Validator is_named() {
+    return {[](const std::string& name) {
+                return name.empty() ? std::string("the name is empty") : std::string();
+            },
+            ""};
 }
 
 CLI::Validator whole_number(std::size_t least) {
@@ -29,20 +48,7 @@ CLI::Validator whole_number(std::size_t least) {
 
 void add_yang_dir(CLI::App& command, std::string& yang_dir) {
     yang_dir = default_yang_dir();
-    command.add_option("--yang-dir", yang_dir, "The folder with the YANG modules")
-        ->type_name("DIR");
-}
-
-CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description) {
-    return command.add_option("--running", running, description)->type_name("FILE");
-}
-
-CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates) {
-    return command
-        .add_option("CANDIDATE", candidates,
-                    "A configuration in RFC 7951 JSON or NETCONF XML; - is standard input")
-        ->required()
-        ->type_name("FILE");
+    add_file(command, "--yang-dir", yang_dir, "The folder with the YANG modules")->type_name("DIR");
 }
 
 void add_max_size(CLI::App& command, std::size_t& max_size) {
@@ -52,52 +58,38 @@ void add_max_size(CLI::App& command, std::size_t& max_size) {
         ->capture_default_str();
 }
 
-void add_report_options(CLI::App& command, ReportOptions& options) {
+void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& accepted_warnings) {
     command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
         ->capture_default_str();
-    command.add_flag("--accept-warnings", options.accept_warnings,
-                     "Accept warnings: they do not change the exit code");
     command
-        .add_option("--max-warnings", options.max_warnings,
-                    "Accept this many warnings, counted over all candidates")
-        ->check(whole_number(0))
-        ->type_name("NUMBER")
-        ->capture_default_str();
+        .add_flag("--accept-warnings", accepted_warnings,
+                  "Accept all warnings, or with =N up to N, counted over all candidates")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast)
+        ->transform(CLI::Validator(to_number_of_warnings, ""));
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
     command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
 }
 
-void add_reading_options(CLI::App& command, CheckerOptions& options) {
+void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown) {
     command.add_flag(
-        "--edit", options.is_edit,
+        "--edit", is_edit,
         "Candidates are edits of the running configuration: an edit-config, or JSON to merge");
-    command.add_flag("--ignore-unknown", options.ignore_unknown,
+    command.add_flag("--ignore-unknown", ignore_unknown,
                      "Skip nodes that the YANG modules do not define, and list them");
 }
 
-void add_check_options(CLI::App& command, CheckOptions& options) {
-    options.checker.plugin_file = default_plugin_file();
-    options.checker.threads = std::max(1U, std::thread::hardware_concurrency());
-    add_report_options(command, options.report);
-    command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
-        ->type_name("FILE");
-    command.add_option("--plugin", options.checker.plugin_file, "The plug-in with the rules")
-        ->type_name("FILE");
-    command
-        .add_option("--max-findings", options.checker.max_findings,
-                    "Print at most this many findings of each rule, and count the rest")
-        ->check(whole_number(0))
-        ->type_name("NUMBER")
-        ->capture_default_str();
-    command
-        .add_option("-j,--jobs", options.checker.threads,
-                    "Number of threads; as many as there are cores unless given")
-        ->check(whole_number(1))
-        ->type_name("NUMBER");
-    add_reading_options(command, options.checker);
-    add_max_size(command, options.max_size);
-    add_yang_dir(command, options.checker.yang_dir);
+void add_output(CLI::App& command) {
+    command.add_option("-o,--output", "Write the output to this file, complete or not at all")
+        ->type_name("FILE")
+        ->check(is_named());
+}
+
+void add_colour(CLI::App& command) {
+    command.add_option("--color", "When to colour the text")
+        ->type_name("TEXT")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->default_str("auto");
 }
 
 void require_one_standard_input(const std::vector<std::string>& files) {

@@ -8,39 +8,47 @@
 #include "checking/checker.h"
 #include "reports/report_format.h"
 
-/// What `check` and `commit` check, with what, and how they report it.
-struct CheckOptions {
-    CheckerOptions checker;
-    std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
-    std::string running;                  ///< empty for an empty running configuration
-    ReportOptions report;
-    std::size_t max_size = kLargestFile;  ///< of each file, in bytes
-};
-
 /// A subcommand with an example of its arguments at the end of its help.
 CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::string& description,
                          const std::string& example);
 
-/// `--yang-dir`, the installed models unless given.
-void add_yang_dir(CLI::App& command, std::string& yang_dir);
-
-CLI::Option* add_running(CLI::App& command, std::string& running, const std::string& description);
-CLI::Option* add_candidates(CLI::App& command, std::vector<std::string>& candidates);
+/// Refuses an empty name: it is a variable that is not set, and must not pass for an option that
+/// was not given.
+CLI::Validator is_named();
 
 /// What an option that counts takes: `least` or more, which a mere conversion would let wrap.
 CLI::Validator whole_number(std::size_t least);
 
+/// An option or argument that names a file, or several.
+template <typename Names>
+CLI::Option* add_file(CLI::App& command, const std::string& option, Names& names,
+                      const std::string& description) {
+    return command.add_option(option, names, description)->type_name("FILE")->check(is_named());
+}
+
+/// `--yang-dir`, the installed models unless given.
+void add_yang_dir(CLI::App& command, std::string& yang_dir);
+
+/// The argument CANDIDATE, one or several.
+template <typename Names>
+CLI::Option* add_candidate(CLI::App& command, Names& names) {
+    return add_file(command, "CANDIDATE", names,
+                    "A configuration in RFC 7951 JSON or NETCONF XML; - is standard input");
+}
+
 /// `--max-size`, for every configuration that the subcommand reads.
 void add_max_size(CLI::App& command, std::size_t& max_size);
 
-/// How a subcommand prints reports.
-void add_report_options(CLI::App& command, ReportOptions& options);
+/// How a subcommand prints reports, and how many warnings are no failure.
+void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& accepted_warnings);
 
 /// `--edit` and `--ignore-unknown`.
-void add_reading_options(CLI::App& command, CheckerOptions& options);
+void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown);
 
-/// The options beside those that all of `check` and `commit` take.
-void add_check_options(CLI::App& command, CheckOptions& options);
+/// `--output`, and where the output can have colours `--color`. Whoever runs the subcommand reads
+/// their values from the parser.
+void add_output(CLI::App& command);
+void add_colour(CLI::App& command);
 
 /// Throws InputError when more than one of `files` is to be read from standard input.
 void require_one_standard_input(const std::vector<std::string>& files);

@@ -14,12 +14,10 @@ namespace {
 /// Whether `output` is `input`, or would be a configuration in that folder.
 bool is_part_of(const std::string& input, const std::string& output) {
     std::error_code error;
-    if (!fs::is_directory(input, error)) {
-        return fs::equivalent(input, output, error);
-    }
     const fs::path below =
         fs::weakly_canonical(output, error).lexically_relative(fs::weakly_canonical(input, error));
-    return is_configuration_name(below) && *below.begin() != "..";
+    return below == "." || (fs::is_directory(input, error) && is_configuration_name(below) &&
+                            *below.begin() != "..");
 }
 
 /// The files that the list in the file `name` names.

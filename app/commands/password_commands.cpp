@@ -22,7 +22,7 @@ Subcommand add_keygen_command(CLI::App& app) {
     const auto file = std::make_shared<std::string>();
     CLI::App* const command =
         add_subcommand(app, "keygen", "Create a key for encrypted passwords", "router.key");
-    command->add_option("FILE", *file, "The key file to create")->type_name("FILE")->required();
+    add_file(*command, "FILE", *file, "The key file to create")->required();
     return {command, [file] {
                 make_key_file(*file);
                 return kExitClean;
@@ -34,6 +34,7 @@ Subcommand add_encrypt_command(CLI::App& app) {
     CLI::App* const command =
         add_subcommand(app, "encrypt", "Encrypt a password from the terminal or standard input",
                        "--key-file router.key");
-    command->add_option("--key-file", *key_file, "The key file")->type_name("FILE")->required();
+    add_file(*command, "--key-file", *key_file, "The key file")->required();
+    add_output(*command);
     return {command, [key_file] { return run_encrypt(*key_file); }};
 }

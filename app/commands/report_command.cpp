@@ -17,6 +17,7 @@ namespace {
 
 struct ReportCommandOptions {
     ReportOptions report;
+    std::size_t accepted_warnings = 0;
     std::string yang_dir;
     std::vector<std::string> files;
 };
@@ -63,7 +64,7 @@ int run_report(const ReportCommandOptions& options) {
     }
     stream.finish(not_reached);
     document.copy_to(print);
-    return exit_code(stream.summary(), options.report.accepts(stream.summary().warnings));
+    return exit_code(stream.summary(), options.accepted_warnings);
 }
 
 }  // namespace
@@ -74,10 +75,14 @@ Subcommand add_report_command(CLI::App& app) {
     CLI::App* const command =
         add_subcommand(app, "report", "Join stored JSON reports into one, in any format",
                        "--format junit shard-1.json shard-2.json");
-    add_report_options(*command, options->report);
+    add_report_options(*command, options->report, options->accepted_warnings);
     add_yang_dir(*command, options->yang_dir);
-    command->add_option("REPORT", options->files, "A report that check --format json printed")
-        ->required()
-        ->type_name("FILE");
-    return {command, [options] { return run_report(*options); }};
+    add_output(*command);
+    add_colour(*command);
+    add_file(*command, "REPORT", options->files, "A report that check --format json printed")
+        ->required();
+    return {command, [options] {
+                options->report.accept_warnings = options->accepted_warnings == kAllWarnings;
+                return run_report(*options);
+            }};
 }

@@ -145,6 +145,7 @@ Subcommand add_rules_command(CLI::App& app) {
         add_subcommand(app, "rules", "List the rules and what they check", "--format json");
     add_format(*command, *options, {"text", "json"});
     add_yang_dir(*command, options->yang_dir);
+    add_output(*command);
     return {command, [options] { return run_rules(*options); }};
 }
 
@@ -158,5 +159,6 @@ Subcommand add_explain_command(CLI::App& app) {
     command->add_flag("-v,--verbose", options->verbose,
                       "Also list the platform calls that the rule makes");
     add_yang_dir(*command, options->yang_dir);
+    add_output(*command);
     return {command, [options] { return run_explain(*options); }};
 }

@@ -5,29 +5,23 @@
 #include <unistd.h>
 
 #include "errors/input_error.h"
+#include "files/interrupt.h"
 
 namespace {
 
 constexpr int kLook = 100;  // for how many milliseconds a thread waits before it looks around
 
-std::atomic<bool> is_over{false};
-static_assert(std::atomic<bool>::is_always_lock_free, "a signal handler sets it");
-
 /// Waits for the first byte in `file`, or its end. Throws InputError when the wait is over first.
 void wait_for(const FileDescriptor& file, const std::string& name) {
     pollfd readable{file.number(), POLLIN, 0};
     while (poll(&readable, 1, kLook) <= 0) {
-        if (is_over) {
+        if (is_interrupted()) {
             throw InputError(shown_name(name) + ": cannot be read: the wait for it was ended");
         }
     }
 }
 
 }  // namespace
-
-std::atomic<bool>& is_waiting_over() {
-    return is_over;
-}
 
 std::string shown_name(const std::string& name) {
     return name == "-" ? "standard input" : name;

@@ -14,4 +14,4 @@ split --number="l/$shards" --numeric-suffixes=1 --suffix-length=4 "$list" "$fold
 parallel --sshloginfile "$nodes" --jobs 1 --retries 3 --workdir "$PWD" --env VRRP_VALID \
     "$here/check-shard.sh" ::: "$folder"/shard-????
 rm -f "$folder"/.vrrp-valid-??????  # of killed workers
-"$VRRP_VALID" report --format json "$folder"/shard-????.json >"$folder/report.json"
+"$VRRP_VALID" report --format json -- "$folder"/shard-????.json >"$folder/report.json"

@@ -31,4 +31,4 @@ if [ -n "$left" ]; then
     exit 1
 fi
 rm -f "$folder"/.vrrp-valid-??????  # of killed workers
-"$VRRP_VALID" report --format json "$folder"/shard-????.json >"$folder/report.json"
+"$VRRP_VALID" report --format json -- "$folder"/shard-????.json >"$folder/report.json"

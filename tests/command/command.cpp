@@ -7,13 +7,14 @@
 
 #include <array>
 #include <csignal>
+#include <thread>
 
 namespace {
 
 constexpr int kPatience = 60000;  // milliseconds
 
 [[noreturn]] void execute(const Arguments& arguments, const Variables& environment,
-                          const std::string& program = VRRP_VALID_COMMAND) {
+                          const std::string& program) {
     for (const auto& [name, value] : environment) {
         setenv(name.c_str(), value.c_str(), 1);
     }
@@ -56,12 +57,11 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     const std::string in = streams.put("in", surroundings.input);
     const std::string out = streams.put("out", "");
     const std::string err = streams.put("err", "");
-    const std::string& file = surroundings.output_file;
     const pid_t process = fork();
     if (process == 0) {
         if (freopen(in.c_str(), "r", stdin) == nullptr ||
             freopen(err.c_str(), "w", stderr) == nullptr ||
-            freopen((file.empty() ? out : file).c_str(), "w", stdout) == nullptr ||
+            freopen(out.c_str(), "w", stdout) == nullptr ||
             chdir(surroundings.folder.c_str()) != 0) {
             _exit(127);
         }
@@ -77,16 +77,16 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     return {exit_code(end), content_of(out), content_of(err)};
 }
 
-Terminal::Terminal(const Arguments& arguments, const Variables& environment,
-                   const std::function<void()>& before)
+Terminal::Terminal(const Arguments& arguments, const std::function<void()>& before,
+                   const Variables& environment, const std::string& program)
     : id_(forkpty(&master_, nullptr, nullptr, nullptr)) {
     if (id_ == 0) {
         setenv("TERM", "xterm", 1);
-        setenv("NO_COLOR", "", 1);
+        unsetenv("NO_COLOR");
         if (before) {
             before();
         }
-        execute(arguments, environment);
+        execute(arguments, environment, program);
     }
 }
 
@@ -96,6 +96,13 @@ void Terminal::answer(const std::string& question, const std::string& answer) {
     }
     answered_ = shown_.find(question, answered_) + question.size();
     EXPECT_EQ(write(master_, answer.data(), answer.size()), static_cast<int>(answer.size()));
+}
+
+void Terminal::wait_for_read() const {
+    const std::string status = "/proc/" + std::to_string(tcgetpgrp(master_)) + "/stat";
+    while (!holds(content_of(status), ") S ")) {
+        std::this_thread::yield();
+    }
 }
 
 bool Terminal::echoes() const {

@@ -25,7 +25,6 @@ using Variables = std::map<std::string, std::string>;
 
 struct Surroundings {
     std::string input = {};             ///< what standard input holds
-    std::string output_file = {};       ///< where standard output goes instead of into the outcome
     std::string folder = ".";           ///< the working folder
     Variables environment = {};         ///< beside the test's own
     std::function<void()> before = {};  ///< what the process does last before it is the command
@@ -40,10 +39,13 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
 /// The command at work on a terminal. What it does not show within a minute, it never does.
 class Terminal {
   public:
-    explicit Terminal(const Arguments& arguments, const Variables& environment = {},
-                      const std::function<void()>& before = {});
+    explicit Terminal(const Arguments& arguments, const std::function<void()>& before = {},
+                      const Variables& environment = {},
+                      const std::string& program = VRRP_VALID_COMMAND);
     /// Types `answer` once the terminal has shown `question` again; a failure when it never does.
     void answer(const std::string& question, const std::string& answer);
+    /// Returns once the command waits for what is typed.
+    void wait_for_read() const;
     bool echoes() const;
     pid_t process() const { return id_; }
     Outcome finish();

@@ -16,14 +16,8 @@ offered() {
             _vrrp_valid; printf "%s\n" "${COMPREPLY[@]}"' - "$script" "${@:2}" ;;
     fish) fish --no-config -c 'source $argv[1]; complete -C "$argv[2..]"' "$script" "${@:2}" ;;
     # Its completion system runs on a terminal only; what it is told holds all that it offers.
-    zsh) zsh -f -c 'compdef() { }; compadd() { print -rl -- "$@"; }
-           _describe() { print -rl -- "${(P@)2}"; }
-           _arguments() {
-             if [[ $1 != -C ]]; then print -rl -- "$@"
-             elif (( $#words > 2 )); then state=argument; shift words
-             else state=command; fi
-           }
-           source "$1"; words=("${@:2}"); _vrrp_valid; _vrrp_valid_rules' - "$script" "${@:2}" ;;
+    zsh) zsh -f -c 'compdef() { }; _describe() { print -rl -- "${(P@)2}"; }
+           source "$1"; words=("${@:2}"); CURRENT=$#words; _vrrp_valid' - "$script" "${@:2}" ;;
   esac
 }
 

@@ -108,7 +108,7 @@ TEST(Fleet, ShowsHowFarItIsOnATerminalOnly) {
     const std::string ninth = fleet.fifo_for('i');
     const std::string err = fleet.put("err", "");
     for (const bool is_terminal : {true, false}) {
-        Terminal terminal(fleet.one_by_one(), {}, [&] {
+        Terminal terminal(fleet.one_by_one(), [&] {
             if (!is_terminal && freopen(err.c_str(), "w", stderr) == nullptr) {
                 _exit(127);
             }
@@ -131,19 +131,43 @@ TEST(Fleet, EndsWithWhatIsDoneWhenInterrupted) {
     const Fleet fleet;
     const std::string fifth = fleet.fifo_for('e');
     const std::string file = fleet / "report";
-    for (const bool has_file : {false, true}) {
+    for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+        const bool has_file = signal == SIGTERM;
         Arguments arguments = fleet.one_by_one();
         if (has_file) {
             arguments.insert(arguments.end(), {"-o", file});
         }
         Terminal terminal(arguments);
         const int end = open(fifth.c_str(), O_WRONLY);
-        terminal.answer(has_file ? "" : "error:", "\003");
-        terminal.answer("^C", "");
+        terminal.answer(has_file ? "" : "error:", "");
+        kill(terminal.process(), signal);
         const Outcome outcome = terminal.finish();
-        EXPECT_TRUE(ended(outcome, -SIGINT, {"interrupted: 8 of 12 candidates not checked"}));
+        EXPECT_TRUE(ended(outcome, -signal, {"interrupted: 8 of 12 candidates not checked"}));
         EXPECT_TRUE(
             holds(has_file ? content_of(file) : outcome.out, "12 candidates: 1 error, 0 warnings"));
         close(end);
     }
+}
+
+TEST(Fleet, EndsAtOnceWhenInterruptedTwice) {
+    const Fleet fleet;
+    const int end = open(fleet.fifo_for('e').c_str(), O_RDWR);
+    Terminal terminal(fleet.one_by_one());
+    terminal.answer("error:", "\003");
+    terminal.answer("^C", "\003");
+    EXPECT_EQ(terminal.finish().status, -SIGINT);
+    close(end);
+}
+
+TEST(Fleet, IsJoinedByCandidateAndRunningConfiguration) {
+    const Fleet fleet;
+    const std::string candidate = fleet / Fleet::file("candidate", 'd');
+    Arguments join = {"report"};
+    for (const char running : {'a', 'b'}) {
+        join.push_back(fleet.put(std::string("report-") + running,
+                                 run({"check", "--format", "json", "--running",
+                                      fleet / Fleet::file("running", running), candidate})
+                                     .out));
+    }
+    EXPECT_TRUE(ended(run(join), 1, {"2 candidates: 2 errors, 0 warnings"}));
 }

@@ -174,16 +174,18 @@ TEST(Password, LeavesTheTerminalAsItWasWhateverSignalComes) {
         SCOPED_TRACE(strsignal(signal));
         Terminal ended(folder.encrypt());
         ended.answer("Password: ", "");
+        ended.wait_for_read();
         EXPECT_FALSE(ended.echoes());
         kill(ended.process(), signal);
         const Outcome outcome = ended.finish();
         EXPECT_EQ(outcome.status, -signal);
         EXPECT_TRUE(outcome.echoes);
 
-        Terminal deaf(folder.encrypt(), {}, [&] { static_cast<void>(::signal(signal, SIG_IGN)); });
+        Terminal deaf(folder.encrypt(), [&] { static_cast<void>(::signal(signal, SIG_IGN)); });
         deaf.answer("Password: ", "");
+        deaf.wait_for_read();
         kill(deaf.process(), signal);
-        deaf.answer("", "s3cret\n");
+        deaf.answer("Password: ", "s3cret\n");
         deaf.answer("Again: ", "s3cret\n");
         EXPECT_EQ(deaf.finish().status, 0);
     }
@@ -191,8 +193,10 @@ TEST(Password, LeavesTheTerminalAsItWasWhateverSignalComes) {
 
 TEST(Password, IsHiddenAgainWhenTheJobContinues) {
     const KeyFolder folder;
-    Terminal terminal(folder.encrypt(), {}, be_job_of_shell);
-    terminal.answer("Password: ", "\032");  // Ctrl-Z
+    Terminal terminal(folder.encrypt(), be_job_of_shell);
+    terminal.answer("Password: ", "");
+    terminal.wait_for_read();
+    terminal.answer("", "\032");  // Ctrl-Z
     int status = 0;
     ASSERT_EQ(waitpid(terminal.process(), &status, WUNTRACED), terminal.process());
     ASSERT_TRUE(WIFSTOPPED(status));

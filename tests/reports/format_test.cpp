@@ -61,8 +61,9 @@ TEST(Reports, TakeTheWorstExitCode) {
         {{kBroken}, 2},
     };
     for (const auto& [reports, code] : rows) {
-        EXPECT_EQ(exit_code(reports, false), code);
-        EXPECT_EQ(exit_code(reports, true), code == 3 ? 0 : code) << "with warnings accepted";
+        EXPECT_EQ(exit_code(summary_of(reports), 0), code);
+        EXPECT_EQ(exit_code(summary_of(reports), kAllWarnings), code == 3 ? 0 : code)
+            << "with warnings accepted";
     }
 }
 
@@ -135,7 +136,7 @@ TEST(Reports, SayWhatACleanResultDoesNotMean) {
 TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     Report report = checked("candidate", {changed_address()});
     report.omitted = {{changed_address().rule, 8, 1}, {bare_warning().rule, 0, 1}};
-    EXPECT_EQ(exit_code({report}, true), 1);
+    EXPECT_EQ(exit_code(summary_of({report}), kAllWarnings), 1);
     EXPECT_THAT(
         formatted({report}, "text"),
         AllOf(HasSubstr("candidate: 9 errors, 2 warnings in "),
@@ -150,7 +151,7 @@ TEST(Reports, CountTheFindingsThatTheyDoNotHold) {
     EXPECT_THAT(tests, HasSubstr("type=\"warning\" message=\"1 finding\""));
     report.findings.clear();
     report.omitted = {{bare_warning().rule, 0, 1}};
-    EXPECT_EQ(exit_code({report}, false), 3);
+    EXPECT_EQ(exit_code(summary_of({report}), 0), 3);
 }
 
 TEST(Reports, SayInEveryFormatWhatTheyDoNotHold) {
@@ -279,7 +280,7 @@ TEST(Reports, AreReadBackFromJson) {
     stream.add(kClean);
     stream.finish(4);
     EXPECT_EQ(reports_from_json("file", text).not_reached, 4U);
-    EXPECT_EQ(exit_code(stream.summary(), true), 2);
+    EXPECT_EQ(exit_code(stream.summary(), kAllWarnings), 2);
     EXPECT_THROW(reports_from_json("file", R"({"format_version": "2.0"})"), InputError);
 }
 

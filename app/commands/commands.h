@@ -15,7 +15,6 @@ struct Subcommand {
 Subcommand add_check_command(CLI::App& app);
 Subcommand add_diff_command(CLI::App& app);
 Subcommand add_report_command(CLI::App& app);
-Subcommand add_commit_command(CLI::App& app);
 Subcommand add_rules_command(CLI::App& app);
 Subcommand add_explain_command(CLI::App& app);
 Subcommand add_keygen_command(CLI::App& app);

@@ -41,7 +41,7 @@ struct OutputOptions {
 
 void add_output_options(CLI::App& app, OutputOptions& options) {
     const std::set<std::string> without_output = {"keygen", "help"};
-    const std::set<std::string> with_colour = {"check", "report", "diff", "commit"};
+    const std::set<std::string> with_colour = {"check", "report", "diff"};
     for (CLI::App* const command : all_subcommands(app)) {
         if (without_output.count(command->get_name()) == 0) {
             command
@@ -58,11 +58,11 @@ void add_output_options(CLI::App& app, OutputOptions& options) {
 }
 
 constexpr std::pair<const char*, Subcommand (*)(CLI::App&)> kSubcommands[] = {
-    {"check", add_check_command},           {"diff", add_diff_command},
-    {"report", add_report_command},         {"commit", add_commit_command},
-    {"rules", add_rules_command},           {"explain", add_explain_command},
-    {"keygen", add_keygen_command},         {"encrypt", add_encrypt_command},
-    {"completion", add_completion_command}, {"help", add_help_command},
+    {"check", add_check_command},     {"diff", add_diff_command},
+    {"report", add_report_command},   {"rules", add_rules_command},
+    {"explain", add_explain_command}, {"keygen", add_keygen_command},
+    {"encrypt", add_encrypt_command}, {"completion", add_completion_command},
+    {"help", add_help_command},
 };
 
 /// Adds the subcommand `first`, or all of them when that is none, or one that needs to know the

@@ -39,9 +39,6 @@ class Section {
         if (!report_.failure.empty()) {
             return "Could not be checked";
         }
-        if (report_.committed) {
-            return *report_.committed ? "Committed" : "Not committed";
-        }
         if (report_.count(Severity::error) > 0) {
             return "Refused";
         }

@@ -75,9 +75,6 @@ Report read_report(const Json& json) {
     const Json& skipped = json.at("skipped");
     report.unknown_data = {skipped.at("nodes").get<std::size_t>(), texts_at(skipped, "modules"),
                            texts_at(skipped, "unknown")};
-    if (json.contains("committed")) {
-        report.committed = json["committed"].get<bool>();
-    }
     if (json.contains("changes")) {
         report.changes.emplace();
         for (const Json& change : json["changes"]) {

@@ -64,9 +64,6 @@ Json to_json(const Report& report) {
     Json json = {{"candidate", printable(report.candidate)},
                  {"running", text_or_null(report.running)},
                  {"valid", is_checked && report.count(Severity::error) == 0}};
-    if (report.committed) {
-        json["committed"] = *report.committed;
-    }
     json["rules"] = to_json(report.rule_names);
     json["requests"] = report.requests;
     json["instances"] = Json::array();

@@ -227,15 +227,14 @@ TEST(Reports, SayThatThereIsNoRoomForThem) {
 }
 
 TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
-    Report committed = kClean;
-    committed.running = "running.json";
-    committed.committed = true;
-    committed.changes = {{ChangeKind::changed, "/a/b", "a", "b", "1", "2", {}}};
+    Report changed = kClean;
+    changed.running = "running.json";
+    changed.changes = {{ChangeKind::changed, "/a/b", "a", "b", "1", "2", {}}};
     for (const auto& reports : std::vector<std::vector<Report>>{
-             {}, {kClean}, {kBroken}, {kBoth, kBroken, kWarned, committed}}) {
+             {}, {kClean}, {kBroken}, {kBoth, kBroken, kWarned, changed}}) {
         EXPECT_EQ(against_schema(formatted(reports, "json")), "");
     }
-    json all = json::parse(formatted({kBoth, kBroken, kWarned, committed}, "json"));
+    json all = json::parse(formatted({kBoth, kBroken, kWarned, changed}, "json"));
     EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 4, "errors": 1, "warnings": 2,
         "not_checked": 1, "skipped": 0})"));
     const json& broken = all["reports"][1];
@@ -244,7 +243,6 @@ TEST(Reports, AreOneObjectOfTheDescribedFormInJson) {
     EXPECT_EQ(broken["valid"], false);
     EXPECT_EQ(all["reports"][0]["valid"], false);
     EXPECT_EQ(all["reports"][2]["valid"], true) << "a warning leaves it valid";
-    EXPECT_EQ(all["reports"][3]["committed"], true);
     EXPECT_EQ(all["reports"][0]["findings"][0]["values"][0], json::parse(R"({
         "datastore": "running", "path": "/config/interface/l3{vlan10}/ipv4/address/ip",
         "cli_path": "config interface l3 vlan10 ipv4 address ip",
@@ -261,7 +259,6 @@ TEST(Reports, AreReadBackFromJson) {
     full.instances.push_back({"l3 a b", "ipv6", "7"});
     full.removed_instances = 2;
     full.unknown_data = {7, {"a"}, {"b"}};
-    full.committed = false;
     full.changes = {{ChangeKind::moved, "/a/b", "a", "b", "first", "after c", {}},
                     {ChangeKind::removed, "/a", "", "a", {}, {}, {}}};
     for (const auto& reports : std::vector<std::vector<Report>>{{}, {full, kBroken, kWarned}}) {

@@ -94,14 +94,8 @@ TEST(Page, DrawsInstancesAndJoinsThoseInConflict) {
 TEST(Page, SaysTheResultOfEachCandidate) {
     Report empty = checked("empty", {});
     empty.requests = 0;
-    Report committed = checked("committed", {});
-    committed.committed = true;
-    const std::vector<Report> reports = {refused(),
-                                         not_checked("broken"),
-                                         checked("clean", {}),
-                                         empty,
-                                         committed,
-                                         checked("warned", {bare_warning()})};
+    const std::vector<Report> reports = {refused(), not_checked("broken"), checked("clean", {}),
+                                         empty, checked("warned", {bare_warning()})};
     for (const bool accept_warnings : {false, true}) {
         const Page page(reports, accept_warnings);
         std::vector<std::string> results;
@@ -113,7 +107,6 @@ TEST(Page, SaysTheResultOfEachCandidate) {
         EXPECT_EQ(results, (std::vector<std::string>{
                                "result error: Refused", "result error: Could not be checked",
                                "result good: Accepted", "result warning: Nothing to check",
-                               "result good: Committed",
                                accept_warnings
                                    ? "result good: Accepted, warnings included"
                                    : "result warning: Accepted once the warnings are confirmed"}));

@@ -29,7 +29,7 @@ may_include platform/qelconfd platform/include platform/control platform/qelconf
 
 # The command's rooms, each above those that it may look into.
 rooms=()
-for room in errors files terminal configuration checking reports fleet completion commands; do
+for room in text errors files terminal configuration checking reports fleet completion commands; do
   rooms+=("app:$room")
   may_include "app/$room" platform/control "${rooms[@]}"
 done

@@ -21,7 +21,7 @@ int run_diff(const CheckOptions& options) {
     add_skipped_changes(&running, candidate.document, changes);
     print(options.report.format == "json"
               ? format_difference_json(running.name(), candidate.document.name(), changes)
-              : format_difference_text(changes, wants_colour()));
+              : format_difference_text(changes, wants_colour(options.report.colour)));
     return changes.empty() ? kExitClean : kExitDifferences;
 }
 
@@ -36,6 +36,7 @@ Subcommand add_diff_command(CLI::App& app) {
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str()
         ->configurable(false);  // a default for findings is none for changes
+    add_colour(*command, options->report.colour);
     add_reading_options(*command, options->checker);
     add_max_size(*command, options->max_size);
     add_yang_dir(*command, options->checker.yang_dir);

@@ -33,26 +33,15 @@ void require_names(CLI::App& app) {
     }
 }
 
-/// Where the output goes and how it looks, of whatever subcommand prints something.
-struct OutputOptions {
-    std::string file;  ///< empty for standard output
-    std::string colour = "auto";
-};
-
-void add_output_options(CLI::App& app, OutputOptions& options) {
+/// `--output`, of whatever subcommand prints something.
+void add_output(CLI::App& app, std::string& file) {
     const std::set<std::string> without_output = {"keygen", "help"};
-    const std::set<std::string> with_colour = {"check", "report", "diff"};
     for (CLI::App* const command : all_subcommands(app)) {
         if (without_output.count(command->get_name()) == 0) {
             command
-                ->add_option("-o,--output", options.file,
+                ->add_option("-o,--output", file,
                              "Write the output to this file, complete or not at all")
                 ->type_name("FILE");
-        }
-        if (with_colour.count(command->get_name()) > 0) {
-            command->add_option("--color", options.colour, "When to colour the text")
-                ->check(CLI::IsMember({"auto", "always", "never"}))
-                ->capture_default_str();
         }
     }
 }
@@ -81,14 +70,10 @@ std::vector<Subcommand> add_subcommands(CLI::App& app, const std::string& first)
     return all;
 }
 
-/// Runs `subcommand` and gives its exit code.
-int run_with_output(const Subcommand& subcommand, const OutputOptions& options) {
-    choose_colour(options.colour);
-    if (options.file.empty() || options.file == "-") {
-        return subcommand.run();
-    }
-    require_no_input(*subcommand.parser, options.file);
-    OutputFile file(options.file);
+/// Runs `subcommand`, whose output goes to the file `output`, and gives its exit code.
+int run_into_file(const Subcommand& subcommand, const std::string& output) {
+    require_no_input(*subcommand.parser, output);
+    OutputFile file(output);
     const int code = subcommand.run();
     try {
         file.put_in_place();
@@ -100,6 +85,16 @@ int run_with_output(const Subcommand& subcommand, const OutputOptions& options) 
     return code;
 }
 
+int run_with_output(const Subcommand& subcommand, const std::string& output) {
+    const bool is_file = !output.empty() && output != "-";
+    try {
+        return is_file ? run_into_file(subcommand, output) : subcommand.run();
+    } catch (const OutputError& error) {
+        throw InputError((is_file ? output : "standard output") +
+                         " cannot be written: " + error.code().message());
+    }
+}
+
 int run(int argc, char** argv) {
     CLI::App app("Checks VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
@@ -108,8 +103,8 @@ int run(int argc, char** argv) {
         "Exit codes: 0 nothing found, 1 errors, 2 could not be checked, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
     const std::vector<Subcommand> subcommands = add_subcommands(app, argc > 1 ? argv[1] : "");
-    OutputOptions output;
-    add_output_options(app, output);
+    std::string output;
+    add_output(app, output);
     require_names(app);
     try {
         parse_command_line(app, subcommand_first(app, {argv + 1, argv + argc}));

@@ -52,6 +52,12 @@ void add_max_size(CLI::App& command, std::size_t& max_size) {
         ->capture_default_str();
 }
 
+void add_colour(CLI::App& command, std::string& when) {
+    command.add_option("--color", when, "When to colour the text")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->capture_default_str();
+}
+
 void add_report_options(CLI::App& command, ReportOptions& options) {
     command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
@@ -64,6 +70,7 @@ void add_report_options(CLI::App& command, ReportOptions& options) {
         ->check(whole_number(0))
         ->type_name("NUMBER")
         ->capture_default_str();
+    add_colour(command, options.colour);
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
     command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
 }

@@ -33,6 +33,9 @@ CLI::Validator whole_number(std::size_t least);
 /// `--max-size`, for every configuration that the subcommand reads.
 void add_max_size(CLI::App& command, std::size_t& max_size);
 
+/// `--color`: when to colour the text.
+void add_colour(CLI::App& command, std::string& when);
+
 /// How a subcommand prints reports.
 void add_report_options(CLI::App& command, ReportOptions& options);
 

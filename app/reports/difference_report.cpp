@@ -1,7 +1,7 @@
 #include "reports/difference_report.h"
 
 #include "reports/json.h"
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 

@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <initializer_list>
 
+#include "text/hex.h"
+
 namespace {
 
 std::string digest(std::initializer_list<std::string> parts) {
@@ -18,10 +20,9 @@ std::string digest(std::initializer_list<std::string> parts) {
     sha256_update(&context, text.size(), reinterpret_cast<const unsigned char*>(text.data()));
     std::array<unsigned char, SHA256_DIGEST_SIZE> bytes{};
     sha256_digest(&context, bytes.size(), bytes.data());
-    constexpr std::string_view kDigits = "0123456789abcdef";
     std::string digits;
     for (const unsigned char byte : bytes) {
-        digits.append(1, kDigits[byte >> 4U]).append(1, kDigits[byte & 0xfU]);
+        digits += hex(byte, 2);
     }
     return digits;
 }

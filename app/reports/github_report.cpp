@@ -1,43 +1,26 @@
+#include "reports/percent_encoding.h"
 #include "reports/report_text.h"
 #include "reports/report_writer.h"
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 
-/// `text` as a command's message, or when `is_property` as the value of one of its properties.
-std::string escaped(const std::string& text, bool is_property) {
-    std::string result;
-    for (const char c : text) {
-        switch (c) {
-            case '%':
-                result += "%25";
-                break;
-            case '\n':
-                result += "%0A";
-                break;
-            case ':':
-                result += is_property ? "%3A" : ":";
-                break;
-            case ',':
-                result += is_property ? "%2C" : ",";
-                break;
-            default:
-                result += c;
-        }
-    }
-    return result;
+/// `text` as a command's message, or with ":," as the value of one of its properties.
+std::string escaped(const std::string& text, std::string_view more = {}) {
+    return percent_encoded(text, [&](char c) {
+        return c != '%' && c != '\n' && more.find(c) == std::string_view::npos;
+    });
 }
 
 std::string command(const std::string& word, const std::string& file, const Location& location,
                     const std::string& title, const std::string& message) {
     std::string text = "::" + word + " file=" +
-                       escaped(printable(location.is_known() ? location.file : file), true);
+                       escaped(printable(location.is_known() ? location.file : file), ":,");
     if (location.is_known()) {
         text += ",line=" + std::to_string(location.line);
         text += location.column > 0 ? ",col=" + std::to_string(location.column) : "";
     }
-    return text + ",title=" + escaped(printable(title), true) + "::" + escaped(message, false) +
-           "\n";
+    return text + ",title=" + escaped(printable(title), ":,") + "::" + escaped(message) + "\n";
 }
 
 std::string message_of(const Finding& finding) {

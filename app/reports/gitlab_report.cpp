@@ -1,7 +1,7 @@
 #include "reports/fingerprint.h"
 #include "reports/json_elements.h"
 #include "reports/report_text.h"
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 

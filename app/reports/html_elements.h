@@ -4,7 +4,7 @@
 #include <pugixml.hpp>
 #include <string>
 
-#include "terminal/output.h"
+#include "text/printable.h"
 
 inline void set_attribute(pugi::xml_node element, const char* name, const std::string& value) {
     element.append_attribute(name) = printable(value).c_str();

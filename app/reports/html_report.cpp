@@ -168,7 +168,7 @@ class Section {
         const std::string severity = severity_word(finding.severity);
         add_element(heading, "span", ("badge " + severity).c_str(), severity);
         add_text(heading, finding.message);
-        add_element(words, "p", "soft", place_text(finding.location));
+        add_element(words, "p", "soft", ::text_of(finding.location));
         add_element(words, "p", "", finding.cli_path);
         if (!finding.values.empty()) {
             pugi::xml_node list = add_element(words, "ul", "values");
@@ -178,7 +178,7 @@ class Section {
                 add_text(item, value.cli_path + " ");
                 add_element(item, "strong", "", value.value);
                 if (value.location.is_known()) {
-                    add_element(item, "span", "soft", " (" + place_text(value.location) + ")");
+                    add_element(item, "span", "soft", " (" + ::text_of(value.location) + ")");
                 }
             }
         }
@@ -219,7 +219,7 @@ class Section {
 
     void add_figure(pugi::xml_node parent, const Location& place) const {
         pugi::xml_node figure = add_element(parent, "figure");
-        add_element(figure, "figcaption", "", place_text(place));
+        add_element(figure, "figcaption", "", ::text_of(place));
         pugi::xml_node source = add_element(figure, "pre");
         const std::size_t first = place.line > kLinesAround ? place.line - kLinesAround : 1;
         const std::size_t last = std::min(place.line + kLinesAround, lines_.count(place));

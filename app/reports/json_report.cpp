@@ -1,6 +1,6 @@
 #include "reports/json_elements.h"
 #include "reports/report_text.h"
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "reports/report_text.h"
 #include "reports/spool.h"
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 

@@ -14,6 +14,7 @@ struct ReportOptions {
     bool quiet = false;            ///< findings only, in the formats for readers
     bool silent = false;           ///< nothing
     bool counts_clean = false;     ///< in text and github, one without findings is only counted
+    std::string colour = "auto";   ///< when to colour text; see wants_colour()
 
     /// Whether a run with so many warnings is no failure.
     bool accepts(std::size_t warnings) const { return accept_warnings || warnings <= max_warnings; }

@@ -1,6 +1,6 @@
 #include "reports/report_text.h"
 
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 
@@ -27,15 +27,6 @@ std::string counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-std::string place_text(const Location& location) {
-    std::string text = printable(location.file);
-    if (location.is_known()) {
-        text += ":" + std::to_string(location.line);
-        text += location.column > 0 ? ":" + std::to_string(location.column) : "";
-    }
-    return text;
-}
-
 std::string value_text(const ReadValue& value) {
     return printable(value.datastore + std::string(": ") + value.cli_path + " " + value.value);
 }
@@ -43,7 +34,7 @@ std::string value_text(const ReadValue& value) {
 std::vector<std::string> finding_lines(const Finding& finding) {
     std::vector<std::string> lines = {"at " + printable(finding.cli_path)};
     for (const ReadValue& value : finding.values) {
-        const std::string place = place_text(value.location);
+        const std::string place = printable(text_of(value.location));
         lines.push_back(value_text(value) + (place.empty() ? "" : " (" + place + ")"));
     }
     if (!finding.note.empty()) {

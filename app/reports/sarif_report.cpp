@@ -3,10 +3,12 @@
 
 #include "reports/fingerprint.h"
 #include "reports/json_elements.h"
+#include "reports/percent_encoding.h"
 #include "reports/report_text.h"
 #include "reports/source_lines.h"
 #include "reports/spool.h"
-#include "terminal/output.h"
+#include "text/printable.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -14,20 +16,12 @@ constexpr const char* kSchema = "https://json.schemastore.org/sarif-2.1.0.json";
 
 /// `file` as a relative or absolute URI reference.
 std::string uri_of(const std::string& file) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    constexpr std::string_view kUnreserved =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~/";
+    constexpr std::string_view kMarks = "-._~/";
     const std::string path = repository_path(file);
-    std::string uri = path[0] == '/' ? "file://" : "";
-    for (const char c : path) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (kUnreserved.find(c) != std::string_view::npos) {
-            uri += c;
-        } else {
-            uri.append("%").append(1, kDigits[byte >> 4U]).append(1, kDigits[byte & 0xfU]);
-        }
-    }
-    return uri;
+    return (path[0] == '/' ? "file://" : "") + percent_encoded(path, [&](char c) {
+               return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+                      kMarks.find(c) != std::string_view::npos;
+           });
 }
 
 /// The name at `location`; without a location the beginning of the file, since tools need a place.

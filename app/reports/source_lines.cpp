@@ -2,23 +2,19 @@
 
 #include <algorithm>
 
-#include "terminal/output.h"
+#include "text/printable.h"
+#include "text/utf8.h"
 
 namespace {
 
 constexpr std::size_t kShownBefore = 48;  ///< bytes of a long line
 constexpr std::size_t kShownAfter = 48;
 
-bool continues_character(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U;
-}
-
 /// Where the character number `count` of `line` begins.
 std::size_t offset_of(std::string_view line, std::size_t count) {
     std::size_t offset = 0;
     for (; count > 0 && offset < line.size(); --count) {
-        for (++offset; offset < line.size() && continues_character(line[offset]); ++offset) {
-        }
+        offset = end_of_character(line, offset);
     }
     return offset;
 }
@@ -32,17 +28,14 @@ std::size_t name_size(std::string_view text) {
     if (text[0] == '<') {
         return std::min(text.find_first_of(" \t/>", 1), text.size());
     }
-    std::size_t end = 1;
     if (text[0] == '"') {
+        std::size_t end = 1;
         for (; end < text.size() && text[end] != '"'; ++end) {
             end += text[end] == '\\' ? 1 : 0;
         }
         return std::min(end + 1, text.size());
     }
-    while (end < text.size() && continues_character(text[end])) {
-        ++end;
-    }
-    return end;
+    return end_of_character(text, 0);
 }
 
 std::string shown(std::string_view text) {
@@ -64,7 +57,7 @@ std::string end_of(std::string_view text) {
         return shown(text);
     }
     text.remove_prefix(text.size() - kShownBefore);
-    while (!text.empty() && continues_character(text[0])) {
+    while (!text.empty() && !begins_character(text[0])) {
         text.remove_prefix(1);
     }
     return "…" + shown(text);
@@ -74,7 +67,7 @@ std::string start_of(std::string_view text, std::size_t size) {
     if (text.size() <= size) {
         return shown(text);
     }
-    while (size > 0 && continues_character(text[size])) {
+    while (size > 0 && !begins_character(text[size])) {
         --size;
     }
     return shown(text.substr(0, size)) + "…";
@@ -111,9 +104,4 @@ std::optional<Excerpt> SourceLines::excerpt(const Location& location) const {
 std::size_t SourceLines::count(const Location& location) const {
     const SourceText* const source = find(location);
     return source == nullptr ? 0 : source->line_count();
-}
-
-std::size_t count_characters(std::string_view text) {
-    return text.size() -
-           static_cast<std::size_t>(std::count_if(text.begin(), text.end(), continues_character));
 }

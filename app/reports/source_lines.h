@@ -31,6 +31,3 @@ class SourceLines {
 
     const std::vector<std::shared_ptr<const SourceText>>& sources_;
 };
-
-/// How many characters `text` has.
-std::size_t count_characters(std::string_view text);

@@ -8,6 +8,8 @@
 #include "reports/report_writer.h"
 #include "reports/source_lines.h"
 #include "terminal/output.h"
+#include "text/printable.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -42,8 +44,8 @@ class TextReport {
     }
 
     std::string place_of(const Finding& finding) const {
-        const std::string place = place_text(finding.location);
-        return (place.empty() ? printable(report_.candidate) : place) + ": ";
+        const Location& place = finding.location;
+        return printable(place.is_known() ? text_of(place) : report_.candidate) + ": ";
     }
 
     std::string finding_text(const Finding& finding) const {
@@ -85,7 +87,7 @@ class TextWriter final : public ReportWriter {
     TextWriter(const ReportOptions& options, Write write)
         : options_(options),
           write_(std::move(write)),
-          style_{options.quiet, wants_colour(), is_terminal(STDOUT_FILENO)} {}
+          style_{options.quiet, wants_colour(options.colour), is_terminal(STDOUT_FILENO)} {}
 
     void add(const Report& report) override {
         if (!options_.counts_clean || !is_clean(report)) {

@@ -3,6 +3,7 @@
 
 #include "checking/masked_text.h"
 #include "reports/source_lines.h"
+#include "text/utf8.h"
 
 namespace {
 

@@ -26,6 +26,13 @@ struct ReadValue {
     Location location;  ///< in the candidate's or the running file
 };
 
+/// A VRRP instance by its keys.
+struct VrrpInstance {
+    std::string interface;
+    std::string family;
+    std::string id;
+};
+
 struct Finding {
     Severity severity = Severity::error;
     std::string rule;
@@ -34,17 +41,11 @@ struct Finding {
         cli_path;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
     std::string message;
     std::vector<ReadValue> values;
-    std::string note;        ///< why the message may not be the whole truth; empty without a reason
-    std::string help;        ///< what to do, from the model
-    Location location;       ///< of the node in the candidate, or in the edit where that holds it
+    std::string note;   ///< why the message may not be the whole truth; empty without a reason
+    std::string help;   ///< what to do, from the model
+    Location location;  ///< of the node in the candidate, or in the edit where that holds it
+    std::optional<VrrpInstance> instance = {};  ///< that the node is of
     std::string cause = {};  ///< what it has in common with others; empty without a reason
-};
-
-/// A VRRP instance by its keys.
-struct VrrpInstance {
-    std::string interface;
-    std::string family;
-    std::string id;
 };
 
 /// Findings of a rule that a report only counts.

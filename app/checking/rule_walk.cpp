@@ -12,6 +12,7 @@
 
 #include "checking/read_values.h"
 #include "checking/rule_message.h"
+#include "checking/vrrp_instances.h"
 #include "configuration/cli_path.h"
 #include "errors/input_error.h"
 #include "keypath.h"
@@ -262,6 +263,7 @@ class Worker {
                   Finding& finding) {
         finding.path = path_of(*request.node);
         finding.cli_path = cli_path(*request.node);
+        finding.instance = instance_around(*request.node);
         finding.message = response.messages.empty()
                               ? "the rule refuses " + finding.path + " without a message."
                               : response.messages.back();

@@ -22,6 +22,17 @@ std::vector<VrrpInstance> vrrp_instances(const local_platform::DataTree& configu
     return instances;
 }
 
+std::optional<VrrpInstance> instance_around(const Node& node) {
+    constexpr std::string_view kLists[] = {"vr-id", "address-family", "interface"};
+    std::vector<std::string> keys;
+    for (const Node* at = &node; at != nullptr && keys.size() < 3; at = at->parent) {
+        if (at->is_entry() && at->schema->name == kLists[keys.size()]) {
+            keys.emplace_back(at->text);
+        }
+    }
+    return keys.size() < 3 ? std::nullopt : std::optional(VrrpInstance{keys[2], keys[1], keys[0]});
+}
+
 std::size_t count_removed(const std::vector<VrrpInstance>& running,
                           const std::vector<VrrpInstance>& candidate) {
     using Keys = std::tuple<std::string_view, std::string_view, std::string_view>;

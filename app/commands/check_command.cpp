@@ -130,7 +130,8 @@ int run_check(const FleetOptions& options) {
                                counted(pairs.size(), "candidate") + " not checked");
         return kInterrupted;
     }
-    return exit_code(summary, options.report.accepts(summary.warnings));
+    return exit_code(summary,
+                     options.report.accept_warnings || summary.warnings <= options.max_warnings);
 }
 
 bool is_folder(const std::string& name) {

@@ -3,7 +3,8 @@
 #include "commands/options.h"
 #include "configuration/skipped_difference.h"
 #include "configuration/yang_model.h"
-#include "reports/difference_report.h"
+#include "reports/difference_text.h"
+#include "reports/report_json.h"
 #include "terminal/output.h"
 
 namespace {

@@ -58,14 +58,14 @@ void add_colour(CLI::App& command, std::string& when) {
         ->capture_default_str();
 }
 
-void add_report_options(CLI::App& command, ReportOptions& options) {
+void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& max_warnings) {
     command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
         ->capture_default_str();
     command.add_flag("--accept-warnings", options.accept_warnings,
                      "Accept warnings: they do not change the exit code");
     command
-        .add_option("--max-warnings", options.max_warnings,
+        .add_option("--max-warnings", max_warnings,
                     "Accept this many warnings, counted over all candidates")
         ->check(whole_number(0))
         ->type_name("NUMBER")
@@ -86,7 +86,7 @@ void add_reading_options(CLI::App& command, CheckerOptions& options) {
 void add_check_options(CLI::App& command, CheckOptions& options) {
     options.checker.plugin_file = default_plugin_file();
     options.checker.threads = std::max(1U, std::thread::hardware_concurrency());
-    add_report_options(command, options.report);
+    add_report_options(command, options.report, options.max_warnings);
     command.add_option("--key-file", options.checker.key_file, "The key of encrypted passwords")
         ->type_name("FILE");
     command.add_option("--plugin", options.checker.plugin_file, "The plug-in with the rules")

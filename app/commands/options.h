@@ -14,6 +14,7 @@ struct CheckOptions {
     std::vector<std::string> candidates;  ///< files, "-" for standard input; commit takes one
     std::string running;                  ///< empty for an empty running configuration
     ReportOptions report;
+    std::size_t max_warnings = 0;         ///< that are no failure, in all reports together
     std::size_t max_size = kLargestFile;  ///< of each file, in bytes
 };
 
@@ -36,8 +37,8 @@ void add_max_size(CLI::App& command, std::size_t& max_size);
 /// `--color`: when to colour the text.
 void add_colour(CLI::App& command, std::string& when);
 
-/// How a subcommand prints reports.
-void add_report_options(CLI::App& command, ReportOptions& options);
+/// How a subcommand prints reports, and how many warnings are no failure.
+void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& max_warnings);
 
 /// `--edit` and `--ignore-unknown`.
 void add_reading_options(CLI::App& command, CheckerOptions& options);

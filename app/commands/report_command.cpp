@@ -7,7 +7,7 @@
 #include "commands/options.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
-#include "reports/json_reader.h"
+#include "reports/report_reader.h"
 #include "reports/report_stream.h"
 #include "reports/report_text.h"
 #include "reports/spool.h"
@@ -17,6 +17,7 @@ namespace {
 
 struct ReportCommandOptions {
     ReportOptions report;
+    std::size_t max_warnings = 0;
     std::string yang_dir;
     std::vector<std::string> files;
 };
@@ -49,7 +50,7 @@ int run_report(const ReportCommandOptions& options) {
     Reported reported;
     std::size_t not_reached = 0;
     for (const std::string& file : options.files) {
-        StoredReports stored = reports_from_json(file, read_named_file(file));
+        StoredReports stored = read_reports(file, read_named_file(file));
         for (Report& report : stored.reports) {
             reported.add(report, file);
             report.rules = rules;
@@ -63,7 +64,8 @@ int run_report(const ReportCommandOptions& options) {
     }
     stream.finish(not_reached);
     document.copy_to(print);
-    return exit_code(stream.summary(), options.report.accepts(stream.summary().warnings));
+    return exit_code(stream.summary(), options.report.accept_warnings ||
+                                           stream.summary().warnings <= options.max_warnings);
 }
 
 }  // namespace
@@ -74,7 +76,7 @@ Subcommand add_report_command(CLI::App& app) {
     CLI::App* const command =
         add_subcommand(app, "report", "Join stored JSON reports into one, in any format",
                        "--format junit shard-1.json shard-2.json");
-    add_report_options(*command, options->report);
+    add_report_options(*command, options->report, options->max_warnings);
     add_yang_dir(*command, options->yang_dir);
     command->add_option("REPORT", options->files, "A report that check --format json printed")
         ->required()

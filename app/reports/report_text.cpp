@@ -84,12 +84,13 @@ std::vector<std::string> notes(const Report& report) {
     if (report.removed_instances > 0) {
         sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));
     }
-    if (report.unknown_data.nodes > 0) {
-        sentences.push_back("skipped " + counted(report.unknown_data.nodes, "node") +
-                            " that no module describes: " + listed(report.unknown_data.modules));
+    const UnknownData& data = report.unknown_data;
+    if (data.nodes > 0) {
+        sentences.push_back(counted(data.nodes, "node") +
+                            " of other modules not checked: " + listed(data.modules));
     }
-    for (const std::string& node : report.unknown_data.unknown) {
-        sentences.push_back("skipped, not defined in its module: " + printable(node));
+    for (const std::string& node : data.unknown) {
+        sentences.push_back("not defined in its module, not checked: " + printable(node));
     }
     return sentences;
 }
@@ -99,9 +100,8 @@ std::vector<std::string> remarks(const Report& report) {
     for (const Omitted& rest : report.omitted) {
         sentences.push_back(omitted_text(rest));
     }
-    for (std::string& note : notes(report)) {
-        sentences.push_back(std::move(note));
-    }
+    const std::vector<std::string> more = notes(report);
+    sentences.insert(sentences.end(), more.begin(), more.end());
     return sentences;
 }
 
@@ -116,6 +116,8 @@ std::string summary_text(const Summary& summary) {
     if (summary.not_checked > 0) {
         text += ", " + std::to_string(summary.not_checked) + " not checked";
     }
-    return summary.skipped == 0 ? text
-                                : text + ", " + counted(summary.skipped, "node") + " skipped";
+    if (summary.unknown_nodes > 0) {
+        text += ", " + counted(summary.unknown_nodes, "node") + " of other modules not checked";
+    }
+    return text;
 }

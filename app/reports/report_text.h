@@ -32,7 +32,7 @@ bool is_clean(const Report& report);
 std::string result_text(const Report& report);
 
 /// What a reader of the result must know as well, one sentence each: that no rule ran, what the
-/// change removes, what was skipped.
+/// change removes, what was not checked.
 std::vector<std::string> notes(const Report& report);
 
 /// Those of omitted findings, and notes().

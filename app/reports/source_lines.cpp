@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "configuration/difference.h"
 #include "text/printable.h"
 #include "text/utf8.h"
 
 namespace {
 
-constexpr std::size_t kShownBefore = 48;  ///< bytes of a long line
-constexpr std::size_t kShownAfter = 48;
+constexpr std::size_t kShownAround = 48;  ///< bytes of a long line, on each side
 
 /// Where the character number `count` of `line` begins.
 std::size_t offset_of(std::string_view line, std::size_t count) {
@@ -53,17 +53,13 @@ std::string shown(std::string_view text) {
 
 /// The last part of `text`, whole characters, when it is too long.
 std::string end_of(std::string_view text) {
-    if (text.size() <= kShownBefore) {
+    if (text.size() <= kShownAround) {
         return shown(text);
     }
-    text.remove_prefix(text.size() - kShownBefore);
-    while (!text.empty() && !begins_character(text[0])) {
-        text.remove_prefix(1);
-    }
-    return "…" + shown(text);
+    return "…" + shown(text.substr(end_of_character(text, text.size() - kShownAround - 1)));
 }
 
-std::string start_of(std::string_view text, std::size_t size) {
+std::string start_of(std::string_view text, std::size_t size = kShownAround) {
     if (text.size() <= size) {
         return shown(text);
     }
@@ -75,33 +71,24 @@ std::string start_of(std::string_view text, std::size_t size) {
 
 }  // namespace
 
-SourceLines::SourceLines(const std::vector<std::shared_ptr<const SourceText>>& sources)
-    : sources_(sources) {}
-
-const SourceText* SourceLines::find(const Location& location) const {
-    const auto found = std::find_if(sources_.begin(), sources_.end(), [&](const auto& source) {
-        return source->name() == location.file;
-    });
-    return found == sources_.end() ? nullptr : found->get();
+const SourceText* source_of(const Report& report, const Location& location) {
+    for (const auto& source : report.sources) {
+        if (source->name() == location.file && location.is_known() &&
+            location.line <= source->line_count()) {
+            return source.get();
+        }
+    }
+    return nullptr;
 }
 
-std::optional<Excerpt> SourceLines::excerpt(const Location& location) const {
-    const SourceText* const source = find(location);
-    if (source == nullptr || location.line == 0 || location.line > source->line_count()) {
-        return std::nullopt;
+Excerpt excerpt(const SourceText& source, std::size_t line, std::size_t column) {
+    const std::string whole = source.line(line);
+    const std::string_view text = whole;
+    if (column == 0) {
+        return {start_of(text, 2 * kShownAround), {}, {}};
     }
-    const std::string text = source->line(location.line);
-    const std::string_view line = text;
-    if (location.column == 0) {
-        return Excerpt{start_of(line, kShownBefore + kShownAfter), {}, {}};
-    }
-    const std::size_t begin = offset_of(line, location.column - 1);
-    const std::size_t size = name_size(line.substr(begin));
-    return Excerpt{end_of(line.substr(0, begin)), start_of(line.substr(begin, size), kShownAfter),
-                   start_of(line.substr(begin + size), kShownAfter)};
-}
-
-std::size_t SourceLines::count(const Location& location) const {
-    const SourceText* const source = find(location);
-    return source == nullptr ? 0 : source->line_count();
+    const std::size_t begin = offset_of(text, column - 1);
+    const std::size_t size = name_size(text.substr(begin));
+    return {end_of(text.substr(0, begin)), start_of(text.substr(begin, size)),
+            start_of(text.substr(begin + size))};
 }

@@ -6,7 +6,7 @@ void Summary::add(const Report& report) {
     warnings += report.count(Severity::warning);
     requests += report.requests;
     not_checked += report.failure.empty() ? 0 : 1;
-    skipped += report.unknown_data.nodes;
+    unknown_nodes += report.unknown_data.nodes;
 }
 
 void Summary::add_unreached(std::size_t count) {

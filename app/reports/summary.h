@@ -11,8 +11,8 @@ struct Summary {
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::size_t requests = 0;
-    std::size_t not_checked = 0;  ///< candidates that could not be checked, or were not reached
-    std::size_t skipped = 0;      ///< nodes that no module describes
+    std::size_t not_checked = 0;    ///< candidates that could not be checked, or were not reached
+    std::size_t unknown_nodes = 0;  ///< that were not checked
 
     void add(const Report& report);
     /// Counts candidates of which there is no report.

@@ -12,15 +12,14 @@ std::string escaped(const std::string& text, std::string_view more = {}) {
     });
 }
 
-std::string command(const std::string& word, const std::string& file, const Location& location,
-                    const std::string& title, const std::string& message) {
-    std::string text = "::" + word + " file=" +
-                       escaped(printable(location.is_known() ? location.file : file), ":,");
-    if (location.is_known()) {
-        text += ",line=" + std::to_string(location.line);
-        text += location.column > 0 ? ",col=" + std::to_string(location.column) : "";
-    }
-    return text + ",title=" + escaped(printable(title), ":,") + "::" + escaped(message) + "\n";
+/// An annotation at `place`, of which as much is written as is known.
+std::string command(const std::string& word, const Location& place, const std::string& title,
+                    const std::string& message) {
+    std::string text = "::" + word + " ";
+    text += place.file.empty() ? "" : "file=" + escaped(printable(place.file), ":,") + ",";
+    text += place.line == 0 ? "" : "line=" + std::to_string(place.line) + ",";
+    text += place.column == 0 ? "" : "col=" + std::to_string(place.column) + ",";
+    return text + "title=" + escaped(printable(title), ":,") + "::" + escaped(message) + "\n";
 }
 
 std::string message_of(const Finding& finding) {
@@ -43,30 +42,34 @@ class GithubWriter final : public ReportWriter {
         if (options_.counts_clean && is_clean(report)) {
             return;
         }
+        const Location file{report.candidate};
+        const auto place = [&](const Location& location) {
+            return location.is_known() ? location : file;
+        };
         std::string text;
         if (!report.failure.empty()) {
-            text += command("error", report.candidate, report.failure_at, "could not be checked",
+            text += command("error", place(report.failure_at), "could not be checked",
                             printable(report.failure));
         }
         for (const Finding& finding : report.findings) {
             const bool is_accepted =
                 finding.severity == Severity::warning && options_.accept_warnings;
             text += command(is_accepted ? "notice" : severity_word(finding.severity),
-                            report.candidate, finding.location, finding.rule, message_of(finding));
+                            place(finding.location), finding.rule, message_of(finding));
         }
         std::string result = result_text(report);
         for (const std::string& remark : remarks(report)) {
             result += "\n" + remark;
         }
-        write_(text + command("notice", report.candidate, {}, "vrrp-valid", result));
+        write_(text + command("notice", file, "vrrp-valid", result));
     }
 
     void finish(const Summary& summary, std::size_t not_reached) override {
         if (options_.counts_clean) {
-            write_("::notice title=vrrp-valid::" + summary_text(summary) + "\n");
+            write_(command("notice", {}, "vrrp-valid", summary_text(summary)));
         }
         if (not_reached > 0) {
-            write_("::error title=interrupted::" + not_reached_text(not_reached) + "\n");
+            write_(command("error", {}, "interrupted", not_reached_text(not_reached)));
         }
     }
 

@@ -17,7 +17,7 @@ Report oddly_named() {
     report.findings[0].location.file = report.candidate;
     report.findings[0].message = "100%: a, b";
     report.findings[0].cause = "x";
-    report.findings[0].values.resize(1);
+    report.findings[0].values[1].location = {};
     report.sources = {
         std::make_shared<SourceText>(report.candidate, "1\n2\n3\n4\n5\n    \"ä\": 1")};
     auto rules = std::make_shared<std::vector<Rule>>(2);
@@ -144,6 +144,9 @@ TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
     expect_values(issues(rest), {{"/0/check_name", "a"},
                                  {"/0/severity", "critical"},
                                  {"/1/severity", "minor"},
+                                 {"/0/description",
+                                  "1 more error of a; check with a larger --max-findings to see "
+                                  "them"},
                                  {"/2/check_name", "note"},
                                  {"/2/severity", "info"}});
     EXPECT_EQ(issues(not_checked("broken"))[0]["severity"], "blocker");
@@ -166,6 +169,7 @@ TEST(Sarif, HasRulesResultsAndPlaces) {
             "artifactLocation": {"uri": "a%2C%20b%3Ac%25.json"},
             "region": {"startLine": 6, "startColumn": 5, "endLine": 6, "endColumn": 8}})")},
                    {"/results/0/relatedLocations/0/physicalLocation/region/startLine", 8},
+                   {"/results/0/relatedLocations/1", "missing"},
                    {"/results/1/locations/0/physicalLocation/region/startLine", 1},
                    {"/results/1/suppressions", "missing"},
                    {"/invocations/0/executionSuccessful", false},

@@ -9,7 +9,3 @@ int exit_code(const Summary& summary, bool accept_warnings) {
     }
     return summary.warnings == 0 || accept_warnings ? kExitClean : kExitWarnings;
 }
-
-int exit_code(const std::vector<Report>& reports, bool accept_warnings) {
-    return exit_code(summary_of(reports), accept_warnings);
-}

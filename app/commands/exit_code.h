@@ -1,8 +1,6 @@
 /// What the exit code says.
 #pragma once
 
-#include <vector>
-
 #include "reports/summary.h"
 
 constexpr int kExitClean = 0;
@@ -15,4 +13,3 @@ constexpr int kInterrupted = -1;  ///< none: the process is to end by the signal
 
 /// The exit code of the worst report: not checked before errors, errors before warnings.
 int exit_code(const Summary& summary, bool accept_warnings);
-int exit_code(const std::vector<Report>& reports, bool accept_warnings);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
 
 #include "checking/report.h"
 
@@ -14,9 +13,18 @@ struct Summary {
     std::size_t not_checked = 0;    ///< candidates that could not be checked, or were not reached
     std::size_t unknown_nodes = 0;  ///< that were not checked
 
-    void add(const Report& report);
-    /// Counts candidates of which there is no report.
-    void add_unreached(std::size_t count);
-};
+    void add(const Report& report) {
+        ++candidates;
+        errors += report.count(Severity::error);
+        warnings += report.count(Severity::warning);
+        requests += report.requests;
+        not_checked += report.failure.empty() ? 0 : 1;
+        unknown_nodes += report.unknown_data.nodes;
+    }
 
-Summary summary_of(const std::vector<Report>& reports);
+    /// Counts candidates of which there is no report.
+    void add_unreached(std::size_t count) {
+        candidates += count;
+        not_checked += count;
+    }
+};

@@ -9,7 +9,6 @@
 #include <nlohmann/json.hpp>
 #include <pugixml.hpp>
 #include <regex>
-#include <sstream>
 
 #include "errors/input_error.h"
 #include "folder.h"
@@ -101,26 +100,20 @@ TEST(Text, TellsTheOperatorWhereWhyAndWhatToDo) {
 }
 
 TEST(Text, ShowsTheLineAndWhatFindingsHaveInCommon) {
-    Report report = checked("candidate.json", {bare_warning(), changed_address(), bare_warning(),
-                                               bare_warning(), changed_address()});
+    Report report = checked("candidate.json",
+                            {bare_warning(), changed_address(), bare_warning(), bare_warning()});
     report.sources = {
         std::make_shared<SourceText>("candidate.json", "1\n2\n3\n4\n5\n\t\tä\"id\": 5")};
     report.findings[1].location.column = 4;
     report.findings[1].cause = report.findings[3].cause = "layer-3 interface x is not there";
-    const std::string text = format_text(report, {true, true, true});
-    EXPECT_THAT(text,
-                HasSubstr("\n    6 |   ä\"id\": 5\n      |    \033[1;31m^~~~\033[0m\n    at "));
-    std::istringstream lines(text);
-    std::vector<std::string> heads;
-    for (std::string line; std::getline(lines, line);) {
-        if (line.rfind("candidate", 0) == 0) {
-            heads.push_back(line.substr(15, line.find("\033[0m") - 15));
-        }
-    }
-    const std::string warning = " \033[1;33mwarning:";
-    EXPECT_THAT(heads, ElementsAre(warning, "6:4: \033[1mnote:", "6:4: \033[1;31merror:", warning,
-                                   warning, "6:5: \033[1;31merror:"));
-    EXPECT_THAT(text, HasSubstr(" layer-3 interface x is not there: 2 findings\n"));
+    const std::string see = "validation\ncandidate.json: \033[1;33mwarning:\033[0m ";
+    EXPECT_THAT(
+        format_text(report, {true, true, true}),
+        AllOf(HasSubstr("version_validation\ncandidate.json:6:4: \033[1mnote:\033[0m "
+                        "layer-3 interface x is not there: 2 findings\n"
+                        "candidate.json:6:4: \033[1;31merror:\033[0m IPv4"),
+              HasSubstr("\n    6 |   ä\"id\": 5\n      |    \033[1;31m^~~~\033[0m\n    at "),
+              HasSubstr("update_" + see), HasSubstr("version_" + see)));
     EXPECT_THAT(format_text(report, {}), Not(HasSubstr(" | ")));
 }
 
@@ -210,10 +203,8 @@ TEST(Json, IsOneObjectOfTheDescribedForm) {
     json all = json::parse(formatted({full(), kBroken, kWarned}, "json"));
     EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 3, "errors": 2, "warnings": 4,
         "not_checked": 1, "unknown_nodes": 7})"));
-    const bool valid[] = {false, false, true};  // a warning leaves it valid
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(all["reports"][i]["valid"], valid[i]) << i;
-    }
+    EXPECT_FALSE(all["reports"][0]["valid"] || all["reports"][1]["valid"]);
+    EXPECT_TRUE(all["reports"][2]["valid"]) << "warnings do not count";
     all["reports"][0]["findings"][0].erase("message");
     EXPECT_EQ(against_schema(all.dump()), "#/reports/0/findings/0: required");
 }

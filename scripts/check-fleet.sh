@@ -38,7 +38,7 @@ kill_writer() {
 require_all() {
   jq -r '.reports[].candidate' "$1/report.json" | sort | cmp - <(cut -f 1 "$work/list" | sort)
   jq -e '.summary == {candidates: '"$devices"', errors: '$((devices / 100))', warnings: 0,
-      not_checked: 0, skipped: .summary.skipped}' "$1/report.json" >/dev/null
+      not_checked: 0, unknown_nodes: .summary.unknown_nodes}' "$1/report.json" >/dev/null
 }
 
 # Whatever example "$@" runs, with a worker killed, in the folder $1.

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Has a browser look at the page of --format html, in light and dark, wide and narrow: no error on the console,
-# every finding's text there, links that lead somewhere, contrast, headings and words for pictures. The
+# every finding's text there, links that lead somewhere, contrast and headings. The
 # screenshots stay in BUILD_DIR/page. usage: check-page.sh BUILD_DIR
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -54,9 +54,9 @@ import html, json, re, sys
 report = json.load(open(sys.argv[1], encoding="utf-8"))
 text = html.unescape(re.sub(r"<[^>]*>", "", open(sys.argv[2], encoding="utf-8").read()))
 for one in report["reports"]:
-    wanted = [one["candidate"], one.get("error", "")]
+    wanted = [one["candidate"], one["error"]]
     for finding in one["findings"]:
-        wanted += [finding[part] or "" for part in ("message", "cli_path", "help", "rule")]
+        wanted += [finding[part] for part in ("message", "cli_path", "help", "rule")]
         wanted += [value["value"] for value in finding["values"]]
     for part in wanted:
         assert part in text, part

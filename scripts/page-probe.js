@@ -11,8 +11,6 @@ const contrast = (one, other) => {
   return (high + 0.05) / (low + 0.05);
 };
 const background = (element) => {
-  const box = element.closest('.chip')?.querySelector('rect');
-  if (box) return getComputedStyle(box).fill;
   for (let at = element; at; at = at.parentElement) {
     const color = getComputedStyle(at).backgroundColor;
     if (channels(color)[3] !== 0) return color;
@@ -24,9 +22,8 @@ const texts = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
 let seen = 0;
 while (texts.nextNode()) {
   const element = texts.currentNode.parentElement;
-  if (!texts.currentNode.data.trim() || element.localName === 'title' || element.closest('script')) continue;
-  const style = getComputedStyle(element);
-  const ratio = contrast(element instanceof SVGElement ? style.fill : style.color, background(element));
+  if (!texts.currentNode.data.trim() || element.closest('script')) continue;
+  const ratio = contrast(getComputedStyle(element).color, background(element));
   seen += 1;
   if (!(ratio >= 4.5)) wrong.push(`contrast ${ratio.toFixed(2)}: ${texts.currentNode.data.trim()}`);
 }
@@ -46,9 +43,6 @@ for (const heading of document.querySelectorAll('h1, h2, h3, h4, h5, h6')) {
   level = next;
 }
 if (document.querySelectorAll('h1').length !== 1) wrong.push('not one h1');
-for (const picture of document.querySelectorAll('svg, img')) {
-  if (!(picture.getAttribute('aria-label') || picture.getAttribute('alt'))) wrong.push('a picture without words');
-}
 for (const attribute of ['src', 'srcset', 'data', 'action']) {
   for (const element of document.querySelectorAll(`[${attribute}]:not(#probe)`)) wrong.push(`loads ${element.outerHTML}`);
 }

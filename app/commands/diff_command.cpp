@@ -3,7 +3,8 @@
 #include "commands/options.h"
 #include "configuration/difference.h"
 #include "configuration/yang_model.h"
-#include "reports/difference_report.h"
+#include "reports/difference_text.h"
+#include "reports/report_json.h"
 #include "terminal/output.h"
 
 namespace {
@@ -12,6 +13,7 @@ struct DiffOptions {
     std::string running;
     std::string candidate;
     std::string format = "text";
+    std::string colour = "auto";
     std::string yang_dir;
     bool is_edit = false;
     bool ignore_unknown = false;
@@ -30,7 +32,7 @@ int run_diff(const DiffOptions& options) {
     const std::vector<Change> changes = difference(running.tree, candidate.tree);
     print(options.format == "json"
               ? format_difference_json(running.name(), candidate.name(), changes)
-              : format_difference_text(changes, wants_colour()));
+              : format_difference_text(changes, wants_colour(options.colour)));
     return changes.empty() ? kExitClean : kExitDifferences;
 }
 
@@ -49,7 +51,7 @@ Subcommand add_diff_command(CLI::App& app) {
     add_max_size(*command, options->max_size);
     add_yang_dir(*command, options->yang_dir);
     add_output(*command);
-    add_colour(*command);
+    add_colour(*command, options->colour);
     add_candidate(*command, options->candidate)->required();
     return {command, [options] { return run_diff(*options); }};
 }

@@ -25,15 +25,10 @@ std::string value_of(const CLI::App& command, const std::string& option) {
     return found == nullptr ? std::string() : found->as<std::string>();
 }
 
-/// Runs `subcommand` and gives its exit code.
-int run_with_output(const Subcommand& subcommand) {
-    choose_colour(value_of(*subcommand.parser, "--color"));
-    const std::string name = value_of(*subcommand.parser, "--output");
-    if (name.empty() || name == "-") {
-        return subcommand.run();
-    }
-    require_no_input(*subcommand.parser, name);
-    OutputFile file(name);
+/// Runs `subcommand`, whose output goes to the file `output`, and gives its exit code.
+int run_into_file(const Subcommand& subcommand, const std::string& output) {
+    require_no_input(*subcommand.parser, output);
+    OutputFile file(output);
     const int code = subcommand.run();
     try {
         file.put_in_place();
@@ -43,6 +38,17 @@ int run_with_output(const Subcommand& subcommand) {
                          std::to_string(code));
     }
     return code;
+}
+
+int run_with_output(const Subcommand& subcommand) {
+    const std::string output = value_of(*subcommand.parser, "--output");
+    const bool is_file = !output.empty() && output != "-";
+    try {
+        return is_file ? run_into_file(subcommand, output) : subcommand.run();
+    } catch (const OutputError& error) {
+        throw InputError((is_file ? output : "standard output") +
+                         " cannot be written: " + error.code().message());
+    }
 }
 
 int run(int argc, char** argv) {

@@ -85,11 +85,10 @@ void add_output(CLI::App& command) {
         ->check(is_named());
 }
 
-void add_colour(CLI::App& command) {
-    command.add_option("--color", "When to colour the text")
-        ->type_name("TEXT")
+void add_colour(CLI::App& command, std::string& when) {
+    command.add_option("--color", when, "When to colour the text")
         ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->default_str("auto");
+        ->capture_default_str();
 }
 
 void require_one_standard_input(const std::vector<std::string>& files) {

@@ -45,10 +45,11 @@ void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& 
 /// `--edit` and `--ignore-unknown`.
 void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown);
 
-/// `--output`, and where the output can have colours `--color`. Whoever runs the subcommand reads
-/// their values from the parser.
+/// `--output`, whose value whoever runs the subcommand reads from the parser.
 void add_output(CLI::App& command);
-void add_colour(CLI::App& command);
+
+/// `--color`: when to colour the text.
+void add_colour(CLI::App& command, std::string& when);
 
 /// Throws InputError when more than one of `files` is to be read from standard input.
 void require_one_standard_input(const std::vector<std::string>& files);

@@ -7,7 +7,7 @@
 #include "commands/options.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
-#include "reports/json_reader.h"
+#include "reports/report_reader.h"
 #include "reports/report_stream.h"
 #include "reports/report_text.h"
 #include "reports/spool.h"
@@ -50,7 +50,7 @@ int run_report(const ReportCommandOptions& options) {
     Reported reported;
     std::size_t not_reached = 0;
     for (const std::string& file : options.files) {
-        StoredReports stored = reports_from_json(file, read_named_file(file));
+        StoredReports stored = read_reports(file, read_named_file(file));
         for (Report& report : stored.reports) {
             reported.add(report, file);
             report.rules = rules;
@@ -78,7 +78,7 @@ Subcommand add_report_command(CLI::App& app) {
     add_report_options(*command, options->report, options->accepted_warnings);
     add_yang_dir(*command, options->yang_dir);
     add_output(*command);
-    add_colour(*command);
+    add_colour(*command, options->report.colour);
     add_file(*command, "REPORT", options->files, "A report that check --format json printed")
         ->required();
     return {command, [options] {

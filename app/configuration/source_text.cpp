@@ -2,13 +2,11 @@
 
 #include <algorithm>
 
+#include "text/utf8.h"
+
 namespace {
 
 constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
-
-bool begins_character(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80U;
-}
 
 }  // namespace
 
@@ -36,9 +34,7 @@ Location SourceText::location(std::size_t offset) const {
     const auto next = std::upper_bound(begins.begin() + 1, begins.end(), offset);
     const std::size_t begin = *std::prev(next);
     const std::string_view before = bytes().substr(begin, offset > begin ? offset - begin : 0);
-    const auto column = 1 + std::count_if(before.begin(), before.end(), begins_character);
-    return {name_, static_cast<std::size_t>(next - begins.begin()),
-            static_cast<std::size_t>(column)};
+    return {name_, static_cast<std::size_t>(next - begins.begin()), 1 + count_characters(before)};
 }
 
 std::size_t SourceText::line_count() const {

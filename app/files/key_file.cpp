@@ -10,6 +10,7 @@
 #include "errors/input_error.h"
 #include "files/file_descriptor.h"
 #include "files/secret.h"
+#include "text/hex.h"
 
 using local_platform::CryptoKey;
 
@@ -17,7 +18,6 @@ namespace {
 
 /// A key file is this word, a blank, the key in hexadecimal digits and a line end.
 constexpr std::string_view kMark = "vrrp-valid-key ";
-constexpr std::string_view kDigits = "0123456789abcdef";
 constexpr std::size_t kFileSize = kMark.size() + 2 * CryptoKey::kSize + 1;
 
 }  // namespace
@@ -33,8 +33,8 @@ void make_key_file(const std::string& file) {
     content.text.reserve(kFileSize);
     content.text += kMark;
     for (const unsigned char byte : key.bytes()) {
-        content.text += kDigits[byte >> 4U];
-        content.text += kDigits[byte & 0xfU];
+        content.text += kHexDigits[byte >> 4U];
+        content.text += kHexDigits[byte & 0xfU];
     }
     content.text += '\n';
     try {
@@ -69,8 +69,8 @@ CryptoKey read_key_file(const std::string& file) {
     bool is_key =
         text.size() == kFileSize && text.substr(0, kMark.size()) == kMark && text.back() == '\n';
     for (std::size_t i = 0; is_key && i < bytes.size(); ++i) {
-        const std::size_t high = kDigits.find(text[kMark.size() + 2 * i]);
-        const std::size_t low = kDigits.find(text[kMark.size() + 2 * i + 1]);
+        const std::size_t high = kHexDigits.find(text[kMark.size() + 2 * i]);
+        const std::size_t low = kHexDigits.find(text[kMark.size() + 2 * i + 1]);
         is_key = high != std::string_view::npos && low != std::string_view::npos;
         bytes.at(i) = static_cast<unsigned char>(high << 4U | low);
     }

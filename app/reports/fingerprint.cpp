@@ -4,40 +4,28 @@
 
 #include <array>
 #include <filesystem>
-#include <initializer_list>
 
-namespace {
+#include "text/hex.h"
 
-std::string digest(std::initializer_list<std::string> parts) {
-    std::string text;
-    for (const std::string& part : parts) {
-        text.append(part).push_back('\0');
+std::string fingerprint(const Report& report, std::initializer_list<std::string> texts) {
+    std::string whole = repository_path(report.candidate) + '\0';
+    for (const std::string& text : texts) {
+        whole.append(text).push_back('\0');
     }
     sha256_ctx context{};
     sha256_init(&context);
-    sha256_update(&context, text.size(), reinterpret_cast<const unsigned char*>(text.data()));
+    sha256_update(&context, whole.size(), reinterpret_cast<const unsigned char*>(whole.data()));
     std::array<unsigned char, SHA256_DIGEST_SIZE> bytes{};
     sha256_digest(&context, bytes.size(), bytes.data());
-    constexpr std::string_view kDigits = "0123456789abcdef";
     std::string digits;
     for (const unsigned char byte : bytes) {
-        digits.append(1, kDigits[byte >> 4U]).append(1, kDigits[byte & 0xfU]);
+        digits += hex(byte, 2);
     }
     return digits;
 }
 
-}  // namespace
-
 std::string fingerprint(const Report& report, const Finding& finding) {
-    return digest({repository_path(report.candidate), finding.rule, finding.path, finding.message});
-}
-
-std::string fingerprint_of_failure(const Report& report) {
-    return digest({repository_path(report.candidate)});
-}
-
-std::string fingerprint_of_rest(const Report& report, const std::string& subject) {
-    return digest({repository_path(report.candidate), subject});
+    return fingerprint(report, {finding.rule, finding.path, finding.message});
 }
 
 std::string repository_path(const std::string& file) {

@@ -1,7 +1,7 @@
 /// How the page looks: on a light and on a dark screen, narrow or wide, and on paper.
 #pragma once
 
-// No "<", ">" or "&": they would be escaped as XML, and a browser takes a style as it is.
+// No "<" or "&": the page is XML as well.
 constexpr const char* kPageStyle = R"css(
 :root {
   color-scheme: light dark;
@@ -38,8 +38,6 @@ article { background: var(--panel); border: 1px solid var(--line); border-radius
 .error { color: var(--error); } .warning { color: var(--warning); } .good { color: var(--good); }
 .result.error { background: var(--error-tint); } .result.warning { background: var(--warning-tint); }
 .result.good { background: var(--good-tint); }
-dl { display: grid; grid-template-columns: max-content 1fr; gap: .2rem 1rem; margin: 1rem 0 0; }
-dt { color: var(--soft); } dd { margin: 0; overflow-wrap: anywhere; }
 table { border-collapse: collapse; width: 100%; }
 th, td { text-align: left; vertical-align: top; padding: .3rem .75rem .3rem 0; border-bottom: 1px solid var(--line);
   overflow-wrap: anywhere; }
@@ -49,29 +47,22 @@ th { font-weight: 600; padding-top: .75rem; }
 .added { color: var(--good); } .removed { color: var(--error); } .changed, .moved { color: var(--warning); }
 .finding { border-top: 1px solid var(--line); padding: 1rem 0; display: grid; gap: .5rem 1.5rem;
   grid-template-columns: minmax(0, 1fr) minmax(0, 1fr); }
-.finding.alone { grid-template-columns: minmax(0, 1fr); }
+.finding div:only-child { grid-column: 1 / -1; }
 .finding:target { background: var(--code); }
 .soft { color: var(--soft); }
 .cause { border-left: 4px solid var(--line); padding-left: 1rem; margin: 1rem 0; }
 .badge { display: inline-block; border-radius: 4px; padding: 0 .45rem; margin-right: .5rem; font-size: .85rem; }
 .badge.error { background: var(--error-tint); } .badge.warning { background: var(--warning-tint); }
-ul.values { list-style: none; margin: .35rem 0; padding: 0; } ul.values li { margin: .2rem 0; }
 figure { margin: 0 0 .75rem; }
 figcaption { color: var(--soft); font-size: .85rem; overflow-wrap: anywhere; }
 pre { margin: .2rem 0 0; padding: .5rem .25rem; background: var(--code); border: 1px solid var(--line);
   border-radius: 6px; font-size: .8rem; line-height: 1.45; overflow-x: auto; }
 .number { color: var(--soft); display: inline-block; width: 4.5em; text-align: right; padding-right: 1em; }
 mark { background: var(--mark); color: inherit; border-radius: 3px; font-weight: 700; }
-.picture { overflow-x: auto; }
-svg { display: block; max-width: none; font: 14px system-ui, -apple-system, "Segoe UI", "DejaVu Sans", sans-serif; }
-svg text { fill: var(--text); } svg .soft { fill: var(--soft); }
-svg .row { fill: none; stroke: var(--line); }
-svg .chip rect { fill: var(--code); stroke: var(--soft); } svg .chip text { fill: var(--text); }
-svg .chip.error rect { fill: var(--error-tint); stroke: var(--error); stroke-width: 2; }
-svg .chip.error text { fill: var(--error); font-weight: 600; }
-svg .chip.warning rect { fill: var(--warning-tint); stroke: var(--warning); stroke-width: 2; }
-svg .chip.warning text { fill: var(--warning); font-weight: 600; }
-svg .conflict { fill: none; stroke: var(--error); stroke-width: 2.5; }
+.chip { display: inline-block; min-width: 3rem; margin: .1rem .3rem .1rem 0; padding: 0 .45rem; text-align: center;
+  color: var(--text); background: var(--code); border: 1px solid var(--soft); border-radius: 6px; }
+.chip.error { color: var(--error); background: var(--error-tint); border: 2px solid var(--error); }
+.chip.warning { color: var(--warning); background: var(--warning-tint); border: 2px solid var(--warning); }
 @media (max-width: 50rem) { .finding { grid-template-columns: minmax(0, 1fr); } }
 @media print {
   :root { color-scheme: light;

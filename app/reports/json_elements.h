@@ -1,7 +1,7 @@
 /// A JSON array that is written element by element.
 #pragma once
 
-#include "reports/json.h"
+#include "reports/report_json.h"
 #include "reports/report_writer.h"
 
 /// `json` as text, with `indent` in front of every line but the first.
@@ -9,10 +9,9 @@ std::string indented(const Json& json, const std::string& indent);
 
 class JsonElements {
   public:
-    /// `head` is what the document has before the array, which is `depth` objects and arrays deep.
-    /// Nothing is written before the first element.
-    JsonElements(Write write, std::string head, std::size_t depth)
-        : write_(std::move(write)), head_(std::move(head)), indent_(2 * depth, ' ') {}
+    /// Writes `head`, what the document has before the array, which is `depth` objects and arrays
+    /// deep.
+    JsonElements(Write write, const std::string& head, std::size_t depth);
 
     void add(const Json& element);
 
@@ -21,7 +20,6 @@ class JsonElements {
 
   private:
     Write write_;
-    std::string head_;
     std::string indent_;  ///< of the array
-    bool is_begun_ = false;
+    bool is_empty_ = true;
 };

@@ -10,19 +10,13 @@
 struct ReportOptions {
     std::string format = "text";   ///< one of report_formats()
     bool accept_warnings = false;  ///< a warning is no failure
-    std::size_t max_warnings = 0;  ///< nor are these many or fewer, in all reports together
     bool quiet = false;            ///< findings only, in the formats for readers
     bool silent = false;           ///< nothing
     bool counts_clean = false;     ///< in text and github, one without findings is only counted
-
-    /// Whether a run with so many warnings is no failure.
-    bool accepts(std::size_t warnings) const { return accept_warnings || warnings <= max_warnings; }
+    std::string colour = "auto";   ///< when to colour text; see wants_colour()
 };
 
 std::vector<std::string> report_formats();
-
-/// The reports in the wanted format.
-std::string format_reports(const std::vector<Report>& reports, const ReportOptions& options);
 
 struct TextStyle {
     bool quiet = false;         ///< findings only

@@ -1,6 +1,6 @@
 #include "reports/report_text.h"
 
-#include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 
@@ -27,15 +27,6 @@ std::string counted(std::size_t count, const std::string& noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-std::string place_text(const Location& location) {
-    std::string text = printable(location.file);
-    if (location.is_known()) {
-        text += ":" + std::to_string(location.line);
-        text += location.column > 0 ? ":" + std::to_string(location.column) : "";
-    }
-    return text;
-}
-
 std::string value_text(const ReadValue& value) {
     return printable(value.datastore + std::string(": ") + value.cli_path + " " + value.value);
 }
@@ -43,7 +34,7 @@ std::string value_text(const ReadValue& value) {
 std::vector<std::string> finding_lines(const Finding& finding) {
     std::vector<std::string> lines = {"at " + printable(finding.cli_path)};
     for (const ReadValue& value : finding.values) {
-        const std::string place = place_text(value.location);
+        const std::string place = printable(text_of(value.location));
         lines.push_back(value_text(value) + (place.empty() ? "" : " (" + place + ")"));
     }
     if (!finding.note.empty()) {
@@ -93,12 +84,13 @@ std::vector<std::string> notes(const Report& report) {
     if (report.removed_instances > 0) {
         sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));
     }
-    if (report.unknown_data.nodes > 0) {
-        sentences.push_back("skipped " + counted(report.unknown_data.nodes, "node") +
-                            " that no module describes: " + listed(report.unknown_data.modules));
+    const UnknownData& data = report.unknown_data;
+    if (data.nodes > 0) {
+        sentences.push_back(counted(data.nodes, "node") +
+                            " of other modules not checked: " + listed(data.modules));
     }
-    for (const std::string& node : report.unknown_data.unknown) {
-        sentences.push_back("skipped, not defined in its module: " + printable(node));
+    for (const std::string& node : data.unknown) {
+        sentences.push_back("not defined in its module, not checked: " + printable(node));
     }
     return sentences;
 }
@@ -108,9 +100,8 @@ std::vector<std::string> remarks(const Report& report) {
     for (const Omitted& rest : report.omitted) {
         sentences.push_back(omitted_text(rest));
     }
-    for (std::string& note : notes(report)) {
-        sentences.push_back(std::move(note));
-    }
+    const std::vector<std::string> more = notes(report);
+    sentences.insert(sentences.end(), more.begin(), more.end());
     return sentences;
 }
 
@@ -125,6 +116,8 @@ std::string summary_text(const Summary& summary) {
     if (summary.not_checked > 0) {
         text += ", " + std::to_string(summary.not_checked) + " not checked";
     }
-    return summary.skipped == 0 ? text
-                                : text + ", " + counted(summary.skipped, "node") + " skipped";
+    if (summary.unknown_nodes > 0) {
+        text += ", " + counted(summary.unknown_nodes, "node") + " of other modules not checked";
+    }
+    return text;
 }

@@ -13,9 +13,6 @@ std::string severity_word(Severity severity);
 /// "1 error", "2 errors".
 std::string counted(std::size_t count, const std::string& noun);
 
-/// "candidate.json:45:13", or less where the line is not known.
-std::string place_text(const Location& location);
-
 /// A leaf that was compared, with its datastore and value.
 std::string value_text(const ReadValue& value);
 
@@ -35,7 +32,7 @@ bool is_clean(const Report& report);
 std::string result_text(const Report& report);
 
 /// What a reader of the result must know as well, one sentence each: that no rule ran, what the
-/// change removes, what was skipped.
+/// change removes, what was not checked.
 std::vector<std::string> notes(const Report& report);
 
 /// Those of omitted findings, and notes().

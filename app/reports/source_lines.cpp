@@ -2,23 +2,19 @@
 
 #include <algorithm>
 
-#include "terminal/output.h"
+#include "configuration/difference.h"
+#include "text/printable.h"
+#include "text/utf8.h"
 
 namespace {
 
-constexpr std::size_t kShownBefore = 48;  ///< bytes of a long line
-constexpr std::size_t kShownAfter = 48;
-
-bool continues_character(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U;
-}
+constexpr std::size_t kShownAround = 48;  ///< bytes of a long line, on each side
 
 /// Where the character number `count` of `line` begins.
 std::size_t offset_of(std::string_view line, std::size_t count) {
     std::size_t offset = 0;
     for (; count > 0 && offset < line.size(); --count) {
-        for (++offset; offset < line.size() && continues_character(line[offset]); ++offset) {
-        }
+        offset = end_of_character(line, offset);
     }
     return offset;
 }
@@ -32,17 +28,14 @@ std::size_t name_size(std::string_view text) {
     if (text[0] == '<') {
         return std::min(text.find_first_of(" \t/>", 1), text.size());
     }
-    std::size_t end = 1;
     if (text[0] == '"') {
+        std::size_t end = 1;
         for (; end < text.size() && text[end] != '"'; ++end) {
             end += text[end] == '\\' ? 1 : 0;
         }
         return std::min(end + 1, text.size());
     }
-    while (end < text.size() && continues_character(text[end])) {
-        ++end;
-    }
-    return end;
+    return end_of_character(text, 0);
 }
 
 std::string shown(std::string_view text) {
@@ -60,21 +53,17 @@ std::string shown(std::string_view text) {
 
 /// The last part of `text`, whole characters, when it is too long.
 std::string end_of(std::string_view text) {
-    if (text.size() <= kShownBefore) {
+    if (text.size() <= kShownAround) {
         return shown(text);
     }
-    text.remove_prefix(text.size() - kShownBefore);
-    while (!text.empty() && continues_character(text[0])) {
-        text.remove_prefix(1);
-    }
-    return "…" + shown(text);
+    return "…" + shown(text.substr(end_of_character(text, text.size() - kShownAround - 1)));
 }
 
-std::string start_of(std::string_view text, std::size_t size) {
+std::string start_of(std::string_view text, std::size_t size = kShownAround) {
     if (text.size() <= size) {
         return shown(text);
     }
-    while (size > 0 && continues_character(text[size])) {
+    while (size > 0 && !begins_character(text[size])) {
         --size;
     }
     return shown(text.substr(0, size)) + "…";
@@ -82,38 +71,24 @@ std::string start_of(std::string_view text, std::size_t size) {
 
 }  // namespace
 
-SourceLines::SourceLines(const std::vector<std::shared_ptr<const SourceText>>& sources)
-    : sources_(sources) {}
-
-const SourceText* SourceLines::find(const Location& location) const {
-    const auto found = std::find_if(sources_.begin(), sources_.end(), [&](const auto& source) {
-        return source->name() == location.file;
-    });
-    return found == sources_.end() ? nullptr : found->get();
-}
-
-std::optional<Excerpt> SourceLines::excerpt(const Location& location) const {
-    const SourceText* const source = find(location);
-    if (source == nullptr || location.line == 0 || location.line > source->line_count()) {
-        return std::nullopt;
+const SourceText* source_of(const Report& report, const Location& location) {
+    for (const auto& source : report.sources) {
+        if (source->name() == location.file && location.is_known() &&
+            location.line <= source->line_count()) {
+            return source.get();
+        }
     }
-    const std::string text = source->line(location.line);
-    const std::string_view line = text;
-    if (location.column == 0) {
-        return Excerpt{start_of(line, kShownBefore + kShownAfter), {}, {}};
+    return nullptr;
+}
+
+Excerpt excerpt(const SourceText& source, std::size_t line, std::size_t column) {
+    const std::string whole = source.line(line);
+    const std::string_view text = whole;
+    if (column == 0) {
+        return {start_of(text, 2 * kShownAround), {}, {}};
     }
-    const std::size_t begin = offset_of(line, location.column - 1);
-    const std::size_t size = name_size(line.substr(begin));
-    return Excerpt{end_of(line.substr(0, begin)), start_of(line.substr(begin, size), kShownAfter),
-                   start_of(line.substr(begin + size), kShownAfter)};
-}
-
-std::size_t SourceLines::count(const Location& location) const {
-    const SourceText* const source = find(location);
-    return source == nullptr ? 0 : source->line_count();
-}
-
-std::size_t count_characters(std::string_view text) {
-    return text.size() -
-           static_cast<std::size_t>(std::count_if(text.begin(), text.end(), continues_character));
+    const std::size_t begin = offset_of(text, column - 1);
+    const std::size_t size = name_size(text.substr(begin));
+    return {end_of(text.substr(0, begin)), start_of(text.substr(begin, size)),
+            start_of(text.substr(begin + size))};
 }

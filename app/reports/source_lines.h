@@ -1,10 +1,7 @@
 /// Lines of a configuration, as they are shown beside a finding.
 #pragma once
 
-#include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "checking/report.h"
 
@@ -15,22 +12,9 @@ struct Excerpt {
     std::string after;
 };
 
-/// The lines of a report's sources. The sources must live as long.
-class SourceLines {
-  public:
-    explicit SourceLines(const std::vector<std::shared_ptr<const SourceText>>& sources);
+/// The text that the line of `location` is in; null when the report does not hold it.
+const SourceText* source_of(const Report& report, const Location& location);
 
-    /// The line of `location`, of a long one what is near; nothing when it is not known.
-    std::optional<Excerpt> excerpt(const Location& location) const;
-
-    /// How many lines the file of `location` has; 0 when it is not known.
-    std::size_t count(const Location& location) const;
-
-  private:
-    const SourceText* find(const Location& location) const;
-
-    const std::vector<std::shared_ptr<const SourceText>>& sources_;
-};
-
-/// How many characters `text` has.
-std::size_t count_characters(std::string_view text);
+/// The line `line` of `source`, of a long one what is near `column`; nothing is marked for column
+/// 0.
+Excerpt excerpt(const SourceText& source, std::size_t line, std::size_t column);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
 
 #include "checking/report.h"
 
@@ -11,12 +10,21 @@ struct Summary {
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::size_t requests = 0;
-    std::size_t not_checked = 0;  ///< candidates that could not be checked, or were not reached
-    std::size_t skipped = 0;      ///< nodes that no module describes
+    std::size_t not_checked = 0;    ///< candidates that could not be checked, or were not reached
+    std::size_t unknown_nodes = 0;  ///< that were not checked
 
-    void add(const Report& report);
+    void add(const Report& report) {
+        ++candidates;
+        errors += report.count(Severity::error);
+        warnings += report.count(Severity::warning);
+        requests += report.requests;
+        not_checked += report.failure.empty() ? 0 : 1;
+        unknown_nodes += report.unknown_data.nodes;
+    }
+
     /// Counts candidates of which there is no report.
-    void add_unreached(std::size_t count);
+    void add_unreached(std::size_t count) {
+        candidates += count;
+        not_checked += count;
+    }
 };
-
-Summary summary_of(const std::vector<Report>& reports);

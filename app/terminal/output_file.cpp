@@ -9,7 +9,6 @@
 
 #include "errors/input_error.h"
 #include "files/file_descriptor.h"
-#include "terminal/output.h"
 
 namespace fs = std::filesystem;
 
@@ -43,7 +42,6 @@ OutputFile::OutputFile(const std::string& name) : shown_name_(name) {
         dup2(file.number(), STDOUT_FILENO) < 0) {
         throw InputError(name + ": the output cannot be written: " + last_system_error());
     }
-    name_output(name);
 }
 
 OutputFile::~OutputFile() {

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "terminal/output.h"
+#include "text/printable.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <nlohmann/json.hpp>
+#include <pugixml.hpp>
 
-#include "reports/report_format.h"
 #include "samples.h"
 
 using nlohmann::json;
@@ -16,7 +16,8 @@ Report oddly_named() {
     Report report = checked("./a, b:c%.json", {changed_address(), bare_warning()});
     report.findings[0].location.file = report.candidate;
     report.findings[0].message = "100%: a, b";
-    report.findings[0].values.resize(1);
+    report.findings[0].cause = "x";
+    report.findings[0].values[1].location = {};
     report.sources = {
         std::make_shared<SourceText>(report.candidate, "1\n2\n3\n4\n5\n    \"ä\": 1")};
     auto rules = std::make_shared<std::vector<Rule>>(2);
@@ -30,37 +31,95 @@ Report oddly_named() {
     return report;
 }
 
+TEST(JUnit, HasTheSameTestsWhateverIsFound) {
+    Report timed = checked("candidate.json", {changed_address(), bare_warning()});
+    timed.rule_seconds = {{"vrrp_vrf_validation", 0.00125}};
+    timed.seconds = 0.75;
+    Report many = checked("many", {changed_address()});
+    many.omitted = {{changed_address().rule, 8, 1}, {bare_warning().rule, 0, 1}};
+    const std::vector<Report> reports = {timed, not_checked("broken"), many};
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(formatted(reports, "junit").c_str()));
+    std::string tests;
+    for (const auto& found : document.select_nodes("/testsuites/testsuite/testcase")) {
+        const pugi::xml_node test = found.node();
+        EXPECT_STREQ(test.attribute("classname").value(), test.attribute("file").value());
+        tests += test.attribute("file").value() + std::string(" ") +
+                 test.attribute("name").value() + " " + test.first_child().name() + " " +
+                 test.first_child().attribute("message").value() + "\n";
+    }
+    EXPECT_EQ(tests,
+              "candidate.json can be checked  \n"
+              "candidate.json vrrp_ipv4_addr_update_validation failure IPv4 address cannot be "
+              "changed on interface l3 vlan10.\n"
+              "candidate.json vrrp_version_validation failure changing the VRRP router version "
+              "will restart the VRRP router process.\n"
+              "candidate.json vrrp_vrf_validation  \n"
+              "broken can be checked error broken:3:9: ends too early.\n"
+              "broken vrrp_ipv4_addr_update_validation skipped \n"
+              "broken vrrp_version_validation skipped \n"
+              "broken vrrp_vrf_validation skipped \n"
+              "many can be checked  \n"
+              "many vrrp_ipv4_addr_update_validation failure IPv4 address cannot be changed on "
+              "interface l3 vlan10. (and 9 more)\n"
+              "many vrrp_version_validation failure 1 finding\n"
+              "many vrrp_vrf_validation  \n");
+    for (const char* const path :
+         {"@tests=4 and @failures=2 and @time='0.750000'", "@errors=1 and @skipped=3",
+          "testcase[@time='0.001250' and @name='vrrp_vrf_validation']",
+          "testcase/failure[starts-with(., '\ncandidate.json:6:5: error: ')]"}) {
+        EXPECT_TRUE(document.select_node(("//testsuite[" + std::string(path) + "]").c_str()))
+            << path;
+    }
+    ASSERT_TRUE(document.load_string(formatted(reports, "junit", true).c_str()));
+    EXPECT_EQ(document.select_nodes("//testcase[failure]").size(), 2U);
+    EXPECT_EQ(document.select_nodes("//testcase[system-out]").size(), 2U);
+}
+
+/// Each row is the place of a value in `document`, and what that is to be.
+void expect_values(const json& document,
+                   const std::vector<std::pair<std::string, json>>& expected) {
+    for (const auto& [pointer, value] : expected) {
+        const json::json_pointer place(pointer);
+        EXPECT_EQ(document.contains(place) ? document.at(place) : "missing", value) << pointer;
+    }
+}
+
 TEST(GitHub, AnnotatesEachPlace) {
-    Report report = not_checked("broken");
-    report.failure_at.column = 0;
-    EXPECT_THAT(format_reports({report}, {"github"}), HasSubstr("file=broken,line=3,title="));
-    EXPECT_EQ(format_reports({checked("clean", {})}, {"github", false, 0, false, false, true}),
-              "::notice title=vrrp-valid::1 candidate: 0 errors, 0 warnings in 3 checks\n");
-    const std::string text = format_reports({oddly_named(), not_checked("broken")}, {"github"});
-    EXPECT_THAT(text,
-                HasSubstr("::error file=./a%2C b%3Ac%25.json,line=6,col=5,"
-                          "title=vrrp_ipv4_addr_update_validation::100%25: a, b%0Aat router "));
-    EXPECT_THAT(text, HasSubstr("%0Ahelp: Keep the address.%0Asee: "));
-    EXPECT_THAT(text, HasSubstr("\n::warning file=./a%2C b%3Ac%25.json,title=vrrp_version_"));
-    EXPECT_THAT(text, HasSubstr("\n::error file=broken,line=3,col=9,title=could not be checked::"
-                                "broken:3:9: ends too early.\n"));
-    EXPECT_THAT(text, HasSubstr("::notice file=broken,title=vrrp-valid::could not be checked\n"));
-    EXPECT_THAT(format_reports({oddly_named()}, {"github", true}), Not(HasSubstr("::warning")));
-    EXPECT_THAT(format_reports({checked("clean", {})}, {"github"}),
-                HasSubstr("::0 errors, 0 warnings in"));
+    Report broken = not_checked("broken");
+    broken.failure_at.column = 0;
+    const std::string text = formatted({oddly_named(), broken}, "github");
+    for (const char* const part :
+         {"::error file=./a%2C b%3Ac%25.json,line=6,col=5,"
+          "title=vrrp_ipv4_addr_update_validation::100%25: a, b%0Acause: x%0Aat router ",
+          "%0Ahelp: Keep the address.%0Asee: ",
+          "\n::warning file=./a%2C b%3Ac%25.json,title=vrrp_version_validation::",
+          "\n::error file=broken,line=3,title=could not be checked::broken:3:9: ends too early.\n",
+          "\n::notice file=broken,title=vrrp-valid::could not be checked\n"}) {
+        EXPECT_THAT(text, HasSubstr(part));
+    }
+    ReportOptions options;
+    options.format = "github";
+    options.counts_clean = options.accept_warnings = true;
+    EXPECT_THAT(formatted({checked("clean", {}), oddly_named()}, options),
+                AllOf(StartsWith("::error file=./a"),
+                      HasSubstr("\n::notice file=./a%2C b%3Ac%25.json,title=vrrp_version_"),
+                      EndsWith("\n::notice title=vrrp-valid::2 candidates: 1 error, 1 warning in "
+                               "6 checks\n")));
 }
 
 TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
-    const auto issues = [](const Report& report) {
-        return json::parse(format_reports({report}, {"gitlab"}));
+    const auto issues = [](const Report& report, bool accepts = false) {
+        return json::parse(formatted({report}, "gitlab", accepts));
     };
     const json first = issues(oddly_named());
-    EXPECT_EQ(first[0]["location"],
-              json::parse(R"({"path": "a, b:c%.json", "lines": {"begin": 6}})"));
-    EXPECT_EQ(first[0]["severity"], "critical");
-    EXPECT_EQ(first[1]["location"]["lines"]["begin"], 1) << "a place is needed";
-    EXPECT_EQ(first[1]["severity"], "minor");
-    EXPECT_NE(first[0]["fingerprint"], first[1]["fingerprint"]);
+    expect_values(first, {{"/0/location/path", "a, b:c%.json"},
+                          {"/0/location/lines/begin", 6},
+                          {"/0/severity", "critical"},
+                          {"/1/location/lines/begin", 1},
+                          {"/1/severity", "minor"}});
+    EXPECT_THAT(first[0]["content"]["body"], HasSubstr("help: Keep the address.\n"));
+    EXPECT_EQ(issues(oddly_named(), true)[1]["severity"], "info");
     Report moved = oddly_named();
     moved.candidate = moved.findings[0].location.file = "a, b:c%.json";
     moved.findings[0].location.line = 60;
@@ -71,37 +130,49 @@ TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
         other.findings[0].*part += "x";
         EXPECT_NE(issues(other)[0]["fingerprint"], first[0]["fingerprint"]);
     }
+    EXPECT_EQ(formatted({checked("clean", {})}, "gitlab"), "[]\n");
+    Report rest = checked("rest", {});
+    rest.omitted = {{"a", 1, 0}, {"b", 0, 1}};
+    rest.removed_instances = 1;
+    expect_values(issues(rest), {{"/0/check_name", "a"},
+                                 {"/0/severity", "critical"},
+                                 {"/1/severity", "minor"},
+                                 {"/0/description",
+                                  "1 more error of a; check with a larger --max-findings to see "
+                                  "them"},
+                                 {"/2/check_name", "note"},
+                                 {"/2/severity", "info"}});
     EXPECT_EQ(issues(not_checked("broken"))[0]["severity"], "blocker");
-    EXPECT_EQ(format_reports({checked("clean", {})}, {"gitlab"}), "[]\n");
 }
 
 TEST(Sarif, HasRulesResultsAndPlaces) {
-    const json all =
-        json::parse(format_reports({oddly_named(), not_checked("/broken")}, {"sarif"}));
-    const json& run = all["runs"][0];
-    const json& rules = run["tool"]["driver"]["rules"];
-    EXPECT_EQ(rules[0]["defaultConfiguration"]["level"], "warning");
-    EXPECT_EQ(rules[0]["shortDescription"]["text"], "Is confirmed.");
-    EXPECT_EQ(rules[1]["defaultConfiguration"]["level"], "error");
-    EXPECT_THAT(rules[1]["help"]["markdown"], HasSubstr("- `changed <name>`: Keep the address."));
-    const json& result = run["results"][0];
-    EXPECT_EQ(result["level"], "error");
-    EXPECT_EQ(rules[result["ruleIndex"].get<std::size_t>()]["id"], result["ruleId"]);
-    EXPECT_EQ(result["message"]["text"],
-              "100%: a, b\nNote: the name holds a blank.\nHelp: Keep the address.");
-    EXPECT_EQ(result["locations"][0]["physicalLocation"], json::parse(R"({
-        "artifactLocation": {"uri": "a%2C%20b%3Ac%25.json"},
-        "region": {"startLine": 6, "startColumn": 5, "endLine": 6, "endColumn": 8}})"));
-    EXPECT_EQ(result["relatedLocations"].size(), 1U);
-    EXPECT_EQ(result["relatedLocations"][0]["physicalLocation"]["region"]["startLine"], 8);
-    EXPECT_EQ(run["results"][1].count("suppressions"), 0U);
-    EXPECT_FALSE(run["invocations"][0]["executionSuccessful"]);
-    EXPECT_EQ(run["invocations"][0]["toolExecutionNotifications"][0]["locations"][0]
-                 ["physicalLocation"]["artifactLocation"]["uri"],
-              "file:///broken");
-    const json accepted = json::parse(format_reports({oddly_named()}, {"sarif", true}));
-    EXPECT_EQ(accepted["runs"][0]["results"][1].count("suppressions"), 1U);
-    EXPECT_EQ(accepted["runs"][0]["results"][0].count("suppressions"), 0U);
+    const json all = json::parse(formatted({oddly_named(), not_checked("/broken")}, "sarif"));
+    expect_values(all["runs"][0],
+                  {{"/tool/driver/rules/0/id", "vrrp_version_validation"},
+                   {"/tool/driver/rules/0/defaultConfiguration/level", "warning"},
+                   {"/tool/driver/rules/0/shortDescription/text", "Is confirmed."},
+                   {"/tool/driver/rules/1/defaultConfiguration/level", "error"},
+                   {"/tool/driver/rules/1/help/markdown",
+                    "Keeps its address.\n\n- `changed <name>`: Keep the address."},
+                   {"/results/0/ruleId", "vrrp_ipv4_addr_update_validation"},
+                   {"/results/0/level", "error"},
+                   {"/results/0/message/text",
+                    "100%: a, b\nCause: x\nNote: the name holds a blank.\nHelp: Keep the address."},
+                   {"/results/0/locations/0/physicalLocation", json::parse(R"({
+            "artifactLocation": {"uri": "a%2C%20b%3Ac%25.json"},
+            "region": {"startLine": 6, "startColumn": 5, "endLine": 6, "endColumn": 8}})")},
+                   {"/results/0/relatedLocations/0/physicalLocation/region/startLine", 8},
+                   {"/results/0/relatedLocations/1", "missing"},
+                   {"/results/1/locations/0/physicalLocation/region/startLine", 1},
+                   {"/results/1/suppressions", "missing"},
+                   {"/invocations/0/executionSuccessful", false},
+                   {"/invocations/0/toolExecutionNotifications/0/locations/0/physicalLocation"
+                    "/artifactLocation/uri",
+                    "file:///broken"}});
+    const json accepted = json::parse(formatted({oddly_named()}, "sarif", true));
+    expect_values(accepted["runs"][0], {{"/results/0/suppressions", "missing"},
+                                        {"/results/1/suppressions/0/kind", "external"},
+                                        {"/invocations/0/executionSuccessful", true}});
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "terminal/output.h"
+#include "text/printable.h"
 
 TEST(Printable, ShowsWhatWouldForgeALineTurnItOrCommandTheTerminal) {
     const std::pair<std::string, std::string> rows[] = {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "checking/report.h"
+#include "reports/report_stream.h"
 
 /// A refused change of an address, with everything filled that a finding can hold.
 inline Finding changed_address() {
@@ -9,6 +10,7 @@ inline Finding changed_address() {
     finding.rule = "vrrp_ipv4_addr_update_validation";
     finding.path = "/router/vrrp/interface{l3-vlan10}/address-family{ipv4}/vr-id{5}";
     finding.cli_path = "router vrrp interface l3-vlan10 address-family ipv4 vr-id 5";
+    finding.instance = VrrpInstance{"l3-vlan10", "ipv4", "5"};
     finding.message = "IPv4 address cannot be changed on interface l3 vlan10.";
     const std::string leaf = "config interface l3 vlan10 ipv4 address ip";
     const std::string path = "/config/interface/l3{vlan10}/ipv4/address/ip";
@@ -48,4 +50,24 @@ inline Report not_checked(const std::string& candidate) {
     report.failure = candidate + ":3:9: ends too early.";
     report.failure_at = {candidate, 3, 9};
     return report;
+}
+
+/// The document of `reports`, of a run that did not reach `not_reached` more.
+inline std::string formatted(const std::vector<Report>& reports, const ReportOptions& options,
+                             std::size_t not_reached = 0) {
+    std::string text;
+    ReportStream stream(options, [&text](const std::string& part) { text += part; });
+    for (const Report& report : reports) {
+        stream.add(report);
+    }
+    stream.finish(not_reached);
+    return text;
+}
+
+inline std::string formatted(const std::vector<Report>& reports, const std::string& format,
+                             bool accept_warnings = false) {
+    ReportOptions options;
+    options.format = format;
+    options.accept_warnings = accept_warnings;
+    return formatted(reports, options);
 }

@@ -1,7 +1,7 @@
 // Lines of a configuration beside a finding.
-#include <gtest/gtest.h>
-
 #include "reports/source_lines.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -10,13 +10,6 @@ struct Row {
     Location location;
     std::string shown;  ///< the line with the marked part in «»
 };
-
-std::string shown(const Row& row) {
-    const std::vector<std::shared_ptr<const SourceText>> sources = {
-        std::make_shared<SourceText>("f", row.text)};
-    const auto excerpt = SourceLines(sources).excerpt(row.location);
-    return excerpt ? excerpt->before + "«" + excerpt->marked + "»" + excerpt->after : "";
-}
 
 TEST(SourceLines, MarkTheNameAtAPlace) {
     const std::string wide(400, 'x');
@@ -28,22 +21,32 @@ TEST(SourceLines, MarkTheNameAtAPlace) {
         {"<ä><vr:id>5</vr:id>", {"f", 1, 4}, "<ä>«<vr:id»>5</vr:id>"},
         {"\t\033[2J\"a\" \u202e", {"f", 1, 6}, " \\x1b[2J«\"a\"» \\u202e"},
         {wide + "\"a\"" + wide, {"f", 1, 401}, long_shown},
+        {wide, {"f", 1, 0}, std::string(96, 'x') + "…«»"},
+        {"é" + wide.substr(1, 47) + "<a", {"f", 1, 49}, "…" + wide.substr(1, 47) + "«<a»"},
+        {"<" + wide.substr(1, 46) + "€", {"f", 1, 1}, "«<" + wide.substr(1, 46) + "…»"},
         {"a\nb", {"f", 2, 9}, "b«»"},
         {"a\nb", {"f", 3, 1}, ""},
         {"a\nb", {"other", 1, 1}, ""},
         {"a\nb", {"f", 0, 0}, ""},
     };
     for (const Row& row : rows) {
-        EXPECT_EQ(shown(row), row.shown) << row.text;
+        Report report;
+        report.sources = {std::make_shared<SourceText>("f", row.text)};
+        const SourceText* const source = source_of(report, row.location);
+        std::string shown;
+        if (source != nullptr) {
+            const Excerpt line = excerpt(*source, row.location.line, row.location.column);
+            shown = line.before + "«" + line.marked + "»" + line.after;
+        }
+        EXPECT_EQ(shown, row.shown) << row.text;
     }
 }
 
 TEST(SourceLines, ShowNoSecret) {
-    const auto source = std::make_shared<SourceText>("f", "{\"p\": \"s3cr\xc3\xb6t\", \"a\": 1}");
-    source->hide(7, 14);
-    EXPECT_EQ(source->line(1), "{\"p\": \"" + std::string(6, kMask) + "\", \"a\": 1}");
-    const std::vector<std::shared_ptr<const SourceText>> sources = {source};
-    EXPECT_EQ(SourceLines(sources).excerpt({"f", 1, 2})->after, ": \"(secret)\", \"a\": 1}");
+    SourceText source("f", R"({"password": "s3cröt", "a": 1})");
+    source.hide(14, 21);
+    const Excerpt line = excerpt(source, 1, 2);
+    EXPECT_EQ(line.marked + line.after, "\"password\": \"(secret)\", \"a\": 1}");
 }
 
 }  // namespace

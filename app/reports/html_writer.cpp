@@ -1,0 +1,256 @@
+#include <algorithm>
+#include <set>
+
+#include "reports/difference_text.h"
+#include "reports/finding_groups.h"
+#include "reports/html_style.h"
+#include "reports/instance_table.h"
+#include "reports/report_text.h"
+#include "reports/report_writer.h"
+#include "reports/source_lines.h"
+#include "reports/spool.h"
+#include "reports/xml_elements.h"
+
+namespace {
+
+constexpr std::size_t kLinesAround = 2;
+constexpr std::size_t kMostFigures = 6;  ///< beside one finding
+
+// Of pugixml: no blanks that are not text, and "<td></td>", since HTML has no "<td/>".
+constexpr unsigned kPage = pugi::format_raw | pugi::format_no_empty_element_tags;
+
+constexpr const char* kBeforeStyle =
+    "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"/>"
+    "<meta http-equiv=\"Content-Security-Policy\" "
+    "content=\"default-src 'none'; style-src 'unsafe-inline'\"/>"
+    "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>"
+    "<title>VRRP configuration check</title><style>";
+constexpr const char* kBehindStyle = "</style></head><body><main><h1>VRRP configuration check</h1>";
+
+struct Result {
+    const char* look;
+    const char* words;
+};
+
+Result result_of(const Report& report, bool accept_warnings) {
+    if (!report.failure.empty()) {
+        return {"error", "Could not be checked"};
+    }
+    if (report.count(Severity::error) > 0) {
+        return {"error", "Refused"};
+    }
+    if (report.requests == 0) {
+        return {"warning", "Nothing to check"};
+    }
+    if (report.count(Severity::warning) == 0) {
+        return {"good", "Accepted"};
+    }
+    return accept_warnings ? Result{"good", "Accepted, warnings included"}
+                           : Result{"warning", "Accepted once the warnings are confirmed"};
+}
+
+void add_changes(pugi::xml_node article, const std::vector<Change>& changes) {
+    add_element(article, "h3", {}, "Changes");
+    if (changes.empty()) {
+        add_element(article, "p", {}, "The candidate changes nothing.");
+        return;
+    }
+    pugi::xml_node body = add_element(add_element(article, "table"), "tbody");
+    for (const ChangeLine& line : difference_lines(changes)) {
+        const std::string word = line.look == nullptr ? "" : line.look->word;
+        if (line.depth == 2) {
+            pugi::xml_node row = add_element(body, "tr", "change");
+            add_element(row, "td", word, line.look->mark + word);
+            add_element(row, "td", {}, line.text);
+            continue;
+        }
+        pugi::xml_node heading = add_element(add_element(body, "tr"), "th", {}, line.text + " ");
+        heading.append_attribute("colspan") = 2;
+        heading.append_attribute("scope") = "rowgroup";
+        if (line.look != nullptr) {
+            add_element(heading, "span", word, word);
+        }
+    }
+}
+
+/// The lines around `place`, with a mark on what is there.
+void add_figure(pugi::xml_node parent, const SourceText& source, const Location& place) {
+    pugi::xml_node figure = add_element(parent, "figure");
+    add_element(figure, "figcaption", {}, text_of(place));
+    pugi::xml_node lines = add_element(figure, "pre");
+    const std::size_t first = place.line > kLinesAround ? place.line - kLinesAround : 1;
+    const std::size_t last = std::min(place.line + kLinesAround, source.line_count());
+    for (std::size_t line = first; line <= last; ++line) {
+        const Excerpt shown = excerpt(source, line, line == place.line ? place.column : 0);
+        add_element(lines, "span", "number", std::to_string(line));
+        add_text(lines, shown.before);
+        if (!shown.marked.empty()) {
+            add_element(lines, "mark", {}, shown.marked);
+        }
+        add_text(lines, shown.after);
+        lines.append_child(pugi::node_pcdata).set_value("\n");
+    }
+}
+
+/// The finding's place and those of the values, each line once, where the source is known.
+void add_figures(pugi::xml_node section, const Report& report, const Finding& finding) {
+    std::vector<Location> places = {finding.location};
+    for (const ReadValue& value : finding.values) {
+        places.push_back(value.location);
+    }
+    std::set<std::pair<std::string, std::size_t>> shown;
+    pugi::xml_node figures;
+    for (const Location& place : places) {
+        const SourceText* const source = source_of(report, place);
+        if (source != nullptr && shown.size() < kMostFigures &&
+            shown.emplace(place.file, place.line).second) {
+            figures = figures ? figures : add_element(section, "div");
+            add_figure(figures, *source, place);
+        }
+    }
+}
+
+/// The report of one candidate, as a part of the page.
+class Article {
+  public:
+    Article(const Report& report, bool accept_warnings, std::size_t number)
+        : report_(report),
+          result_(result_of(report, accept_warnings)),
+          name_("report-" + std::to_string(number)) {}
+
+    void add_to(pugi::xml_node parent) const {
+        pugi::xml_node article = add_element(parent, "article");
+        set_attribute(article, "id", name_);
+        add_element(article, "h2", {}, report_.candidate);
+        add_result(article);
+        if (report_.changes) {
+            add_changes(article, *report_.changes);
+        }
+        if (!report_.findings.empty()) {
+            add_findings(article);
+        }
+        if (!report_.instances.empty()) {
+            add_element(article, "h3", {}, counted(report_.instances.size(), "VRRP instance"));
+            add_instances(article, report_,
+                          [this](const Finding& finding) { return anchor(finding); });
+        }
+    }
+
+    /// The same in a table of all candidates.
+    void add_row_to(pugi::xml_node table) const {
+        pugi::xml_node row = add_element(table, "tr");
+        pugi::xml_node link = add_element(add_element(row, "td"), "a", {}, report_.candidate);
+        set_attribute(link, "href", "#" + name_);
+        add_element(row, "td", result_.look, result_.words);
+        for (const Severity severity : {Severity::error, Severity::warning}) {
+            add_element(row, "td", {}, std::to_string(report_.count(severity)));
+        }
+    }
+
+  private:
+    std::string anchor(const Finding& finding) const {
+        return name_ + "-finding-" + std::to_string(&finding - report_.findings.data() + 1);
+    }
+
+    void add_result(pugi::xml_node article) const {
+        pugi::xml_node box =
+            add_element(article, "div", std::string("result ") + result_.look, result_.words);
+        add_element(box, "p", {}, report_.failure.empty() ? result_text(report_) : report_.failure);
+        for (const std::string& remark : remarks(report_)) {
+            add_element(box, "p", {}, remark);
+        }
+        add_element(
+            article, "p", "soft",
+            "Running configuration: " + (report_.running.empty() ? "empty" : report_.running) +
+                "; " + counted(report_.rule_names.size(), "rule"));
+    }
+
+    void add_findings(pugi::xml_node article) const {
+        add_element(article, "h3", {}, "Findings");
+        for (const FindingGroup& group : finding_groups(report_)) {
+            pugi::xml_node parent = article;
+            if (!group.cause.empty()) {
+                parent = add_element(article, "div", "cause");
+                add_element(parent, "p", {}, group.cause + ":");
+            }
+            for (const Finding* const finding : group.findings) {
+                add_finding(parent, *finding);
+            }
+        }
+    }
+
+    void add_finding(pugi::xml_node parent, const Finding& finding) const {
+        pugi::xml_node section = add_element(parent, "section", "finding");
+        set_attribute(section, "id", anchor(finding));
+        pugi::xml_node words = add_element(section, "div");
+        pugi::xml_node heading = add_element(words, "h4");
+        const std::string severity = severity_word(finding.severity);
+        add_element(heading, "span", "badge " + severity, severity);
+        add_text(heading, finding.message);
+        add_element(words, "p", "soft", text_of(finding.location));
+        for (const std::string& line : finding_lines(finding)) {
+            add_element(words, "p", {}, line);
+        }
+        add_figures(section, report_, finding);
+    }
+
+    const Report& report_;
+    Result result_;
+    std::string name_;
+};
+
+/// The page begins with the table of all candidates when there are several, so that all that it
+/// shows of each waits for that.
+class HtmlWriter final : public ReportWriter {
+  public:
+    HtmlWriter(bool accept_warnings, Write write)
+        : accept_warnings_(accept_warnings), write_(std::move(write)) {
+        write_(std::string(kBeforeStyle) + kPageStyle + kBehindStyle);
+    }
+
+    void add(const Report& report) override {
+        const Article article(report, accept_warnings_, ++count_);
+        const pugi::xml_document document;
+        article.add_row_to(document.root());
+        rows_.write(xml_of(document.first_child(), kPage));
+        article.add_to(document.root());
+        articles_.write(xml_of(document.last_child(), kPage));
+    }
+
+    void finish(const Summary& summary, std::size_t not_reached) override {
+        if (not_reached > 0) {
+            const pugi::xml_document document;
+            write_(xml_of(
+                add_element(document.root(), "div", "result error", not_reached_text(not_reached)),
+                kPage));
+        }
+        if (count_ > 1) {
+            write_overview(summary);
+        }
+        articles_.copy_to(write_);
+        write_("</main></body></html>\n");
+    }
+
+  private:
+    /// All candidates in a table.
+    void write_overview(const Summary& summary) const {
+        const pugi::xml_document head;
+        add_heads(head.root(), {"Candidate", "Result", "Errors", "Warnings"});
+        write_("<article><h2>" + summary_text(summary) + "</h2><table>" +
+               xml_of(head.first_child(), kPage) + "<tbody>");
+        rows_.copy_to(write_);
+        write_("</tbody></table></article>");
+    }
+
+    bool accept_warnings_;
+    Write write_;
+    std::size_t count_ = 0;
+    Spool rows_;
+    Spool articles_;
+};
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> html_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<HtmlWriter>(options.accept_warnings, write);
+}

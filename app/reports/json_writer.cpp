@@ -1,0 +1,32 @@
+#include "reports/json_elements.h"
+
+namespace {
+
+class JsonWriter final : public ReportWriter {
+  public:
+    explicit JsonWriter(const Write& write)
+        : reports_(
+              write,
+              std::string("{\n  \"format_version\": \"") + kFormatVersion + "\",\n  \"reports\": ",
+              1) {}
+
+    void add(const Report& report) override { reports_.add(report_to_json(report)); }
+
+    void finish(const Summary& summary, std::size_t /*not_reached*/) override {
+        const Json counts = {{"candidates", summary.candidates},
+                             {"errors", summary.errors},
+                             {"warnings", summary.warnings},
+                             {"not_checked", summary.not_checked},
+                             {"unknown_nodes", summary.unknown_nodes}};
+        reports_.finish(",\n  \"summary\": " + indented(counts, "  ") + "\n}\n");
+    }
+
+  private:
+    JsonElements reports_;
+};
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> json_writer(const ReportOptions& /*options*/, const Write& write) {
+    return std::make_unique<JsonWriter>(write);
+}

@@ -1,0 +1,163 @@
+#include <algorithm>
+#include <cctype>
+
+#include "reports/fingerprint.h"
+#include "reports/json_elements.h"
+#include "reports/percent_encoding.h"
+#include "reports/report_text.h"
+#include "reports/source_lines.h"
+#include "reports/spool.h"
+#include "text/printable.h"
+#include "text/utf8.h"
+
+namespace {
+
+constexpr const char* kHead =
+    "{\n  \"$schema\": \"https://json.schemastore.org/sarif-2.1.0.json\",\n"
+    "  \"version\": \"2.1.0\",\n  \"runs\": [\n    {\n"
+    "      \"columnKind\": \"unicodeCodePoints\",\n      \"results\": ";
+
+/// `file` as a relative or absolute URI reference.
+std::string uri_of(const std::string& file) {
+    constexpr std::string_view kMarks = "-._~/";
+    const std::string path = repository_path(file);
+    return (path[0] == '/' ? "file://" : "") + percent_encoded(path, [&](char c) {
+               return std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+                      kMarks.find(c) != std::string_view::npos;
+           });
+}
+
+/// The name at `location`; without a location the beginning of the candidate, since tools need a
+/// place.
+Json physical_location(const Report& report, const Location& location) {
+    Json region = {{"startLine", std::max<std::size_t>(location.line, 1)}};
+    if (location.column > 0) {
+        region["startColumn"] = location.column;
+        if (const SourceText* const source = source_of(report, location)) {
+            const Excerpt line = excerpt(*source, location.line, location.column);
+            region["endLine"] = location.line;
+            region["endColumn"] = location.column + count_characters(line.marked);
+        }
+    }
+    const std::string& file = location.is_known() ? location.file : report.candidate;
+    return {{"artifactLocation", {{"uri", uri_of(file)}}}, {"region", region}};
+}
+
+Json rule_json(const Rule& rule) {
+    std::string text = rule.demand;
+    std::string markdown = rule.demand + "\n";
+    bool is_warning = true;
+    for (const RuleMessage& message : rule.messages) {
+        is_warning = is_warning && message.is_warning;
+        text += "\n\n" + message.text + "\n" + message.help;
+        markdown += "\n- `" + message.text + "`: " + message.help;
+    }
+    return {{"id", rule.name},
+            {"shortDescription", {{"text", rule.demand.substr(0, rule.demand.find(". ")) + "."}}},
+            {"fullDescription", {{"text", rule.demand}}},
+            {"help", {{"text", text}, {"markdown", markdown}}},
+            {"defaultConfiguration", {{"level", is_warning ? "warning" : "error"}}}};
+}
+
+std::string message_of(const Finding& finding) {
+    std::string message = printable(finding.message);
+    for (const auto& [word, text] :
+         {std::pair("Cause: ", &finding.cause), std::pair("Note: ", &finding.note),
+          std::pair("Help: ", &finding.help)}) {
+        if (!text->empty()) {
+            message += "\n" + (word + printable(*text));
+        }
+    }
+    return message;
+}
+
+Json result_json(const Report& report, const Finding& finding) {
+    Json json = {{"ruleId", printable(finding.rule)},
+                 {"level", severity_word(finding.severity)},
+                 {"message", {{"text", message_of(finding)}}}};
+    json["locations"] = {{{"physicalLocation", physical_location(report, finding.location)},
+                          {"logicalLocations",
+                           {{{"fullyQualifiedName", printable(finding.path)},
+                             {"decoratedName", printable(finding.cli_path)}}}}}};
+    for (const ReadValue& value : finding.values) {
+        if (value.location.is_known()) {
+            json["relatedLocations"].push_back(
+                {{"id", json["relatedLocations"].size() + 1},
+                 {"physicalLocation", physical_location(report, value.location)},
+                 {"message", {{"text", value_text(value)}}}});
+        }
+    }
+    json["partialFingerprints"] = {{"finding/v1", fingerprint(report, finding)}};
+    return json;
+}
+
+Json notification(const char* level, const std::string& text) {
+    return {{"level", level}, {"message", {{"text", text}}}};
+}
+
+/// The results are written as they come; the notifications, which are beside them in another array,
+/// when there are no more.
+class SarifWriter final : public ReportWriter {
+  public:
+    SarifWriter(bool accept_warnings, const Write& write)
+        : accept_warnings_(accept_warnings), write_(write), results_(write, kHead, 3) {}
+
+    void add(const Report& report) override {
+        rules_ = report.rules != nullptr ? report.rules : rules_;
+        if (!report.failure.empty()) {
+            add(report, notification("error", printable(report.failure)));
+        }
+        for (const std::string& remark : remarks(report)) {
+            add(report, notification("note", remark));
+        }
+        for (const Finding& finding : report.findings) {
+            Json result = result_json(report, finding);
+            if (finding.severity == Severity::warning && accept_warnings_) {
+                result["suppressions"] = {
+                    {{"kind", "external"}, {"justification", "accepted with --accept-warnings"}}};
+            }
+            results_.add(result);
+        }
+    }
+
+    void finish(const Summary& summary, std::size_t not_reached) override {
+        if (not_reached > 0) {
+            notifications_.add(notification("error", not_reached_text(not_reached)));
+        }
+        Json driver = {{"name", "vrrp-valid"},
+                       {"version", VRRP_VALID_VERSION},
+                       {"semanticVersion", VRRP_VALID_VERSION},
+                       {"rules", Json::array()}};
+        for (const Rule& rule : *rules_) {
+            driver["rules"].push_back(rule_json(rule));
+        }
+        results_.finish(",\n      \"tool\": " + indented({{"driver", driver}}, "      ") +
+                        ",\n      \"invocations\": [\n        {\n"
+                        "          \"executionSuccessful\": " +
+                        (summary.not_checked == 0 ? "true" : "false") + ",\n");
+        notifications_.finish("\n        }\n      ]\n    }\n  ]\n}\n");
+        notifications_text_.copy_to(write_);
+    }
+
+  private:
+    void add(const Report& report, Json notification) {
+        notification["locations"] = {
+            {{"physicalLocation", physical_location(report, report.failure_at)}}};
+        notifications_.add(notification);
+    }
+
+    bool accept_warnings_;
+    Write write_;
+    std::shared_ptr<const std::vector<Rule>> rules_ = std::make_shared<std::vector<Rule>>();
+    JsonElements results_;
+    Spool notifications_text_;
+    JsonElements notifications_{
+        [this](const std::string& text) { notifications_text_.write(text); },
+        "          \"toolExecutionNotifications\": ", 5};
+};
+
+}  // namespace
+
+std::unique_ptr<ReportWriter> sarif_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<SarifWriter>(options.accept_warnings, write);
+}

@@ -5,6 +5,7 @@
 #include "configuration/yang_model.h"
 #include "reports/difference_text.h"
 #include "reports/report_json.h"
+#include "reports/report_text.h"
 #include "terminal/output.h"
 
 namespace {
@@ -24,15 +25,26 @@ struct DiffOptions {
 int run_diff(const DiffOptions& options) {
     require_one_standard_input({options.running, options.candidate});
     const YangModel model(options.yang_dir);
-    const Configuration running = model.read(
-        read_configuration_file(options.running, options.max_size), {false, options.ignore_unknown});
+    const Configuration running =
+        model.read(read_configuration_file(options.running, options.max_size),
+                   {false, options.ignore_unknown});
     const Configuration candidate =
         model.read(read_configuration_file(options.candidate, options.max_size),
                    {options.is_edit, options.ignore_unknown}, &running);
     const std::vector<Change> changes = difference(running.tree, candidate.tree);
-    print(options.format == "json"
-              ? format_difference_json(running.name(), candidate.name(), changes)
-              : format_difference_text(changes, wants_colour(options.colour)));
+    UnknownData not_compared = running.unknown_data;
+    if (candidate.is_edit) {
+        not_compared = {};  // an edit's has the running configuration's
+    }
+    not_compared.add(candidate.unknown_data);
+    if (options.format == "json") {
+        print(format_difference_json(running.name(), candidate.name(), changes, not_compared));
+    } else {
+        print(format_difference_text(changes, wants_colour(options.colour)));
+        for (const std::string& text : unknown_data_texts(not_compared, "compared")) {
+            print(text + "\n");
+        }
+    }
     return changes.empty() ? kExitClean : kExitDifferences;
 }
 

@@ -17,6 +17,8 @@ Json report_to_json(const Report& report);
 /// The report that report_to_json() has written. Throws Json::exception for anything else.
 Report report_from_json(const Json& json);
 
-/// One JSON object: the names of the two files, and the changes as a report has them.
+/// One JSON object: the names of the two files, and the changes and what was not compared as a
+/// report has them.
 std::string format_difference_json(const std::string& running, const std::string& candidate,
-                                   const std::vector<Change>& changes);
+                                   const std::vector<Change>& changes,
+                                   const UnknownData& not_compared);

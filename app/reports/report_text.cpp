@@ -84,13 +84,19 @@ std::vector<std::string> notes(const Report& report) {
     if (report.removed_instances > 0) {
         sentences.push_back("removes " + counted(report.removed_instances, "VRRP instance"));
     }
-    const UnknownData& data = report.unknown_data;
+    const std::vector<std::string> unknown = unknown_data_texts(report.unknown_data, "checked");
+    sentences.insert(sentences.end(), unknown.begin(), unknown.end());
+    return sentences;
+}
+
+std::vector<std::string> unknown_data_texts(const UnknownData& data, const std::string& done) {
+    std::vector<std::string> sentences;
     if (data.nodes > 0) {
-        sentences.push_back(counted(data.nodes, "node") +
-                            " of other modules not checked: " + listed(data.modules));
+        sentences.push_back(counted(data.nodes, "node") + " of other modules not " + done + ": " +
+                            listed(data.modules));
     }
     for (const std::string& node : data.unknown) {
-        sentences.push_back("not defined in its module, not checked: " + printable(node));
+        sentences.push_back("not defined in its module, not " + done + ": " + printable(node));
     }
     return sentences;
 }

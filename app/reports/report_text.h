@@ -35,6 +35,10 @@ std::string result_text(const Report& report);
 /// change removes, what was not checked.
 std::vector<std::string> notes(const Report& report);
 
+/// What of a configuration was not `done`, one sentence for each kind of reason: "3 nodes of other
+/// modules not checked: a, b".
+std::vector<std::string> unknown_data_texts(const UnknownData& data, const std::string& done);
+
 /// Those of omitted findings, and notes().
 std::vector<std::string> remarks(const Report& report);
 

@@ -34,9 +34,6 @@ const std::set<std::string> kInFile = {"accept-warnings",
                                        "quiet",
                                        "running"};
 
-/// A variable is an item outside of all sections.
-using Items = std::vector<CLI::ConfigItem>;
-
 /// Whether `item` is the parser's mark for an end of a section.
 bool is_mark(const CLI::ConfigItem& item) {
     return item.name == "++" || item.name == "--";
@@ -81,8 +78,8 @@ void require_option(const std::vector<CLI::App*>& subcommands, const CLI::Config
     }
 }
 
-/// Gives `subcommand` the default `item` of `file`, or of a variable when that is empty; false when
-/// it is for others.
+/// Gives `subcommand` the default `item` of `file`, or of a variable when that is empty; returns
+/// false when it is for others.
 bool apply(CLI::App& app, CLI::App& subcommand, const CLI::ConfigItem& item, const fs::path& file) {
     try {
         const bool is_for_all = item.parents.empty();
@@ -128,12 +125,15 @@ fs::path find_file() {
     return fs::exists(kFile, error) ? kFile : fs::path();
 }
 
+/// What `file` sets, nothing without one; what comes later holds.
 std::vector<CLI::ConfigItem> read_file(const fs::path& file) {
+    if (file.empty()) {
+        return {};
+    }
     if (!fs::is_regular_file(file)) {
         throw InputError(file.string() + ": not a regular file");
     }
     std::vector<CLI::ConfigItem> items = CLI::ConfigTOML().from_file(file.string());
-    // What comes later holds.
     std::stable_sort(items.begin(), items.end(), [](const auto& left, const auto& right) {
         return left.parents.size() < right.parents.size();
     });
@@ -145,7 +145,7 @@ std::vector<CLI::ConfigItem> read_file(const fs::path& file) {
 void set_defaults(CLI::App& app, CLI::App& subcommand) {
     const fs::path file = find_file();
     bool is_used = false;
-    for (const CLI::ConfigItem& item : file.empty() ? Items() : read_file(file)) {
+    for (const CLI::ConfigItem& item : read_file(file)) {
         is_used |= apply(app, subcommand, item, file);
     }
     if (is_used) {

@@ -19,6 +19,7 @@ struct RuleOptions {
     std::string yang_dir;
     std::string rule;             ///< of the rule to tell of; empty for every one
     std::string format = "text";  ///< or "json" or, of `explain`, "markdown"
+    bool in_lines = false;        ///< text that is a line for each use
     bool verbose = false;         ///< also the calls of the platform
 };
 
@@ -33,6 +34,10 @@ void for_each_use(const YangModel& model, const SchemaNode& node, const std::str
     for (const SchemaNode& child : node.children) {
         for_each_use(model, child, path + "/" + child.name, visit);
     }
+}
+
+std::string as_line(const std::string& path, const Rule& use, bool /*verbose*/) {
+    return path + "  " + use.name + (use.only_when_changed ? "  (only when changed)\n" : "\n");
 }
 
 std::string as_text(const std::string& path, const Rule& use, bool verbose) {
@@ -62,14 +67,12 @@ std::string as_markdown(const std::string& path, const Rule& use, bool verbose) 
     return text;
 }
 
-Json as_json(const std::string& path, const Rule& use) {
-    return {{"rule", use.name}, {"path", path}, {"only_when_changed", use.only_when_changed}};
-}
-
-Json explained_json(const std::string& path, const Rule& use, bool verbose) {
-    Json rule = as_json(path, use);
-    rule["requires"] = use.demand;
-    rule["looks_at"] = use.reads;
+Json as_json(const std::string& path, const Rule& use, bool verbose) {
+    Json rule = {{"rule", use.name},
+                 {"path", path},
+                 {"only_when_changed", use.only_when_changed},
+                 {"requires", use.demand},
+                 {"looks_at", use.reads}};
     if (verbose) {
         rule["calls"] = use.calls;
     }
@@ -82,59 +85,41 @@ Json explained_json(const std::string& path, const Rule& use, bool verbose) {
     return rule;
 }
 
-void print_json(const Json& rules) {
-    print(Json({{"format_version", "1.0"}, {"rules", rules}}).dump(2) + "\n");
-}
-
-/// Nothing at all would tell nobody why.
-void require_rules(const Json& rules, const RuleOptions& options) {
-    if (rules.empty()) {
-        throw InputError(options.yang_dir + ": the YANG modules use no rule; check --yang-dir");
-    }
-}
-
-/// Lists the uses of the validation point that the model makes.
+/// Tells of the uses of the validation point that the model makes.
 int run_rules(const RuleOptions& options) {
     const YangModel model(options.yang_dir);
-    std::string lines;
-    Json rules = Json::array();
-    for_each_use(model, *model.schema(), {}, [&](const std::string& path, const Rule& use) {
-        lines += path + "  " + use.name;
-        lines += use.only_when_changed ? "  (only when changed)\n" : "\n";
-        rules.push_back(as_json(path, use));
-    });
-    require_rules(rules, options);
-    options.format == "json" ? print_json(rules) : print(lines);
-    return kExitClean;
-}
-
-/// Tells what rules require and what to do when they refuse.
-int run_explain(const RuleOptions& options) {
-    const YangModel model(options.yang_dir);
+    const auto text_of = options.in_lines               ? as_line
+                         : options.format == "markdown" ? as_markdown
+                                                        : as_text;
     std::string text;
     Json rules = Json::array();
     for_each_use(model, *model.schema(), {}, [&](const std::string& path, const Rule& use) {
         if (options.rule.empty() || options.rule == use.name) {
-            text += options.format == "markdown" ? as_markdown(path, use, options.verbose)
-                                                 : as_text(path, use, options.verbose);
-            rules.push_back(explained_json(path, use, options.verbose));
+            text += text_of(path, use, options.verbose);
+            rules.push_back(as_json(path, use, options.verbose));
         }
     });
-    if (!options.rule.empty() && rules.empty()) {
-        throw InputError("there is no rule \"" + options.rule + "\"" +
-                         did_you_mean(options.rule, model.rule_names()) + "; run vrrp-valid rules");
+    if (rules.empty()) {  // nothing at all would tell nobody why
+        throw InputError(options.rule.empty()
+                             ? options.yang_dir + ": the YANG modules use no rule; check --yang-dir"
+                             : "there is no rule \"" + options.rule + "\"" +
+                                   did_you_mean(options.rule, model.rule_names()) +
+                                   "; run vrrp-valid rules");
     }
-    require_rules(rules, options);
-    options.format == "json" ? print_json(rules) : print(text);
+    const Json document = {{"format_version", "1.0"}, {"rules", rules}};
+    print(options.format == "json" ? document.dump(2) + "\n" : text);
     return kExitClean;
 }
 
-/// `--format`, which has no default but its own: one for findings is none for rules.
-void add_format(CLI::App& command, RuleOptions& options, const std::vector<std::string>& formats) {
+/// The options that both subcommands have.
+void add_rule_options(CLI::App& command, RuleOptions& options,
+                      const std::vector<std::string>& formats) {
     command.add_option("--format", options.format, "How to print the rules")
         ->check(CLI::IsMember(formats))
         ->capture_default_str()
-        ->configurable(false);
+        ->configurable(false);  // a default for findings is none for rules
+    add_yang_dir(command, options.yang_dir);
+    add_output(command);
 }
 
 }  // namespace
@@ -143,9 +128,8 @@ Subcommand add_rules_command(CLI::App& app) {
     const auto options = std::make_shared<RuleOptions>();
     CLI::App* const command =
         add_subcommand(app, "rules", "List the rules and what they check", "--format json");
-    add_format(*command, *options, {"text", "json"});
-    add_yang_dir(*command, options->yang_dir);
-    add_output(*command);
+    options->in_lines = true;
+    add_rule_options(*command, *options, {"text", "json"});
     return {command, [options] { return run_rules(*options); }};
 }
 
@@ -155,10 +139,8 @@ Subcommand add_explain_command(CLI::App& app) {
         app, "explain", "Explain what a rule requires and what to do", "vrrp_vrf_validation");
     command->add_option("RULE", options->rule, "The rule; without it, every one")
         ->type_name("RULE");
-    add_format(*command, *options, {"text", "markdown", "json"});
     command->add_flag("-v,--verbose", options->verbose,
                       "Also list the platform calls that the rule makes");
-    add_yang_dir(*command, options->yang_dir);
-    add_output(*command);
-    return {command, [options] { return run_explain(*options); }};
+    add_rule_options(*command, *options, {"text", "markdown", "json"});
+    return {command, [options] { return run_rules(*options); }};
 }

@@ -4,10 +4,6 @@
 
 namespace {
 
-bool takes_value(const CLI::Option* option) {
-    return option != nullptr && option->get_items_expected_max() > 0;
-}
-
 std::string lines_of(const std::vector<std::string>& words, const std::string& meaning) {
     std::string lines;
     for (const std::string& word : words) {
@@ -28,9 +24,6 @@ std::string subcommands(const CLI::App& app) {
 std::string options(const CLI::App& command) {
     std::string lines;
     for (const CLI::Option* const option : command.get_options()) {
-        for (const std::string& name : option->get_snames()) {
-            lines += lines_of({"-" + name}, option->get_description());
-        }
         for (const std::string& name : option->get_lnames()) {
             lines += lines_of({"--" + name}, option->get_description());
         }
@@ -63,7 +56,7 @@ std::string values(const CLI::App& app, const CLI::Option& option, const RuleNam
 std::string next_words(const CLI::App& app, const RuleNames& rule_names,
                        std::vector<std::string> words) {
     // bash takes --format=json for three words.
-    std::string current = words.back() == "=" ? "" : words.back();
+    const std::string current = words.back() == "=" ? "" : words.back();
     words.pop_back();
     words.erase(std::remove(words.begin(), words.end(), "="), words.end());
     if (words.empty()) {
@@ -80,7 +73,7 @@ std::string next_words(const CLI::App& app, const RuleNames& rule_names,
     const bool has_equals = current[0] == '-' && equals != std::string::npos;
     const CLI::Option* const option =
         command->get_option_no_throw(has_equals ? current.substr(0, equals) : words.back());
-    if (takes_value(option)) {
+    if (option != nullptr && option->get_items_expected_max() > 0) {
         return values(app, *option, rule_names, has_equals ? current.substr(0, equals + 1) : "");
     }
     if (current[0] == '-') {

@@ -39,14 +39,12 @@ void make_key_file(const std::string& file) {
     content.text += '\n';
     try {
         write_all(created.number(), content.text);
+        if (fsync(created.number()) != 0) {
+            throw std::system_error(errno, std::generic_category());
+        }
     } catch (const std::system_error& error) {
         unlink(file.c_str());
         throw InputError(file + ": cannot write the key file: " + error.code().message());
-    }
-    if (fsync(created.number()) != 0) {
-        const std::string reason = last_system_error();
-        unlink(file.c_str());
-        throw InputError(file + ": cannot write the key file: " + reason);
     }
 }
 

@@ -214,8 +214,8 @@ const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* na
     for (const lysc_node* node = parent; node != nullptr; node = lysc_data_parent(node)) {
         path.insert(0, node->name).insert(0, "/");
     }
-    const Location at = file_.location(offset);
-    unknown_data.unknown.push_back(at.file + ":" + std::to_string(at.line) + ": " + path);
+    unknown_data.unknown.push_back(file_.name() + ":" + std::to_string(file_.line_of(offset)) +
+                                   ": " + path);
     return nullptr;
 }
 

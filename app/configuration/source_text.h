@@ -32,9 +32,16 @@ class SourceText {
     Location location(std::size_t offset) const;
     std::size_t line_count() const;
 
-    /// The line `number`, from 1 to line_count(), without its end; kMask for each character of a
-    /// secret.
-    std::string line(std::size_t number) const;
+    /// The number of the line that the byte `offset` is in, from 1.
+    std::size_t line_of(std::size_t offset) const;
+
+    /// What the line `number`, from 1 to line_count(), has before `column` and from there on, at
+    /// most `around` bytes each; kMask for each character of a secret.
+    struct LinePart {
+        std::string before;
+        std::string after;
+    };
+    LinePart part_of_line(std::size_t number, std::size_t column, std::size_t around) const;
 
   private:
     struct Range {
@@ -42,12 +49,20 @@ class SourceText {
         std::size_t end;
     };
 
-    /// Where each line begins; found when a place is asked for.
-    const std::vector<std::uint32_t>& line_begins() const;
+    /// Where things are; found when a place is asked for, so that a file on one line takes no
+    /// longer than any other.
+    struct Index {
+        std::vector<std::uint32_t> line_begins;
+        std::vector<std::uint32_t> characters;  ///< before each block of bytes
+    };
+
+    const Index& index() const;
+    std::size_t characters_before(std::size_t offset) const;
+    std::string shown(std::size_t begin, std::size_t end) const;
 
     std::string name_;
     std::string bytes_;
     std::vector<Range> secrets_;
     mutable std::once_flag once_;
-    mutable std::vector<std::uint32_t> line_begins_;
+    mutable Index index_;
 };

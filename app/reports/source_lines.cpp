@@ -8,16 +8,8 @@
 
 namespace {
 
-constexpr std::size_t kShownAround = 48;  ///< bytes of a long line, on each side
-
-/// Where the character number `count` of `line` begins.
-std::size_t offset_of(std::string_view line, std::size_t count) {
-    std::size_t offset = 0;
-    for (; count > 0 && offset < line.size(); --count) {
-        offset = end_of_character(line, offset);
-    }
-    return offset;
-}
+constexpr std::size_t kShownAround = 48;         ///< bytes of a long line, on each side
+constexpr std::size_t kNear = 8 * kShownAround;  ///< bytes that are looked at for that
 
 /// The size of the name at the front of `text`: a JSON string, an XML element's name with its "<",
 /// or one character.
@@ -82,13 +74,11 @@ const SourceText* source_of(const Report& report, const Location& location) {
 }
 
 Excerpt excerpt(const SourceText& source, std::size_t line, std::size_t column) {
-    const std::string whole = source.line(line);
-    const std::string_view text = whole;
+    const SourceText::LinePart part = source.part_of_line(line, column, kNear);
     if (column == 0) {
-        return {start_of(text, 2 * kShownAround), {}, {}};
+        return {start_of(part.after, 2 * kShownAround), {}, {}};
     }
-    const std::size_t begin = offset_of(text, column - 1);
-    const std::size_t size = name_size(text.substr(begin));
-    return {end_of(text.substr(0, begin)), start_of(text.substr(begin, size)),
-            start_of(text.substr(begin + size))};
+    const std::string_view after = part.after;
+    const std::size_t size = name_size(after);
+    return {end_of(part.before), start_of(after.substr(0, size)), start_of(after.substr(size))};
 }

@@ -14,8 +14,8 @@ namespace {
 /// Whether `output` is `input`, or would be a configuration in that folder.
 bool is_part_of(const std::string& input, const std::string& output) {
     std::error_code error;
-    const fs::path below =
-        fs::weakly_canonical(output, error).lexically_relative(fs::weakly_canonical(input, error));
+    const fs::path below = fs::weakly_canonical(fs::absolute(output), error)
+                               .lexically_relative(fs::weakly_canonical(input, error));
     return below == "." || (fs::is_directory(input, error) && is_configuration_name(below) &&
                             *below.begin() != "..");
 }

@@ -2,9 +2,9 @@
 /// written (text, its lines, or an object as JSON), bash runs what "run" says. That exits with
 /// "exit", 0 unless given, says all of "says", in this order, and nothing of "never", or "prints"
 /// just that. It changes nothing in the folder, but for what it "leaves". With "types" it is on a
-/// terminal: what to wait for there, and what to type. The folder always has a key file and links to
-/// the examples, their messages, the installed libraries and models, a model of the tests' own, and
-/// a plug-in that goes wrong.
+/// terminal: what to wait for there, and what to type. The folder always has a key file and links
+/// to the examples, their messages, the installed libraries and models, a model of the tests' own,
+/// and a plug-in that goes wrong.
 #include <sys/stat.h>
 
 #include <map>

@@ -7,7 +7,7 @@ namespace {
 std::string lines_of(const std::vector<std::string>& words, const std::string& meaning) {
     std::string lines;
     for (const std::string& word : words) {
-        lines += word + "\t" + meaning + "\n";
+        lines.append(word).append("\t").append(meaning).append("\n");
     }
     return lines;
 }

@@ -53,8 +53,8 @@ void require(bool holds, const std::string& what) {
 /// The twelve requests and their bare calls.
 struct RuleBenchmarks {
     explicit RuleBenchmarks(const Transaction& transaction)
-        : instance(transaction.candidate, transaction.running, transaction.key),
-          requests(rule_requests(transaction.candidate, instance)) {
+        : instance(transaction.candidate.tree, transaction.running.tree, transaction.key),
+          requests(rule_requests(transaction.candidate.tree, instance)) {
         for (RuleRequest& request : requests) {
             bare_calls.emplace_back(request);
             BareCalls& bare = bare_calls.back();
@@ -89,13 +89,15 @@ struct CheckBenchmarks {
     CheckBenchmarks(const YangModel& model, const local_platform::Host& host, int instances,
                     const CryptoKey& key)
         : workload(make_workload(instances, key)),
-          transaction{read(model, workload.candidate), read(model, workload.running), key},
+          candidate(read(model, workload.candidate)),
+          running(read(model, workload.running)),
+          transaction{candidate, running, key},
           unique(default_yang_dir(), kFastestForm, workload.candidate),
           every(default_yang_dir(), kEveryRule, workload.candidate) {
         const std::string size = "/" + std::to_string(instances);
         const auto check = [this, &model, &host] {
             Report report;
-            walk_candidate({model, host, {}, {}}, transaction, report);
+            walk_candidate({model, host}, transaction, report);
             require(report.findings.empty(), "the plug-in refuses the workload");
             return report.requests;
         };
@@ -112,11 +114,13 @@ struct CheckBenchmarks {
         add("every" + size, [this, pass] { pass(every); });
     }
 
-    static local_platform::DataTree read(const YangModel& model, const std::string& configuration) {
-        return model.read(configuration_from_bytes("workload", configuration));
+    static Configuration read(const YangModel& model, const std::string& configuration) {
+        return model.read(std::make_shared<SourceText>("workload", configuration));
     }
 
     Workload workload;
+    Configuration candidate;
+    Configuration running;
     Transaction transaction;
     MustModel unique;
     MustModel every;

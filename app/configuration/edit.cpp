@@ -71,7 +71,7 @@ void Edit::open(const FileNode& node, const std::vector<FileNode>& keys) {
     const bool is_new = level.target == nullptr && !level.is_removed;
     if (is_new && !is_nonpresence_container(*node.schema)) {
         level.target = make(level, keys);
-    } else if (!is_new && level.operation == EditOperation::replace) {
+    } else if (level.target != nullptr && level.operation == EditOperation::replace) {
         clear(*level.target);
     }
     if (!level.is_removed) {

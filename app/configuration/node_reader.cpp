@@ -184,7 +184,8 @@ const NamedModule& NodeReader::module(std::string_view name) {
 const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* named,
                                   std::string_view name, std::size_t offset, UnknownPart& part) {
     const lys_module* const module = named == nullptr ? parent->module : named->module;
-    const lys_module* const searched = module == nullptr ? named->nearest : module;
+    const lys_module* const nearest = named == nullptr ? nullptr : named->nearest;
+    const lys_module* const searched = module == nullptr ? nearest : module;
     const lysc_node* const found =
         searched == nullptr ? nullptr
                             : lys_find_child(parent, searched, name.data(), name.size(), 0, 0);
@@ -194,13 +195,13 @@ const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* na
         return found;
     }
     part = {is_anydata ? found : nullptr, module, std::string(name)};
-    if (module == nullptr && found != nullptr && !options_.ignore_unknown) {
+    if (module == nullptr && named != nullptr && found != nullptr && !options_.ignore_unknown) {
         const bool is_xml = format_ == ConfigurationFormat::xml;
         refuse(offset, "the model has no module \"" + named->name + "\"; did you mean \"" +
                            (is_xml ? searched->ns : searched->name) +
                            "\"? --ignore-unknown skips it");
     }
-    if (module == nullptr) {
+    if (module == nullptr && named != nullptr) {
         unknown_data.add_module(named->name);
         return nullptr;
     }

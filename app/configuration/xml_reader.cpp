@@ -66,27 +66,27 @@ struct Level {
 
 /// What NETCONF puts around data.
 struct Envelope {
-    Kind around;
     std::string_view xml_namespace;
     std::string_view name;
+    Kind around;
     Kind kind;
 };
 constexpr Envelope kEnvelopes[] = {
-    {Kind::around, kBase, "config", Kind::data},
-    {Kind::around, kBase, "data", Kind::data},
-    {Kind::around, kDatastores, "data", Kind::data},
-    {Kind::around, kBase, "rpc-reply", Kind::reply},
-    {Kind::around, kBase, "rpc", Kind::rpc},
-    {Kind::around, kBase, "edit-config", Kind::edit},
-    {Kind::around, kDatastores, "edit-data", Kind::edit},
-    {Kind::rpc, kBase, "edit-config", Kind::edit},
-    {Kind::rpc, kDatastores, "edit-data", Kind::edit},
-    {Kind::reply, kBase, "data", Kind::data},
-    {Kind::reply, kDatastores, "data", Kind::data},
-    {Kind::edit, kBase, "config", Kind::data},
-    {Kind::edit, kDatastores, "config", Kind::data},
-    {Kind::edit, kBase, "default-operation", Kind::operation},
-    {Kind::edit, kDatastores, "default-operation", Kind::operation},
+    {kBase, "config", Kind::around, Kind::data},
+    {kBase, "data", Kind::around, Kind::data},
+    {kDatastores, "data", Kind::around, Kind::data},
+    {kBase, "rpc-reply", Kind::around, Kind::reply},
+    {kBase, "rpc", Kind::around, Kind::rpc},
+    {kBase, "edit-config", Kind::around, Kind::edit},
+    {kDatastores, "edit-data", Kind::around, Kind::edit},
+    {kBase, "edit-config", Kind::rpc, Kind::edit},
+    {kDatastores, "edit-data", Kind::rpc, Kind::edit},
+    {kBase, "data", Kind::reply, Kind::data},
+    {kDatastores, "data", Kind::reply, Kind::data},
+    {kBase, "config", Kind::edit, Kind::data},
+    {kDatastores, "config", Kind::edit, Kind::data},
+    {kBase, "default-operation", Kind::edit, Kind::operation},
+    {kDatastores, "default-operation", Kind::edit, Kind::operation},
 };
 
 template <typename Value>

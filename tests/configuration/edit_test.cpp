@@ -122,6 +122,9 @@ TEST(Edit, DoesWhatEachOperationSays) {
          "edit:2:98: data-missing: port t 1 link"},
         {"<port><slot>s</slot><number>2</number><link op='remove'><speed>1</speed></link></port>",
          "edit:2:45: Mandatory node \"speed\""},
+        {"<system op='remove'><manual op='replace'/><mtu op='create'>70</mtu></system>",
+         with(R"("device:system":{"host-name":"r1","mtu":70,"server":["a","b","c"],"ntp":"n"},)",
+              "")},
         // nested operations
         {"<port op='merge'><slot>s</slot><number>1</number><route op='delete'><prefix>p</prefix>"
          "</route><route op='create'><prefix>r</prefix></route></port>",

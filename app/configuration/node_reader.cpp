@@ -183,33 +183,23 @@ const NamedModule& NodeReader::module(std::string_view name) {
 
 const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* named,
                                   std::string_view name, std::size_t offset, UnknownPart& part) {
-    const lys_module* const module = named == nullptr ? parent->module : named->module;
-    const lys_module* const nearest = named == nullptr ? nullptr : named->nearest;
-    const lys_module* const searched = module == nullptr ? nearest : module;
-    const lysc_node* const found =
-        searched == nullptr ? nullptr
-                            : lys_find_child(parent, searched, name.data(), name.size(), 0, 0);
-    const bool is_anydata = found != nullptr && (found->nodetype & LYS_ANYDATA) != 0;
-    if (module != nullptr && found != nullptr && !is_anydata &&
-        (found->flags & LYS_CONFIG_W) != 0) {
-        return found;
-    }
-    part = {is_anydata ? found : nullptr, module, std::string(name)};
-    if (module == nullptr && named != nullptr && found != nullptr && !options_.ignore_unknown) {
-        const bool is_xml = format_ == ConfigurationFormat::xml;
-        refuse(offset, "the model has no module \"" + named->name + "\"; did you mean \"" +
-                           (is_xml ? searched->ns : searched->name) +
-                           "\"? --ignore-unknown skips it");
-    }
-    if (module == nullptr && named != nullptr) {
-        unknown_data.add_module(named->name);
+    if (named != nullptr && named->module == nullptr) {
+        part = {nullptr, nullptr, std::string(name)};
+        note_other_module(parent, *named, name, offset);
         return nullptr;
     }
-    if (found != nullptr && (found->flags & LYS_CONFIG_W) != 0) {
+    const lys_module& module = named == nullptr ? *parent->module : *named->module;
+    const lysc_node* const found = lys_find_child(parent, &module, name.data(), name.size(), 0, 0);
+    const bool is_anydata = found != nullptr && (found->nodetype & LYS_ANYDATA) != 0;
+    const bool is_known = found != nullptr && (found->flags & LYS_CONFIG_W) != 0;
+    if (!is_known || is_anydata) {
+        part = {is_known ? found : nullptr, &module, std::string(name)};
+    }
+    if (is_known) {
         return found;
     }
     if (!options_.ignore_unknown) {
-        refuse_unknown(parent, *module, name, found, offset);
+        refuse_unknown(parent, module, name, found, offset);
     }
     std::string path = "/" + std::string(name);
     for (const lysc_node* node = parent; node != nullptr; node = lysc_data_parent(node)) {
@@ -218,6 +208,20 @@ const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* na
     unknown_data.unknown.push_back(file_.name() + ":" + std::to_string(file_.line_of(offset)) +
                                    ": " + path);
     return nullptr;
+}
+
+void NodeReader::note_other_module(const lysc_node* parent, const NamedModule& named,
+                                   std::string_view name, std::size_t offset) {
+    const lys_module* const nearest = named.nearest;
+    const bool is_slip = nearest != nullptr &&
+                         lys_find_child(parent, nearest, name.data(), name.size(), 0, 0) != nullptr;
+    if (is_slip && !options_.ignore_unknown) {
+        const bool is_xml = format_ == ConfigurationFormat::xml;
+        refuse(offset, "the model has no module \"" + named.name + "\"; did you mean \"" +
+                           (is_xml ? nearest->ns : nearest->name) +
+                           "\"? --ignore-unknown skips it");
+    }
+    unknown_data.add_module(named.name);
 }
 
 void NodeReader::refuse_unknown(const lysc_node* parent, const lys_module& module,

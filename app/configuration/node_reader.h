@@ -106,6 +106,8 @@ class NodeReader {
     bool take_key(const FileNode& node);
     void make_entry();
     void require_keys() const;
+    void note_other_module(const lysc_node* parent, const NamedModule& named, std::string_view name,
+                           std::size_t offset);
     [[noreturn]] void refuse_unknown(const lysc_node* parent, const lys_module& module,
                                      std::string_view name, const lysc_node* found,
                                      std::size_t offset) const;

@@ -13,6 +13,8 @@ namespace {
 /// What the members of an envelope are called.
 constexpr std::string_view kEnvelopes[] = {"ietf-restconf:data", "ietf-netconf:config",
                                            "ietf-netconf:data", "ietf-netconf-nmda:data"};
+/// What makes an edit of data, in an annotation.
+constexpr std::string_view kEditAnnotations[] = {"ietf-netconf:operation", "yang:insert"};
 /// The modules that use other names for something else.
 constexpr std::string_view kProtocols[] = {"ietf-restconf", "ietf-netconf", "ietf-yang-patch",
                                            "ietf-netconf-nmda"};
@@ -87,6 +89,9 @@ class JsonReader {
         const std::size_t colon = name.find(':');
         if (levels_.back().kind != Level::Kind::unknown) {
             read_name(name, offset);
+        } else if (is_among(kEditAnnotations, name)) {
+            refuse(offset, "a JSON file is merged as a whole, so " + quoted(name) +
+                               " is not supported; write the edit in XML");
         } else if (member_.kind == Member::Kind::unknown && colon != std::string_view::npos) {
             nodes_.require_unknown(member_.part, nodes_.module(name.substr(0, colon)).module,
                                    offset);
@@ -95,6 +100,7 @@ class JsonReader {
     }
 
     bool StartObject() {
+        nodes_.require_depth(levels_.size(), at());
         Level next{Level::Kind::object};
         next.first_name = names_.size();
         if (levels_.empty()) {
@@ -128,6 +134,7 @@ class JsonReader {
     }
 
     bool StartArray() {
+        nodes_.require_depth(levels_.size(), at());
         if (levels_.empty()) {
             refuse(at(), "an array where {...} is expected");
         }
@@ -238,7 +245,7 @@ class JsonReader {
             refuse(offset,
                    quoted(name) + " names no module; write \"MODULE:" + std::string(local) + "\"");
         }
-        if (parent == nullptr && is_among(kProtocols, prefix)) {
+        if (is_among(kProtocols, prefix) && nodes_.module(prefix).module == nullptr) {
             refuse(offset, quoted(name) +
                                " is not a configuration; give a configuration, or an answer that "
                                "contains one");
@@ -269,17 +276,9 @@ class JsonReader {
         if (levels_.back().kind != Level::Kind::object) {
             return;
         }
-        if (member_.kind == Member::Kind::annotation) {
-            const std::string_view text =
-                nodes_.text().substr(member_.offset, end - member_.offset);
-            for (const char* const edit : {"\"ietf-netconf:operation\"", "\"yang:insert\""}) {
-                if (text.find(edit) != std::string_view::npos) {
-                    refuse(member_.offset, std::string("a JSON file is merged as a whole, so ") +
-                                               edit + " is not supported; write the edit in XML");
-                }
-            }
-        } else if (member_.part.anydata != nullptr) {
-            nodes_.add(*member_.part.anydata, member_.offset, ValueKind::text, {});
+        if (member_.part.anydata != nullptr) {
+            nodes_.add(*member_.part.anydata, member_.offset, ValueKind::text,
+                       nodes_.text().substr(member_.offset, end - member_.offset));
         }
         member_ = {};
     }

@@ -7,10 +7,12 @@
 #include "configuration/yang_schema.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
+#include "text/printable.h"
 
 namespace {
 
 constexpr std::size_t kManyNames = 12;  // more are no help
+constexpr std::size_t kMostLevels = 1000;
 
 /// The names of the configuration's nodes below `parent`; of `module` at the top.
 std::vector<std::string> names_below(const lysc_node* parent, const lys_module& module) {
@@ -87,6 +89,10 @@ void NodeReader::open(const FileNode& node) {
 }
 
 void NodeReader::add(const FileNode& node) {
+    if (const std::string excluded = excluded_character(node.text); !excluded.empty()) {
+        refuse(node.origin.offset, std::string(node.schema->name) + " has the character " +
+                                       excluded + ", which is none of YANG's; remove it");
+    }
     if (lysc_is_key(node.schema) && take_key(node)) {
         return;
     }
@@ -242,6 +248,13 @@ void NodeReader::require_unknown(const UnknownPart& part, const lys_module* modu
         refuse(offset, std::string("data of ") + module->name + " inside \"" + part.name +
                            "\", which the model does not describe: a check would miss it; remove "
                            "it, or give the module with --yang-dir");
+    }
+}
+
+void NodeReader::require_depth(std::size_t levels, std::size_t offset) const {
+    if (levels > kMostLevels) {
+        refuse(offset, "nested deeper than " + std::to_string(kMostLevels) +
+                           " levels; no configuration is");
     }
 }
 

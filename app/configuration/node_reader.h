@@ -87,6 +87,10 @@ class NodeReader {
     void require_unknown(const UnknownPart& part, const lys_module* module,
                          std::size_t offset) const;
 
+    /// Throws when the file nests deeper, at `offset`, than what handles a tree step by step can
+    /// go.
+    void require_depth(std::size_t levels, std::size_t offset) const;
+
     [[noreturn]] void refuse(std::size_t offset, const std::string& what_is_wrong) const;
 
   private:

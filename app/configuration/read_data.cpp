@@ -1,11 +1,22 @@
 #include "configuration/read_data.h"
 
+#include <libyang/libyang.h>
+
 #include <optional>
 
 #include "configuration/edit.h"
 #include "errors/input_error.h"
 
 namespace {
+
+/// Notes what is known of a configuration that was validated: a node whose `when` an edit makes
+/// false goes, where one that the edit itself writes is an error.
+void note_true_whens(lyd_node* first) {
+    for (lyd_node* node = first; node != nullptr; node = node->next) {
+        node->flags |= lysc_has_when(node->schema) != nullptr ? LYD_WHEN_TRUE : 0U;
+        note_true_whens(lyd_child(node));
+    }
+}
 
 /// Reads the running file again, into a tree that an edit can be applied to.
 void read_running(const ly_ctx& context, const Configuration& running, const Sources& sources,
@@ -15,6 +26,7 @@ void read_running(const ly_ctx& context, const Configuration& running, const Sou
     NodeReader(context, *running.sources.front(), {false, true}, 1,
                [&](bool, EditOperation) -> NodeSink& { return builder; })
         .read();
+    note_true_whens(tree.first());
 }
 
 void require_editable(const std::string& edit, const Configuration* running) {

@@ -240,6 +240,7 @@ class XmlReader {
 
     void start(const QualifiedName& name, const char** attributes) {
         const Level& around = levels_.back();
+        nodes_.require_depth(levels_.size(), offset());
         if (around.kind == Kind::unknown) {
             nodes_.count(part_);
             nodes_.require_unknown(part_, nodes_.module(name.xml_namespace).module, offset());
@@ -263,7 +264,7 @@ class XmlReader {
         }
         for (const Envelope& one : kEnvelopes) {
             if (one.around == around.kind && name.is(one.xml_namespace, one.name)) {
-                return open_envelope(one.kind, element);
+                return open_envelope(one.kind, element, attributes);
             }
         }
         if (around.kind == Kind::edit) {
@@ -289,8 +290,11 @@ class XmlReader {
         return enter_data({Kind::data}, name, attributes);
     }
 
-    Level open_envelope(Kind kind, const std::string& element) {
+    Level open_envelope(Kind kind, const std::string& element, const char** attributes) {
         is_edit_ = is_edit_ || kind == Kind::edit;
+        if (has_operation(attributes)) {
+            refuse("an operation at " + element + " is not supported; write it at the nodes");
+        }
         if (kind == Kind::operation && has_data_) {
             refuse("<default-operation> is behind <config>; write it before");
         }
@@ -309,8 +313,13 @@ class XmlReader {
             refuse("<" + std::string(name.local) +
                    "> has no namespace; add xmlns=\"...\" with that of its module");
         }
-        const lysc_node* const schema = nodes_.find(
-            around.schema, &nodes_.module(name.xml_namespace), name.local, offset(), part_);
+        const NamedModule& module = nodes_.module(name.xml_namespace);
+        if (module.module == nullptr && (module.name == kBase || module.name == kDatastores)) {
+            refuse("<" + std::string(name.local) +
+                   "> is in the namespace of NETCONF; add xmlns=\"...\" with that of its module");
+        }
+        const lysc_node* const schema =
+            nodes_.find(around.schema, &module, name.local, offset(), part_);
         if (schema == nullptr) {
             nodes_.count(part_);
             require_no_operation(attributes);
@@ -347,7 +356,9 @@ class XmlReader {
         switch (level.kind) {
             case Kind::unknown:
                 if (level.schema != nullptr) {  // anydata
-                    nodes_.add(*level.schema, level.offset, ValueKind::text, {}, level.attributes);
+                    nodes_.add(*level.schema, level.offset, ValueKind::text,
+                               nodes_.text().substr(level.offset, offset() - level.offset),
+                               level.attributes);
                 }
                 break;
             case Kind::leaf:
@@ -420,17 +431,22 @@ class XmlReader {
         }
     }
 
+    /// Whether one of `attributes` is an operation, which only an edit has.
+    bool has_operation(const char** attributes) const {
+        while (*attributes != nullptr && !QualifiedName(attributes[0]).is(kBase, "operation")) {
+            attributes += 2;
+        }
+        if (*attributes != nullptr) {
+            require_edit("operation=\"" + std::string(attributes[1]) + "\"");
+        }
+        return *attributes != nullptr;
+    }
+
     /// An operation must not be overlooked because nobody looks at what has it.
     void require_no_operation(const char** attributes) const {
-        for (; *attributes != nullptr; attributes += 2) {
-            if (!QualifiedName(attributes[0]).is(kBase, "operation")) {
-                continue;
-            }
-            require_edit("operation=\"" + std::string(attributes[1]) + "\"");
-            if (part_.anydata != nullptr) {
-                refuse("an operation inside " + part_.name +
-                       ", which can have any data, is not supported; write it at the node above");
-            }
+        if (has_operation(attributes) && part_.anydata != nullptr) {
+            refuse("an operation inside " + part_.name +
+                   ", which can have any data, is not supported; write it at the node above");
         }
     }
 

@@ -48,6 +48,12 @@ std::string escaped(char32_t code) {
     return code <= 0xff ? "\\x" + hex(code, 2) : "\\u" + hex(code, 4);
 }
 
+bool is_excluded(char32_t code) {
+    const bool is_blank = code == '\t' || code == '\n' || code == '\r';
+    return (code < 0x20 && !is_blank) || (code >= 0xfdd0 && code <= 0xfdef) ||
+           (code & 0xfffeU) == 0xfffe;
+}
+
 }  // namespace
 
 std::string printable(std::string_view text) {
@@ -64,4 +70,15 @@ std::string printable(std::string_view text) {
         text.remove_prefix(std::max<std::size_t>(size, 1));
     }
     return shown;
+}
+
+std::string excluded_character(std::string_view text) {
+    while (!text.empty()) {
+        const auto [code, size] = first_character(text);
+        if (size == 0 || is_excluded(code)) {
+            return escaped(size == 0 ? static_cast<unsigned char>(text[0]) : code);
+        }
+        text.remove_prefix(size);
+    }
+    return {};
 }

@@ -9,3 +9,7 @@
 /// as "\x0a" or "\u202e", so that text from outside can neither forge a line nor command a
 /// terminal.
 std::string printable(std::string_view text);
+
+/// The first character of `text` that no string of YANG has (RFC 7950, section 14), as printable()
+/// shows it; empty without one.
+std::string excluded_character(std::string_view text);

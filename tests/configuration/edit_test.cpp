@@ -140,6 +140,9 @@ TEST(Edit, DoesWhatEachOperationSays) {
         {"<system><manual/></system>", with(R"("ntp":"n")", R"("manual":{})")},
         {"<system><ntp>m</ntp><manual/></system>", "edit:2:59: manual and ntp belong to two cases"},
         {"<system><ntp op='delete'/><manual/></system>", with(R"("ntp":"n")", R"("manual":{})")},
+        {"<system><remote><host op='remove'/></remote></system>", compact(kRunning)},
+        {"<system><remote><host op='create'>h</host></remote></system>",
+         with(R"("ntp":"n")", R"("remote":{"host":"h"})")},
     };
     for (const Row& row : rows) {
         EXPECT_THAT(edited(kRunning, in_config(row.edit)), StartsWith(row.result)) << row.edit;
@@ -206,6 +209,26 @@ TEST(Edit, FollowsTheDefaultOperation) {
                            "</default-operation><config><system xmlns='DEVICE' xmlns:n='BASE'>"
                            "<mtu n:operation='create'>70</mtu></system></config></edit-config>")),
         R"({"device:system":{"mtu":70}})");
+}
+
+TEST(Edit, TakesAwayWhatTheModelNoLongerAllows) {
+    const std::string running = R"({"device:system":{"mtu":70,"slow":[null]}})";
+    EXPECT_EQ(edited(running, in_config("<system><mtu>71</mtu></system>")),
+              R"({"device:system":{"mtu":71}})");
+    EXPECT_THAT(edited(running, in_config("<system><mtu>71</mtu><slow/></system>")),
+                StartsWith("edit:2:60: When condition"));
+}
+
+TEST(Edit, HasItsOperationsAtNodesOfTheModel) {
+    const std::vector<std::pair<std::string, std::string>> rows = {
+        {"<config xmlns='BASE' xmlns:n='BASE' n:operation='delete'/>",
+         "edit:1:1: an operation at <config> is not supported"},
+        {"<system xmlns='DEVICE'><extra><a xmlns:n='BASE' n:operation='delete'/></extra></system>",
+         "edit:1:54: an operation inside extra, which can have any data, is not supported"},
+    };
+    for (const auto& [edit, complaint] : rows) {
+        EXPECT_THAT(edited(kRunning, named(edit)), StartsWith(complaint)) << edit;
+    }
 }
 
 TEST(Edit, OfJsonIsMerged) {

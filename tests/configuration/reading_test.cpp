@@ -80,7 +80,18 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"<system xmlns='DEVICE'><mtu xmlns:n='BASE' n:operation='delete'/></system>",
          "file:1:47: operation=\"delete\" makes this an edit"},
         {R"({"device:system": {"@mtu": {"ietf-netconf:operation": "delete"}}})",
-         "file:1:20: a JSON file is merged as a whole"},
+         "file:1:29: a JSON file is merged as a whole"},
+        {R"({"other:a": {"@b": {"ietf-netconf:operation": "delete"}}})",
+         "file:1:21: a JSON file is merged as a whole"},
+        {"<data xmlns='BASE'><system/></data>", "file:1:55: <system> is in the namespace of NETC"},
+        {"<config xmlns='BASE' xmlns:n='BASE' n:operation='merge'/>", "file:1:1: operation="},
+        {"<a xmlns='other'><b xmlns:o = 'BASE' o:operation = 'merge'/></a>",
+         "file:1:18: operation="},
+        {R"({"device:system": {"host-name": "a\u0000"}})",
+         "file:1:20: host-name has the character"},
+        {R"({"device:port": [{"slot": "\udc00", "number": 1}]})", "file:1:19: slot has the chara"},
+        {"<system xmlns='DEVICE'><host-name>&#xfdd0;</host-name></system>",
+         "file:1:47: host-name has the character \\ufdd0"},
         {R"({"device:system": {"mtu": 70, "m\u0074u": 71}})", "file:1:31: \"mtu\" is given twice"},
         {R"({"a:b": {"c": [{"d": 1, "e": 2,
             "d": 1}]}})",
@@ -88,6 +99,25 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
     };
     for (const auto& [text, complaint] : rows) {
         EXPECT_THAT(complaint_about(named(text)), StartsWith(complaint)) << text;
+    }
+}
+
+TEST(Reading, EndsAtADepthThatNoConfigurationHas) {
+    const auto nested = [](const std::string& begin, const std::string& end, int levels) {
+        std::string text;
+        for (int i = 0; i < 2 * levels; ++i) {
+            text += i < levels ? begin : end;
+        }
+        return text;
+    };
+    for (const int levels : {998, 1001, 100000}) {
+        const std::string json = "{\"a:b\": " + nested("[", "]", levels) + "}";
+        const std::string xml = nested("<a xmlns='urn:a'>", "</a>", levels);
+        for (const std::string& text : {json, xml}) {
+            const bool is_refused =
+                complaint_about(text).find(": nested deeper than 1000") != std::string::npos;
+            EXPECT_EQ(is_refused, levels > 1000) << levels;
+        }
     }
 }
 

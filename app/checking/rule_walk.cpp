@@ -126,7 +126,21 @@ class Worker {
         confd_hkeypath_t kp;
         local_platform::fill_keypath(*request.node, kp);
         confd_value_t newval = request.node->value();
-        return walk_.host.validate(instance_, request.rule->name, kp, newval);
+        local_platform::take_model_misfit();
+        auto response = walk_.host.validate(instance_, request.rule->name, kp, newval);
+        require_fitting_model(request);
+        return response;
+    }
+
+    /// A rule takes a node that it cannot read for one that is not configured: what it answers then
+    /// says nothing about this model. A name that cannot be written in a path is another matter.
+    static void require_fitting_model(const Request& request) {
+        const std::string misfit = local_platform::take_model_misfit();
+        if (!misfit.empty() && keypath_of(*request.node).find('[') == std::string::npos) {
+            throw InputError("the rule " + request.rule->name +
+                             " cannot work on this model: it reads " + misfit +
+                             "; give the model that belongs to the plug-in with --yang-dir");
+        }
     }
 
     local_platform::Response ask_and_watch(const Request& request) {
@@ -170,6 +184,11 @@ class Worker {
                   Finding& finding) {
         const Node& node = *request.node;
         finding.path = keypath_of(node);
+        if (response.result == CONFD_ERR && response.messages.empty() && log_.reads().empty()) {
+            throw InputError("the plug-in does not know the rule \"" + finding.rule +
+                             "\", which the model uses at " + finding.path +
+                             "; give the plug-in that belongs to the model with --plugin");
+        }
         finding.cli_path = cli_path(node);
         finding.message = response.messages.empty()
                               ? "the rule refuses " + finding.path + " without a message."

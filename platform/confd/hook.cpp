@@ -1,12 +1,14 @@
 #include "hook.h"
 
 #include <string>
+#include <utility>
 
 namespace local_platform {
 namespace {
 
 thread_local const CallHook* current_hook = nullptr;
 thread_local std::string last_error;
+thread_local std::string model_misfit;
 
 }  // namespace
 
@@ -25,6 +27,17 @@ std::optional<Answer> ask_hook(const Call& call) {
 int fail(std::string_view reason, std::string_view path) {
     last_error = std::string(reason).append(path.empty() ? "" : ": ").append(path);
     return CONFD_ERR;
+}
+
+int fail_for_model(std::string_view reason, std::string_view path) {
+    if (model_misfit.empty()) {
+        model_misfit = std::string(path).append(": ").append(reason);
+    }
+    return fail(reason, path);
+}
+
+std::string take_model_misfit() {
+    return std::exchange(model_misfit, {});
 }
 
 }  // namespace local_platform

@@ -10,6 +10,9 @@ namespace local_platform {
 /// Notes `reason` as the calling thread's last failure; returns CONFD_ERR.
 int fail(std::string_view reason, std::string_view path = {});
 
+/// The same for a `path` that the model does not answer; see take_model_misfit().
+int fail_for_model(std::string_view reason, std::string_view path);
+
 /// The hook's answer to a call or, without one, what `work` returns.
 template <typename Work>
 int serve(const char* operation, int socket, std::string_view argument, Work work) {

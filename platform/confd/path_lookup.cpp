@@ -9,7 +9,6 @@
 namespace local_platform {
 namespace {
 
-constexpr const char* kMalformed = "malformed path";
 constexpr const char* kUnknown = "no such node in the model";
 constexpr const char* kKeyCount = "wrong number of keys";
 constexpr const char* kKeyValue = "a key is no value of its type";
@@ -55,7 +54,7 @@ Lookup follow(const EntryIndex& index, Lookup found, std::string_view path) {
     while (found.error == nullptr && reader.next(step)) {
         found = look_up_step(index, found, step);
     }
-    return reader.is_malformed() ? failed(kMalformed) : found;
+    return reader.is_malformed() ? failed(kMalformedPath) : found;
 }
 
 /// Whether `tail` leads from an entry of a list at or below `node` to an entry of a list below it

@@ -7,6 +7,9 @@
 
 namespace local_platform {
 
+/// The error of a path that no model could answer.
+inline constexpr const char* kMalformedPath = "malformed path";
+
 /// What a path names: `error` for one that is malformed or names no node of the model, else
 /// `schema`, and `node` unless it is absent.
 struct Lookup {

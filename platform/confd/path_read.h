@@ -8,6 +8,8 @@
 
 namespace local_platform {
 
+constexpr const char* kAbsentLeaf = "the leaf does not exist";
+
 /// What a read makes of the node it is given: the operation's answer, or why there is none.
 struct ReadResult {
     int answer = CONFD_OK;
@@ -25,7 +27,11 @@ int serve_read(const char* operation, int sock, const Endpoint* endpoint, const 
         }
         const Lookup& found = endpoint->paths.find(path.c_str());
         const ReadResult result = found.error == nullptr ? read(found) : ReadResult{0, found.error};
-        return result.error == nullptr ? result.answer : fail(result.error, path);
+        if (result.error == nullptr) {
+            return result.answer;
+        }
+        const bool is_models = result.error != kMalformedPath && result.error != kAbsentLeaf;
+        return is_models ? fail_for_model(result.error, path) : fail(result.error, path);
     });
 }
 
@@ -44,7 +50,7 @@ auto read_value(confd_vtype type, Value decltype(confd_value_t::val)::*member, V
             return {CONFD_ERR, "no leaf of that type"};
         }
         if (found.node == nullptr) {
-            return {CONFD_ERR, "the leaf does not exist"};
+            return {CONFD_ERR, kAbsentLeaf};
         }
         *rval = found.node->value().val.*member;
         return {};

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "confd_lib.h"
@@ -41,6 +42,11 @@ class ScopedCallHook {
     CallHook hook_;
     const CallHook* outer_;
 };
+
+/// The first read of the calling thread since it last asked that could not be answered for what the
+/// model is: it has no such node, or one of another kind or type. "PATH: what is wrong"; empty
+/// without one. What a caller makes of such a failed read, a model that fits would not allow.
+std::string take_model_misfit();
 
 /// The hook's word on one operation; nothing when there is no hook. For the platform's own
 /// libraries.

@@ -33,7 +33,8 @@ class Span {
 struct Node {
     const SchemaNode* schema = nullptr;
     const Node* parent = nullptr;
-    /// A leaf's canonical text, an entry's canonical keys, joined by NUL; NUL-terminated.
+    /// A leaf's canonical text (a leaf-list's values joined by NUL), an entry's canonical keys,
+    /// joined by NUL; NUL-terminated.
     std::string_view text;
     /// The host's own, such as where it read a leaf; nothing here looks at it.
     std::uintptr_t mark = 0;

@@ -72,9 +72,14 @@ int validate(confd_trans_ctx* tctx, confd_hkeypath_t* kp, confd_value_t* newval)
         confd_trans_seterr(tctx, "%d is too much", size);
         return size > 9 ? CONFD_ERR : CONFD_OK;
     }
+    if (selector == "silent") {
+        maapi_exists(qelconfd_maapi_socket_get(static_cast<qelconfd_t*>(tctx->vcb_opaque)),
+                     tctx->thandle, "/top");
+        return CONFD_ERR;
+    }
     if (selector == "throwing") {
         throw OwnError();
     }
-    return selector == "silent" ? CONFD_ERR : selector == "odd" ? 7 : result_of("validate");
+    return selector == "odd" ? 7 : result_of("validate");
 }
 }

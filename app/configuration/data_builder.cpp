@@ -21,6 +21,13 @@ void require(LY_ERR result) {
     }
 }
 
+/// Makes `text` the content of `anydata`: libyang itself takes none that it cannot parse.
+void set_content(lyd_node_any& anydata, std::string_view text) {
+    const ly_ctx* const context = anydata.schema->module->ctx;
+    require(lydict_insert(context, text.data(), text.size(), &anydata.value.str));
+    anydata.value_type = LYD_ANYDATA_STRING;
+}
+
 }  // namespace
 
 void DataDeleter::operator()(lyd_node* node) const {
@@ -72,9 +79,9 @@ lyd_node* NodeMaker::make(DataForest& forest, lyd_node* parent, const FileNode& 
             made = new_value(parent, node);
             break;
         default:
-            // What it holds is nothing to the model.
             require(lyd_new_any(parent, schema.module, schema.name, nullptr, 1,
                                 LYD_ANYDATA_DATATREE, 0, &made));
+            set_content(reinterpret_cast<lyd_node_any&>(*made), node.text);
     }
     set_origin(*made, node);
     if (parent == nullptr) {

@@ -54,6 +54,19 @@ bool is_key(const Node& leaf) {
            std::find(keys.begin(), keys.end(), leaf.schema->name) != keys.end();
 }
 
+/// Whether no file has `leaf`.
+bool is_default(const Node& leaf) {
+    return leaf.mark == 0;
+}
+
+std::string shown_value(const Node& leaf) {
+    std::string text(leaf.schema->is_encrypted ? kSecretValue
+                     : leaf.schema->is_anydata ? kDataValue
+                                               : leaf.text);
+    std::replace(text.begin(), text.end(), '\0', ' ');
+    return text;
+}
+
 bool is_empty(const Node& node) {
     return std::all_of(node.children.begin(), node.children.end(),
                        [](const auto& child) { return child == nullptr; });
@@ -134,13 +147,15 @@ class Comparison {
         if (is_key(pair.either())) {
             return;
         }
-        if (pair.before != nullptr && pair.after != nullptr &&
-            pair.before->text == pair.after->text) {
+        const bool is_same = pair.before != nullptr && pair.after != nullptr &&
+                             pair.before->text == pair.after->text;
+        if (is_same && is_default(*pair.before) == is_default(*pair.after)) {
             return;
         }
-        const auto shown = [](const Node* leaf) {
+        const auto shown = [&](const Node* leaf) {
             return leaf == nullptr ? std::nullopt
-                                   : Value(leaf->schema->is_encrypted ? kSecretValue : leaf->text);
+                                   : Value(shown_value(*leaf) +
+                                           (is_same && is_default(*leaf) ? " (default)" : ""));
         };
         const ChangeKind kind = pair.before == nullptr  ? ChangeKind::added
                                 : pair.after == nullptr ? ChangeKind::removed

@@ -12,6 +12,8 @@ enum class ChangeKind { added, removed, changed, moved };
 
 /// What an encrypted leaf's values are shown as.
 constexpr const char* kSecretValue = "(secret)";
+/// What the content of anydata is shown as.
+constexpr const char* kDataValue = "(data)";
 
 /// One node that differs. A list entry and every leaf below it that comes or goes are a change
 /// each; an entry's key leaves are part of the entry.
@@ -22,8 +24,9 @@ struct Change {
     /// belongs to, in the operator's words; empty outside of all.
     std::string group;
     std::string node;  ///< the way to it from the group; empty for the group's entry itself
-    /// A leaf's value in the running configuration; of a moved entry, which one it came after, as
-    /// "after b", or "first".
+    /// A leaf's value in the running configuration, followed by " (default)" where only one of the
+    /// two configurations leaves it to the model and both have it; of a moved entry, which one it
+    /// came after, as "after b", or "first".
     std::optional<std::string> old_value;
     std::optional<std::string> new_value;  ///< the same in the candidate
     Location location;                     ///< of the node, where it is known

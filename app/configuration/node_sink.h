@@ -52,7 +52,7 @@ class NodeSink {
 
     /// A container, or the entry of a list with all its `keys` in the model's order.
     virtual void open(const FileNode& node, const std::vector<FileNode>& keys) = 0;
-    /// A leaf that is no key, an entry of a leaf-list, or anydata, whose content nobody looks at.
+    /// A leaf that is no key, an entry of a leaf-list, or anydata with its text in the file.
     virtual void add(const FileNode& node) = 0;
     /// The end of what was opened last.
     virtual void close() = 0;

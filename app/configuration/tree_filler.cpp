@@ -2,6 +2,8 @@
 
 #include <libyang/libyang.h>
 
+#include <algorithm>
+
 #include "configuration/yang_schema.h"
 
 using local_platform::Node;
@@ -11,6 +13,37 @@ namespace {
 
 std::uintptr_t mark_of(const lyd_node& node) {
     return reinterpret_cast<std::uintptr_t>(node.priv);
+}
+
+/// The values of a leaf-list that begins with `first`, joined by NUL; their order only counts where
+/// the user gives it.
+std::string values_of(const lyd_node& first) {
+    std::vector<std::string> values;
+    for (const lyd_node* one = &first; one != nullptr && one->schema == first.schema;
+         one = one->next) {
+        values.emplace_back(lyd_get_value(one));
+    }
+    if ((first.schema->flags & LYS_ORDBY_USER) == 0) {
+        std::sort(values.begin(), values.end());
+    }
+    std::string text;
+    for (const std::string& value : values) {
+        text.append(text.empty() ? "" : std::string(1, '\0')).append(value);
+    }
+    return text;
+}
+
+std::string text_of(const lyd_node& node) {
+    switch (node.schema->nodetype) {
+        case LYS_LEAF:
+            return lyd_get_value(&node);
+        case LYS_LEAFLIST:
+            return values_of(node);
+        case LYS_CONTAINER:
+            return {};
+        default:
+            return reinterpret_cast<const lyd_node_any&>(node).value.str;
+    }
 }
 
 /// A node to add others to; a container without presence is made when it gets something.
@@ -41,7 +74,9 @@ class TreeFiller {
         for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
             next = node->next;
             // A key came with its entry.
-            if (is_supported(*node->schema) && !lysc_is_key(node->schema)) {
+            const bool is_value_of_last = node->schema->nodetype == LYS_LEAFLIST && node != first &&
+                                          node->prev->schema == node->schema;
+            if (is_supported(*node->schema) && !lysc_is_key(node->schema) && !is_value_of_last) {
                 add(*node, parent);
             }
             if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
@@ -62,10 +97,9 @@ class TreeFiller {
             Parent own(add_entry(around, node));
             return add_siblings(lyd_child(&node), own);
         }
-        const bool is_leaf = schema.nodetype == LYS_LEAF;
-        Node& added = builder_.add(around, schema.name, is_leaf ? lyd_get_value(&node) : "");
+        Node& added = builder_.add(around, schema.name, text_of(node));
         added.mark = mark_of(node);
-        if (!is_leaf) {
+        if (schema.nodetype == LYS_CONTAINER) {
             Parent own(added);
             add_siblings(lyd_child(&node), own);
         }

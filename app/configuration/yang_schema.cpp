@@ -30,8 +30,7 @@ bool is_supported(const lysc_node& node) {
     if ((node.flags & LYS_CONFIG_W) == 0) {
         return false;
     }
-    return node.nodetype == LYS_LIST ? key_count(node) > 0 && key_count(node) < MAXKEYLEN
-                                     : (node.nodetype & (LYS_CONTAINER | LYS_LEAF)) != 0;
+    return node.nodetype != LYS_LIST || (key_count(node) > 0 && key_count(node) < MAXKEYLEN);
 }
 
 namespace {
@@ -100,10 +99,8 @@ confd_vtype value_type(const lysc_node_leaf& leaf, const lysp_node_leaf& parsed)
 }
 
 void describe_leaf(const lysc_node_leaf& leaf, SchemaNode& node) {
-    node.kind = NodeKind::leaf;
     const auto& parsed = *static_cast<const lysp_node_leaf*>(leaf.priv);
     node.type = value_type(leaf, parsed);
-    node.is_encrypted = is_secret(reinterpret_cast<const lysc_node&>(leaf));
     if (node.type != C_ENUM_VALUE) {
         return;
     }
@@ -126,45 +123,42 @@ void require_own_name(const lysc_node& node, const std::vector<const lysc_node*>
     }
 }
 
-/// The nodes of configuration below `parent`, at the top of `module` without one.
-std::vector<const lysc_node*> configuration_below(const lysc_node* parent,
-                                                  const lysc_module* module) {
-    constexpr int kOther = LYS_LEAFLIST | LYS_ANYDATA;
-    std::vector<const lysc_node*> nodes;
+/// Adds the supported nodes below `parent`, at the top of `module` without one, to `nodes`.
+void add_supported(const lysc_node* parent, const lysc_module* module,
+                   std::vector<const lysc_node*>& nodes) {
     const lysc_node* child = nullptr;
     while ((child = lys_getnext(child, parent, module, 0)) != nullptr) {
-        if (is_supported(*child) ||
-            ((child->flags & LYS_CONFIG_W) != 0 && (child->nodetype & kOther) != 0)) {
+        if (is_supported(*child)) {
+            require_own_name(*child, nodes);
             nodes.push_back(child);
         }
     }
-    return nodes;
 }
 
-/// The supported ones of `nodes`, each told apart from every other by its name.
-std::vector<const lysc_node*> supported_of(const std::vector<const lysc_node*>& nodes) {
-    std::vector<const lysc_node*> seen;
-    std::vector<const lysc_node*> supported;
-    for (const lysc_node* const node : nodes) {
-        require_own_name(*node, seen);
-        seen.push_back(node);
-        if (is_supported(*node)) {
-            supported.push_back(node);
-        }
-    }
-    return supported;
+std::vector<const lysc_node*> supported_below(const lysc_node& parent) {
+    std::vector<const lysc_node*> nodes;
+    add_supported(&parent, nullptr, nodes);
+    return nodes;
 }
 
 SchemaNode describe(const lysc_node& source) {
     SchemaNode node;
     node.name = source.name;
+    if ((source.nodetype & (LYS_CONTAINER | LYS_LIST)) == 0) {
+        node.kind = NodeKind::leaf;
+        node.type = C_BUF;
+        node.is_encrypted = is_secret(source);
+        node.is_anydata = (source.nodetype & LYS_ANYDATA) != 0;
+    }
     if (source.nodetype == LYS_LEAF) {
         describe_leaf(reinterpret_cast<const lysc_node_leaf&>(source), node);
+    }
+    if (node.kind == NodeKind::leaf) {
         return node;
     }
     node.kind = source.nodetype == LYS_LIST ? NodeKind::list : NodeKind::container;
     node.is_ordered_by_user = node.kind == NodeKind::list && (source.flags & LYS_ORDBY_USER) != 0;
-    for (const lysc_node* const child : supported_of(configuration_below(&source, nullptr))) {
+    for (const lysc_node* const child : supported_below(source)) {
         node.children.push_back(describe(*child));
         if (lysc_is_key(child)) {
             node.keys.emplace_back(child->name);
@@ -231,9 +225,11 @@ std::size_t count_uses(const Extension* extensions, IsUse is_use) {
         std::count_if(extensions, extensions + LY_ARRAY_COUNT(extensions), is_use));
 }
 
-bool is_supported_with_ancestors(const lysc_node& node) {
+/// Whether a walk finds `node` in the platform's tree, and values that rules read.
+bool is_walked(const lysc_node& node) {
     const lysc_node* const parent = lysc_data_parent(&node);
-    return is_supported(node) && (parent == nullptr || is_supported_with_ancestors(*parent));
+    return is_supported(node) && (node.nodetype & (LYS_LEAFLIST | LYS_ANYDATA)) == 0 &&
+           (parent == nullptr || is_walked(*parent));
 }
 
 [[noreturn]] void refuse_use(const lys_module& module, const std::string& at) {
@@ -254,7 +250,7 @@ void require_uses_in_place(const lysc_node& node) {
     const std::size_t own = count_uses(parsed->exts, [&](const lysp_ext_instance& one) {
         return is_validate(one, node.module->ctx);
     });
-    if (own != compiled || !is_supported_with_ancestors(node)) {
+    if (own != compiled || !is_walked(node)) {
         refuse_use(*node.module, node.name);
     }
 }
@@ -303,18 +299,16 @@ void note_rules(const std::vector<const lysc_node*>& sources, const std::vector<
                 rules[&nodes[i]].push_back(read_rule(parsed->exts[use]));
             }
         }
-        note_rules(supported_of(configuration_below(sources[i], nullptr)), nodes[i].children,
-                   rules);
+        note_rules(supported_below(*sources[i]), nodes[i].children, rules);
     }
 }
 
 std::vector<const lysc_node*> supported_of(const std::vector<const lys_module*>& modules) {
     std::vector<const lysc_node*> nodes;
     for (const lys_module* const module : modules) {
-        const auto of_module = configuration_below(nullptr, module->compiled);
-        nodes.insert(nodes.end(), of_module.begin(), of_module.end());
+        add_supported(nullptr, module->compiled, nodes);
     }
-    return supported_of(nodes);
+    return nodes;
 }
 
 }  // namespace

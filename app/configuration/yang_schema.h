@@ -37,8 +37,8 @@ std::size_t key_count(const lysc_node& node);
 /// The position of `key` among the keys of its list.
 std::size_t key_position(const lysc_node& key);
 
-/// Whether the platform's tree has what `node` describes: a container, list or leaf of the
-/// configuration. Everything else is validated by the model alone.
+/// Whether the platform's tree has what `node` describes: a node of the configuration, unless it is
+/// a list with no keys or too many. Everything else is validated by the model alone.
 bool is_supported(const lysc_node& node);
 
 /// Whether `node` is a container that is there only to hold nodes. Its context has

@@ -250,7 +250,7 @@ class JsonReader {
                                " is not a configuration; give a configuration, or an answer that "
                                "contains one");
         }
-        const NamedModule* const named = prefix.empty() ? nullptr : &nodes_.module(prefix);
+        NamedModule* const named = prefix.empty() ? nullptr : &nodes_.module(prefix);
         member_.schema = nodes_.find(parent, named, local, offset, member_.part);
         const bool is_data =
             member_.schema != nullptr && (member_.schema->nodetype & LYS_ANYDATA) == 0;

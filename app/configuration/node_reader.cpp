@@ -162,7 +162,7 @@ void NodeReader::note_value(const lysc_node& leaf, std::size_t begin, std::size_
     }
 }
 
-const NamedModule& NodeReader::module(std::string_view name) {
+NamedModule& NodeReader::module(std::string_view name) {
     if (last_module_ != nullptr && last_module_->name == name) {
         return *last_module_;
     }
@@ -187,7 +187,7 @@ const NamedModule& NodeReader::module(std::string_view name) {
     return named;
 }
 
-const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* named,
+const lysc_node* NodeReader::find(const lysc_node* parent, NamedModule* named,
                                   std::string_view name, std::size_t offset, UnknownPart& part) {
     if (named != nullptr && named->module == nullptr) {
         part = {nullptr, nullptr, std::string(name)};
@@ -216,7 +216,7 @@ const lysc_node* NodeReader::find(const lysc_node* parent, const NamedModule* na
     return nullptr;
 }
 
-void NodeReader::note_other_module(const lysc_node* parent, const NamedModule& named,
+void NodeReader::note_other_module(const lysc_node* parent, NamedModule& named,
                                    std::string_view name, std::size_t offset) {
     const lys_module* const nearest = named.nearest;
     const bool is_slip = nearest != nullptr &&
@@ -227,7 +227,9 @@ void NodeReader::note_other_module(const lysc_node* parent, const NamedModule& n
                            (is_xml ? nearest->ns : nearest->name) +
                            "\"? --ignore-unknown skips it");
     }
-    unknown_data.add_module(named.name);
+    if (!std::exchange(named.is_noted, true)) {
+        unknown_data.modules.push_back(named.name);
+    }
 }
 
 void NodeReader::refuse_unknown(const lysc_node* parent, const lys_module& module,

@@ -30,6 +30,7 @@ struct NamedModule {
     std::string name;
     const lys_module* module = nullptr;   ///< null when the model does not hold it
     const lys_module* nearest = nullptr;  ///< then the one of nearly that name, if any
+    bool is_noted = false;                ///< among the unknown data
 };
 
 /// A part of the file that is read over.
@@ -73,13 +74,13 @@ class NodeReader {
     void note_value(const lysc_node& leaf, std::size_t begin, std::size_t end);
 
     /// The module that the file names `name`.
-    const NamedModule& module(std::string_view name);
+    NamedModule& module(std::string_view name);
 
     /// The node of the configuration that `module`, null for that of `parent`, has as `name` below
     /// `parent`, null for the top. Null for what begins an unknown part, which `part` then tells
     /// of, as it does of anydata. Throws for a name that the module does not have, and for one that
     /// the nearest module has: the file may mean it.
-    const lysc_node* find(const lysc_node* parent, const NamedModule* module, std::string_view name,
+    const lysc_node* find(const lysc_node* parent, NamedModule* module, std::string_view name,
                           std::size_t offset, UnknownPart& part);
     /// Counts one node of `part`.
     void count(const UnknownPart& part) { unknown_data.nodes += part.anydata == nullptr ? 1 : 0; }
@@ -110,7 +111,7 @@ class NodeReader {
     bool take_key(const FileNode& node);
     void make_entry();
     void require_keys() const;
-    void note_other_module(const lysc_node* parent, const NamedModule& named, std::string_view name,
+    void note_other_module(const lysc_node* parent, NamedModule& named, std::string_view name,
                            std::size_t offset);
     [[noreturn]] void refuse_unknown(const lysc_node* parent, const lys_module& module,
                                      std::string_view name, const lysc_node* found,
@@ -125,7 +126,7 @@ class NodeReader {
     NodeSink* sink_ = nullptr;
     PendingEntry pending_;
     std::unordered_map<std::string, NamedModule> modules_;
-    const NamedModule* last_module_ = nullptr;  ///< that was asked for
+    NamedModule* last_module_ = nullptr;  ///< that was asked for
 };
 
 /// Reads a file whose syntax is XML, or JSON. Throw InputError, naming the place.

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -11,18 +13,12 @@ struct UnknownData {
     std::vector<std::string> modules;  ///< their names, or namespaces, in the order of the file
     std::vector<std::string> unknown;  ///< nodes that known modules do not have, "file:line: path"
 
-    void add_module(const std::string& module) {
-        if (std::find(modules.begin(), modules.end(), module) == modules.end()) {
-            modules.push_back(module);
-        }
-    }
-
     /// Adds what another file holds.
     void add(const UnknownData& other) {
         nodes += other.nodes;
-        for (const std::string& module : other.modules) {
-            add_module(module);
-        }
+        const std::set<std::string> own(modules.begin(), modules.end());
+        std::copy_if(other.modules.begin(), other.modules.end(), std::back_inserter(modules),
+                     [&](const std::string& module) { return own.count(module) == 0; });
         unknown.insert(unknown.end(), other.unknown.begin(), other.unknown.end());
     }
 };

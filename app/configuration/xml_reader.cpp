@@ -22,8 +22,6 @@ constexpr std::string_view kNotification = "urn:ietf:params:xml:ns:netconf:notif
 /// What the parser sees around the outermost elements, of which a file may have several.
 constexpr std::string_view kAround = "<_>";
 constexpr std::string_view kAroundEnd = "</_>";
-/// How much the parser gets at a time: it copies what is left when it has to stop.
-constexpr std::size_t kPieceSize = 8192;
 
 struct ParserDeleter {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
@@ -110,11 +108,21 @@ class XmlReader {
     explicit XmlReader(NodeReader& nodes) : nodes_(nodes), is_edit_(nodes.options().is_edit) {}
 
     void read() {
+        make_parser();
         const std::string_view text = nodes_.text();
-        std::size_t begin = byte_order_mark_size(text);
-        do {
-            begin = read_document(std::min(text.find_first_not_of(kBlanks, begin), text.size()));
-        } while (begin < text.size());
+        begin_ = behind_declaration(
+            std::min(text.find_first_not_of(kBlanks, byte_order_mark_size(text)), text.size()));
+        const XML_Status status = XML_Parse(parser_.get(), text.data() + begin_,
+                                            static_cast<int>(text.size() - begin_), 0);
+        if (failure_ != nullptr) {
+            std::rethrow_exception(failure_);
+        }
+        if (status == XML_STATUS_ERROR) {
+            refuse_text();
+        }
+        if (XML_Parse(parser_.get(), kAroundEnd.data(), kAroundEnd.size(), 1) != XML_STATUS_OK) {
+            nodes_.refuse(text.size(), "bad XML: the text ends inside an element");
+        }
         if (is_edit_ && !has_data_) {
             nodes_.refuse(0, "the edit has no <config>; add one with what it changes");
         }
@@ -138,7 +146,6 @@ class XmlReader {
     static XmlReader& self(void* data) { return *static_cast<XmlReader*>(data); }
 
     void make_parser() {
-        scope_.clear();
         parser_.reset(XML_ParserCreateNS("UTF-8", kSeparator));
         XML_Parser parser = parser_.get();
         XML_SetUserData(parser, this);
@@ -164,34 +171,6 @@ class XmlReader {
                 self(data).scope_.pop_back();
             }
         });
-    }
-
-    /// Reads from `begin` to the end, or to the XML declaration of one more document; where it
-    /// ended.
-    std::size_t read_document(std::size_t begin) {
-        make_parser();
-        begin_ = behind_declaration(begin);
-        next_begin_ = 0;
-        const std::string_view text = nodes_.text();
-        XML_Status status = XML_STATUS_OK;
-        for (std::size_t at = begin_; at < text.size() && status == XML_STATUS_OK;
-             at += kPieceSize) {
-            const std::string_view piece = text.substr(at, kPieceSize);
-            status = XML_Parse(parser_.get(), piece.data(), static_cast<int>(piece.size()), 0);
-        }
-        if (failure_ != nullptr) {
-            std::rethrow_exception(failure_);
-        }
-        if (next_begin_ > 0) {
-            return next_begin_;
-        }
-        if (status == XML_STATUS_ERROR) {
-            refuse_text();
-        }
-        if (XML_Parse(parser_.get(), kAroundEnd.data(), kAroundEnd.size(), 1) != XML_STATUS_OK) {
-            nodes_.refuse(text.size(), "bad XML: the text ends inside an element");
-        }
-        return text.size();
     }
 
     /// The end of the XML declaration at `begin`, if there is one. Throws for another encoding.
@@ -313,7 +292,7 @@ class XmlReader {
             refuse("<" + std::string(name.local) +
                    "> has no namespace; add xmlns=\"...\" with that of its module");
         }
-        const NamedModule& module = nodes_.module(name.xml_namespace);
+        NamedModule& module = nodes_.module(name.xml_namespace);
         if (module.module == nullptr && (module.name == kBase || module.name == kDatastores)) {
             refuse("<" + std::string(name.local) +
                    "> is in the namespace of NETCONF; add xmlns=\"...\" with that of its module");
@@ -386,20 +365,6 @@ class XmlReader {
                 break;
             default:
                 break;
-        }
-        if (levels_.size() == 1) {
-            end_outermost();
-        }
-    }
-
-    /// One more document, which an XML declaration begins, needs a parser of its own.
-    void end_outermost() {
-        const std::string_view text = nodes_.text();
-        const std::size_t next =
-            std::min(text.find_first_not_of(kBlanks, offset_behind()), text.size());
-        if (text.substr(next, 5) == "<?xml") {
-            next_begin_ = next;
-            XML_StopParser(parser_.get(), XML_FALSE);
         }
     }
 
@@ -539,8 +504,7 @@ class XmlReader {
 
     NodeReader& nodes_;
     Parser parser_;
-    std::size_t begin_ = 0;       ///< of what the parser reads
-    std::size_t next_begin_ = 0;  ///< of one more document; 0 without one
+    std::size_t begin_ = 0;  ///< of what the parser reads
     std::exception_ptr failure_;
     std::vector<Level> levels_ = {{Kind::around}};
     std::vector<std::pair<std::string, std::string>> scope_;  ///< prefixes and namespaces

@@ -2,17 +2,17 @@
 
 #include <algorithm>
 #include <numeric>
-#include <utility>
 
 namespace {
 
 /// How many letters are to be changed, added, left out or swapped with the next one.
 std::size_t distance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> before_last;
+    std::vector<std::size_t> before_last(to.size() + 1);
     std::vector<std::size_t> last(to.size() + 1);
+    std::vector<std::size_t> row(to.size() + 1);
     std::iota(last.begin(), last.end(), 0U);
     for (std::size_t i = 1; i <= from.size(); ++i) {
-        std::vector<std::size_t> row(to.size() + 1, i);
+        row[0] = i;
         for (std::size_t j = 1; j <= to.size(); ++j) {
             const std::size_t changed = last[j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
             row[j] = std::min({changed, last[j] + 1, row[j - 1] + 1});
@@ -20,7 +20,8 @@ std::size_t distance(std::string_view from, std::string_view to) {
                 row[j] = std::min(row[j], before_last[j - 2] + 1);
             }
         }
-        before_last = std::exchange(last, row);
+        before_last.swap(last);
+        last.swap(row);
     }
     return last.back();
 }
@@ -31,7 +32,9 @@ std::string nearest_name(std::string_view given, const std::vector<std::string>&
     std::string best;
     std::size_t least = given.size() / 3 + 2;
     for (const std::string& name : names) {
-        const std::size_t changes = distance(given, name);
+        const std::size_t longer = std::max(given.size(), name.size());
+        const std::size_t shorter = std::min(given.size(), name.size());
+        const std::size_t changes = longer - shorter < least ? distance(given, name) : least;
         if (changes < least) {
             least = changes;
             best = name;

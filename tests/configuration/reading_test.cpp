@@ -28,8 +28,8 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
          "</d:system></n:data><!-- behind -->"),
         "<rpc-reply xmlns='BASE' message-id='1'><data>" + xml + "</data></rpc-reply>",
         "<rpc-reply xmlns='BASE'><data xmlns='NMDA'>" + xml + "</data></rpc-reply>",
-        "<port xmlns='DEVICE'><number>1</number><slot>a</slot><link><speed>1</speed></link></port>"
-        "<?xml version='1.0'?>" +
+        "<port "
+        "xmlns='DEVICE'><number>1</number><slot>a</slot><link><speed>1</speed></link></port>" +
             xml,
         "<other xmlns='urn:other'><system/></other>" + xml,
         "{" + json + "}",

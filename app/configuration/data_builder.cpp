@@ -166,11 +166,27 @@ void NodeMaker::refuse(const FileNode& node, const std::string& what_is_wrong) c
 }
 
 void DataBuilder::open(const FileNode& node, const std::vector<FileNode>& keys) {
-    parent_ = maker_.make(forest_, parent_, node, keys);
+    lyd_node* const made = maker_.make(forest_, parent_, node, keys);
+    require_new(made, keys.empty() ? node : keys.front());
+    parent_ = made;
 }
 
 void DataBuilder::add(const FileNode& node) {
-    maker_.make(forest_, parent_, node);
+    require_new(maker_.make(forest_, parent_, node), node);
+}
+
+/// libyang would only find out later, and take long to: it looks through all that are equal for
+/// each. At the top, where it has no index of what there is, nothing is looked for.
+void DataBuilder::require_new(lyd_node* made, const FileNode& node) const {
+    lyd_node* first = nullptr;
+    if (parent_ == nullptr || (made->schema->nodetype & (LYS_LIST | LYS_LEAFLIST)) == 0 ||
+        lyd_find_sibling_first(lyd_child(parent_), made, &first) != LY_SUCCESS || first == made) {
+        return;
+    }
+    const Origin origin = origin_of(reinterpret_cast<std::uintptr_t>(first->priv));
+    maker_.refuse(node, std::string(made->schema->name) + " is given twice, first at line " +
+                            std::to_string(location_of(sources_, origin).line) +
+                            "; give it once");
 }
 
 void DataBuilder::close() {

@@ -63,13 +63,17 @@ class NodeMaker {
 /// Builds the tree of a whole configuration.
 class DataBuilder final : public NodeSink {
   public:
-    DataBuilder(const Sources& sources, DataForest& forest) : maker_(sources), forest_(forest) {}
+    DataBuilder(const Sources& sources, DataForest& forest)
+        : sources_(sources), maker_(sources), forest_(forest) {}
 
     void open(const FileNode& node, const std::vector<FileNode>& keys) override;
     void add(const FileNode& node) override;
     void close() override;
 
   private:
+    void require_new(lyd_node* made, const FileNode& node) const;
+
+    const Sources& sources_;
     NodeMaker maker_;
     DataForest& forest_;
     lyd_node* parent_ = nullptr;

@@ -195,7 +195,7 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
         {R"("limit": "5")", "limit is not a valid value"},
         {R"("limit": "true")", "limit is not a valid value"},
         {R"("server": "a")", "\"server\" is given as a value; write [...]"},
-        {R"("server": ["a", "a"])", "Duplicate instance of \"server\""},
+        {R"("server": ["a", "a"])", "server is given twice, first at line 1; give it once"},
         {R"("ntp": "a", "manual": {})", "Data for both cases \"ntp\" and \"manual\" exist"},
     };
     for (const auto& [member, complaint] : rows) {

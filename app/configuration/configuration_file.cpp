@@ -11,10 +11,10 @@ constexpr std::size_t kMostBytes = (std::size_t{1} << 31U) - 2;  // places are c
 std::string kind_of(std::string_view text) {
     const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
     if (text.front() == '[') {
-        return "a JSON array";
+        return "a JSON array; give a configuration that begins with { or <";
     }
     const bool is_yaml = line == "---" || (!line.empty() && line.back() == ':');
-    return is_yaml ? "YAML" : "neither JSON nor XML";
+    return std::string(is_yaml ? "YAML" : "no configuration file") + "; export it as JSON or XML";
 }
 
 }  // namespace
@@ -23,6 +23,13 @@ ConfigurationFormat format_of(const SourceText& source) {
     const std::string_view text = source.bytes();
     if (text.size() > kMostBytes) {
         throw InputError(source.name() + ": is 2 GiB or larger; check it in parts");
+    }
+    const std::string_view mark = text.substr(0, 2);
+    if (mark == "\x1f\x8b") {
+        throw InputError(source.name() + ": is packed with gzip; unpack it");
+    }
+    if (mark == "\xff\xfe" || mark == "\xfe\xff") {
+        throw InputError(source.name() + ": is UTF-16; save it as UTF-8");
     }
     // No configuration has one, and texts end at it.
     const std::size_t nul = text.find('\0');
@@ -40,8 +47,7 @@ ConfigurationFormat format_of(const SourceText& source) {
     if (text[first] == '{') {
         return ConfigurationFormat::json;
     }
-    throw InputError(source.location(first), kind_of(text.substr(first)) +
-                                                 "; give a configuration that begins with { or <");
+    throw InputError(source.location(first), kind_of(text.substr(first)));
 }
 
 std::shared_ptr<SourceText> read_configuration_file(const std::string& name, std::size_t max_size) {

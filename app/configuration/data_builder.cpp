@@ -185,8 +185,7 @@ void DataBuilder::require_new(lyd_node* made, const FileNode& node) const {
     }
     const Origin origin = origin_of(reinterpret_cast<std::uintptr_t>(first->priv));
     maker_.refuse(node, std::string(made->schema->name) + " is given twice, first at line " +
-                            std::to_string(location_of(sources_, origin).line) +
-                            "; give it once");
+                            std::to_string(location_of(sources_, origin).line) + "; give it once");
 }
 
 void DataBuilder::close() {

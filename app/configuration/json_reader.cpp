@@ -12,7 +12,7 @@ namespace {
 
 /// What the members of an envelope are called.
 constexpr std::string_view kEnvelopes[] = {"ietf-restconf:data", "ietf-netconf:config",
-                                           "ietf-netconf:data", "ietf-netconf-nmda:data"};
+                                           "ietf-netconf:data", "ietf-netconf-nmda:data", "data"};
 /// What makes an edit of data, in an annotation.
 constexpr std::string_view kEditAnnotations[] = {"ietf-netconf:operation", "yang:insert"};
 /// The modules that use other names for something else.
@@ -59,8 +59,7 @@ class JsonReader {
         rapidjson::Reader parser;
         const rapidjson::ParseResult result = parser.Parse<kFlags>(stream_, *this);
         if (result.IsError()) {
-            refuse(mark_size_ + result.Offset(),
-                   std::string("bad JSON: ") + rapidjson::GetParseError_En(result.Code()));
+            refuse_text(result);
         }
     }
 
@@ -166,6 +165,25 @@ class JsonReader {
 
   private:
     std::size_t at() const { return mark_size_ + stream_.Tell(); }
+
+    /// Refuses what is no JSON, with what people mostly did.
+    [[noreturn]] void refuse_text(const rapidjson::ParseResult& result) const {
+        const std::string_view text = nodes_.text();
+        const std::size_t at = mark_size_ + result.Offset();
+        const std::size_t last = text.find_last_not_of(" \t\r\n", at == 0 ? 0 : at - 1);
+        const char wrong = at < text.size() ? text[at] : '\0';
+        require_no_text_slip(nodes_, at);
+        if (at >= text.size() || result.Code() == rapidjson::kParseErrorStringMissQuotationMark) {
+            refuse(at, "bad JSON: the file ends inside a value; is it complete?");
+        }
+        if ((wrong == '}' || wrong == ']') && text[last] == ',') {
+            refuse(last, std::string("bad JSON: a comma before ") + wrong + "; remove it");
+        }
+        const char* const reason = wrong == '/' || wrong == '#' ? "a comment; remove it"
+                                   : wrong == '\'' ? "a single quote; write double quotes"
+                                                   : rapidjson::GetParseError_En(result.Code());
+        refuse(at, std::string("bad JSON: ") + reason);
+    }
 
     /// Of the string that just ended: after the last quote before its own that is not escaped.
     std::size_t begin_of_string() const {

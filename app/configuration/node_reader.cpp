@@ -8,6 +8,7 @@
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
 #include "text/printable.h"
+#include "text/utf8.h"
 
 namespace {
 
@@ -58,6 +59,20 @@ const char* kind_of(const lysc_node& node) {
 
 std::string name_of(const lysc_node* node) {
     return node == nullptr ? "the configuration" : node->name;
+}
+
+void require_no_text_slip(const NodeReader& reader, std::size_t offset) {
+    const std::string_view text = reader.text();
+    const std::size_t begin = text.rfind('\n', offset) + 1;  // 0 in the first line
+    for (const char* const mark : {"<<<<<<<", "=======", ">>>>>>>", "|||||||"}) {
+        if (text.substr(begin, 7) == mark) {
+            reader.refuse(begin, "the mark of a merge conflict; resolve it");
+        }
+    }
+    if (offset < text.size() && static_cast<unsigned char>(text[offset]) >= 0x80U &&
+        !excluded_character(text.substr(offset, end_of_character(text, offset) - offset)).empty()) {
+        reader.refuse(offset, "a byte that is not UTF-8, perhaps Latin-1; save the file as UTF-8");
+    }
 }
 
 NodeReader::NodeReader(const ly_ctx& context, const SourceText& file, const ReadOptions& options,

@@ -129,6 +129,10 @@ class NodeReader {
     NamedModule* last_module_ = nullptr;  ///< that was asked for
 };
 
+/// Throws for what tools leave in a text of any syntax, if that is at `offset`: the marks of a
+/// merge conflict, and bytes of another encoding.
+void require_no_text_slip(const NodeReader& reader, std::size_t offset);
+
 /// Reads a file whose syntax is XML, or JSON. Throw InputError, naming the place.
 void read_xml(NodeReader& reader);
 void read_json(NodeReader& reader);

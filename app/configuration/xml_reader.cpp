@@ -16,8 +16,12 @@ constexpr char kSeparator = '\n';  // no namespace has one
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kBase = "urn:ietf:params:xml:ns:netconf:base:1.0";
 constexpr std::string_view kDatastores = "urn:ietf:params:xml:ns:yang:ietf-netconf-nmda";
+constexpr std::string_view kConfd = "http://tail-f.com/ns/config/1.0";
 constexpr std::string_view kYang = "urn:ietf:params:xml:ns:yang:1";
 constexpr std::string_view kNotification = "urn:ietf:params:xml:ns:netconf:notification:1.0";
+
+/// The end of a message over SSH, which a session's record has behind it.
+constexpr std::string_view kEndOfMessage = "]]>]]>";
 
 /// What the parser sees around the outermost elements, of which a file may have several.
 constexpr std::string_view kAround = "<_>";
@@ -58,7 +62,7 @@ enum class Kind {
 struct Level {
     Kind kind;
     const lysc_node* schema = nullptr;  ///< of a node; null for the configuration
-    std::size_t offset = 0;             ///< of a leaf's name
+    std::size_t offset = 0;             ///< of its name
     std::shared_ptr<const EditAttributes> attributes = {};  ///< a leaf's
 };
 
@@ -73,6 +77,7 @@ constexpr Envelope kEnvelopes[] = {
     {kBase, "config", Kind::around, Kind::data},
     {kBase, "data", Kind::around, Kind::data},
     {kDatastores, "data", Kind::around, Kind::data},
+    {kConfd, "config", Kind::around, Kind::data},
     {kBase, "rpc-reply", Kind::around, Kind::reply},
     {kBase, "rpc", Kind::around, Kind::rpc},
     {kBase, "edit-config", Kind::around, Kind::edit},
@@ -109,7 +114,7 @@ class XmlReader {
 
     void read() {
         make_parser();
-        const std::string_view text = nodes_.text();
+        const std::string_view text = text_without_end();
         begin_ = behind_declaration(
             std::min(text.find_first_not_of(kBlanks, byte_order_mark_size(text)), text.size()));
         const XML_Status status = XML_Parse(parser_.get(), text.data() + begin_,
@@ -121,7 +126,7 @@ class XmlReader {
             refuse_text();
         }
         if (XML_Parse(parser_.get(), kAroundEnd.data(), kAroundEnd.size(), 1) != XML_STATUS_OK) {
-            nodes_.refuse(text.size(), "bad XML: the text ends inside an element");
+            refuse_text();
         }
         if (is_edit_ && !has_data_) {
             nodes_.refuse(0, "the edit has no <config>; add one with what it changes");
@@ -197,11 +202,27 @@ class XmlReader {
     }
 
     [[noreturn]] void refuse_text() const {
-        const std::size_t mark = offset() < 2 ? 0 : offset() - 2;  // it stops at the "D"
-        if (nodes_.text().substr(mark, 9) == "<!DOCTYPE") {
+        const std::string_view text = nodes_.text();
+        const std::size_t at = std::min(offset(), text.size());
+        const std::size_t mark = at < 2 ? 0 : at - 2;  // it stops at the "D"
+        if (text.substr(mark, 9) == "<!DOCTYPE") {
             nodes_.refuse(mark, "a document type is not allowed in a configuration; remove it");
         }
-        refuse(std::string("bad XML: ") + XML_ErrorString(XML_GetErrorCode(parser_.get())));
+        require_no_text_slip(nodes_, at);
+        const XML_Error error = XML_GetErrorCode(parser_.get());
+        if (levels_.size() > 1 && (error == XML_ERROR_TAG_MISMATCH || at == text.size())) {
+            const std::size_t begin = levels_.back().offset;
+            const std::size_t end = text.find_first_of(" \t\r\n/>", begin);
+            nodes_.refuse(begin, "bad XML: the element " +
+                                     std::string(text.substr(begin, end - begin)) +
+                                     "> is not closed; is the file complete?");
+        }
+        const std::size_t reference = text.rfind('&', at);
+        if (error == XML_ERROR_INVALID_TOKEN && reference != std::string_view::npos &&
+            text.substr(reference, at - reference).find_first_of("<>;") == std::string_view::npos) {
+            nodes_.refuse(reference, "bad XML: a bare &; write &amp;");
+        }
+        nodes_.refuse(at, std::string("bad XML: ") + XML_ErrorString(error));
     }
 
     std::size_t offset() const {
@@ -229,9 +250,19 @@ class XmlReader {
                          ? Level{around.kind}
                      : around.kind == Kind::data ? enter_data(around, name, attributes)
                                                  : enter(around, name, attributes);
+        next.offset = offset();
         levels_.push_back(std::move(next));
         value_.clear();
         value_begin_ = offset_behind();
+    }
+
+    /// The file's text up to where a message ends.
+    std::string_view text_without_end() const {
+        const std::string_view text = nodes_.text();
+        const std::string_view whole = text.substr(0, text.find_last_not_of(kBlanks) + 1);
+        const bool has_end = whole.size() > kEndOfMessage.size() &&
+                             whole.substr(whole.size() - kEndOfMessage.size()) == kEndOfMessage;
+        return has_end ? whole.substr(0, whole.size() - kEndOfMessage.size()) : text;
     }
 
     Level enter(const Level& around, const QualifiedName& name, const char** attributes) {
@@ -307,7 +338,7 @@ class XmlReader {
         auto own = read_attributes(*schema, attributes);
         if ((schema->nodetype & (LYS_CONTAINER | LYS_LIST)) == 0) {
             const bool is_leaf = (schema->nodetype & LYS_ANYDATA) == 0;
-            return {is_leaf ? Kind::leaf : Kind::unknown, schema, offset(), std::move(own)};
+            return {is_leaf ? Kind::leaf : Kind::unknown, schema, 0, std::move(own)};
         }
         nodes_.open(*schema, offset(), std::move(own));
         return {Kind::data, schema};
@@ -375,6 +406,10 @@ class XmlReader {
         std::shared_ptr<EditAttributes> read;
         for (; *attributes != nullptr; attributes += 2) {
             const QualifiedName name(attributes[0]);
+            if (name.xml_namespace.empty() &&
+                (name.local == "annotation" || name.local == "tags")) {
+                continue;  // ConfD's own, which it exports like this
+            }
             if (name.xml_namespace.empty()) {
                 refuse("<" + name_of(&schema) + "> has the attribute \"" + std::string(name.local) +
                        "\", which has no namespace; " +

@@ -21,15 +21,6 @@ void require_known(const std::vector<std::string>& wanted, const std::vector<std
     }
 }
 
-void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
-                   std::vector<Rule>& rules) {
-    const auto& own = model.rules(node);
-    rules.insert(rules.end(), own.begin(), own.end());
-    for (const auto& child : node.children) {
-        collect_rules(model, child, rules);
-    }
-}
-
 /// Adds `sources`, those that are not there yet.
 void add_sources(const Sources& sources, Sources& all) {
     for (const auto& source : sources) {
@@ -43,7 +34,8 @@ void add_sources(const Sources& sources, Sources& all) {
 
 std::shared_ptr<const std::vector<Rule>> rules_of(const YangModel& model) {
     std::vector<Rule> rules;
-    collect_rules(model, *model.schema(), rules);
+    model.for_each_rule(
+        [&](const std::string& /*path*/, const Rule& rule) { rules.push_back(rule); });
     return std::make_shared<const std::vector<Rule>>(std::move(rules));
 }
 

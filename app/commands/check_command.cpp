@@ -185,8 +185,8 @@ Subcommand add_check_command(CLI::App& app) {
     CLI::App* const command = add_subcommand(app, "check", "Check configurations",
                                              "--running running.json candidate.json");
     add_pairing_options(*command, options->pairing);
-    add_reading_options(*command, options->checker.is_edit, options->checker.ignore_unknown);
-    add_max_size(*command, options->max_size);
+    add_reading_options(*command, options->checker.is_edit, options->checker.ignore_unknown,
+                        options->max_size);
     add_rule_options(*command, options->checker);
     add_report_options(*command, options->report, options->accepted_warnings);
     add_output(*command);

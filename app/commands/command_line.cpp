@@ -44,13 +44,19 @@ CLI::App* find_subcommand(CLI::App& app, const std::string& name) {
 }
 
 void parse_command_line(CLI::App& app, int argc, const char* const* argv) {
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    if (!arguments.empty() && arguments.front() == "help") {
+        arguments.erase(arguments.begin());
+        arguments.emplace_back("--help");
+    }
     CLI::App* subcommand = nullptr;
-    if (argc > 1 && !is_option(argv[1])) {
-        subcommand = find_subcommand(app, argv[1]);
+    if (!arguments.empty() && !is_option(arguments.front())) {
+        subcommand = find_subcommand(app, arguments.front());
         set_defaults(app, *subcommand);
     }
+    std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(arguments));
     } catch (const CLI::Success&) {
         throw;
     } catch (const CLI::ParseError& error) {

@@ -5,6 +5,7 @@
 #include "commands/command_line.h"
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/options.h"
 #include "commands/output_conflict.h"
 #include "errors/input_error.h"
 #include "files/interrupt.h"
@@ -14,9 +15,9 @@
 namespace {
 
 constexpr Subcommand (*kSubcommands[])(CLI::App&) = {
-    add_check_command,    add_diff_command,   add_report_command,  add_rules_command,
-    add_explain_command,  add_keygen_command, add_encrypt_command, add_completion_command,
-    add_complete_command, add_help_command,
+    add_check_command,   add_diff_command,       add_report_command,
+    add_rules_command,   add_explain_command,    add_keygen_command,
+    add_encrypt_command, add_completion_command, add_complete_command,
 };
 
 /// The value of `option`, its default unless given; empty where `command` has no such option.
@@ -62,6 +63,9 @@ int run(int argc, char** argv) {
     for (const auto& add : kSubcommands) {
         subcommands.push_back(add(app));
     }
+    add_subcommand(app, "help", "Show the help of a command", "check")
+        ->add_option("COMMAND", "The command; without it, all of them")
+        ->type_name("COMMAND");
     try {
         parse_command_line(app, argc, argv);
     } catch (const CLI::Success& question) {

@@ -51,13 +51,6 @@ void add_yang_dir(CLI::App& command, std::string& yang_dir) {
     add_file(command, "--yang-dir", yang_dir, "The folder with the YANG modules")->type_name("DIR");
 }
 
-void add_max_size(CLI::App& command, std::size_t& max_size) {
-    command.add_option("--max-size", max_size, "Refuse larger files; with a unit, as in 100MB")
-        ->transform(CLI::AsSizeValue(false))
-        ->type_name("SIZE")
-        ->capture_default_str();
-}
-
 void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& accepted_warnings) {
     command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
@@ -71,7 +64,12 @@ void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& 
     command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
 }
 
-void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown) {
+void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown,
+                         std::size_t& max_size) {
+    command.add_option("--max-size", max_size, "Refuse larger files; with a unit, as in 100MB")
+        ->transform(CLI::AsSizeValue(false))
+        ->type_name("SIZE")
+        ->capture_default_str();
     command.add_flag(
         "--edit", is_edit,
         "Candidates are edits of the running configuration: an edit-config, or JSON to merge");

@@ -10,8 +10,8 @@ class FileDescriptor {
   public:
     /// Takes `number`; a negative one is none.
     explicit FileDescriptor(int number) : number_(number) {}
-    FileDescriptor(FileDescriptor&& other) noexcept;
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
     ~FileDescriptor();
 
     int number() const { return number_; }

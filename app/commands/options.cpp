@@ -6,6 +6,7 @@
 #include "commands/exit_code.h"
 #include "commands/install_layout.h"
 #include "errors/input_error.h"
+#include "files/named_file.h"
 
 namespace {
 
@@ -26,8 +27,9 @@ CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::stri
     return command;
 }
 
-CLI::Validator is_named() {
-    return {[](const std::string& name) {
+CLI::Validator file_name() {
+    return {[](std::string& name) {
+                name = plain_name(name);
                 return name.empty() ? std::string("the name is empty") : std::string();
             },
             ""};
@@ -80,7 +82,7 @@ void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown,
 void add_output(CLI::App& command) {
     command.add_option("-o,--output", "Write the output to this file, complete or not at all")
         ->type_name("FILE")
-        ->check(is_named());
+        ->transform(file_name());
 }
 
 void add_colour(CLI::App& command, std::string& when) {

@@ -4,6 +4,9 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <cctype>
+#include <cstring>
+
 #include "errors/input_error.h"
 #include "files/interrupt.h"
 
@@ -22,6 +25,12 @@ void wait_for(const FileDescriptor& file, const std::string& name) {
 }
 
 }  // namespace
+
+std::string plain_name(const std::string& name) {
+    const auto first = static_cast<unsigned char>(name.empty() ? '.' : name.front());
+    const bool is_plain = std::isalnum(first) != 0 || std::strchr("./_", first) != nullptr;
+    return is_plain || name == "-" ? name : "./" + name;
+}
 
 std::string shown_name(const std::string& name) {
     return name == "-" ? "standard input" : name;

@@ -8,6 +8,7 @@
 #include "commands/exit_code.h"
 #include "commands/install_layout.h"
 #include "commands/options.h"
+#include "commands/output_conflict.h"
 #include "errors/input_error.h"
 #include "files/interrupt.h"
 #include "fleet/fleet.h"
@@ -18,12 +19,18 @@
 
 namespace {
 
+bool is_folder(const std::string& name) {
+    std::error_code error;
+    return std::filesystem::is_directory(name, error);
+}
+
 struct CheckOptions {
     CheckerOptions checker;
     PairingOptions pairing;
     ReportOptions report;
     std::size_t accepted_warnings = 0;
     std::size_t max_size = kLargestFile;  ///< of each file, in bytes
+    std::string output;                   ///< empty for standard output
 };
 
 /// Prints the reports as they come and, on a terminal, how far the run is.
@@ -55,8 +62,8 @@ class ReportPrinter {
         }
     }
 
-    void finish(std::size_t not_reached) {
-        stream_.finish(not_reached);
+    void finish(std::size_t not_reached, const std::vector<std::string>& notes) {
+        stream_.finish(not_reached, notes);
         progress_.clear();
     }
 
@@ -78,39 +85,66 @@ class ReportPrinter {
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
-/// What the operator named, for as long as nothing is known of what that is.
-std::vector<Pair> named_pairs(const PairingOptions& options) {
-    std::vector<Pair> pairs;
-    for (const std::string& candidate : options.candidates) {
-        pairs.push_back({candidate, options.running, {}});
-    }
-    if (!options.files_from.empty()) {
-        pairs.push_back({options.files_from, {}, {}});
-    }
-    return pairs;
-}
+using Texts = std::vector<std::string>;
 
-void require_candidates(const PairingOptions& options) {
+/// Throws InputError when a file that is read cannot be read so often, or is to be written as well.
+void require_readable(const PairingOptions& options, const std::vector<Pair>& named,
+                      const std::string& output) {
     if (options.candidates.empty() && options.files_from.empty()) {
         throw InputError(
             "no candidate: give CANDIDATE or --files-from; run vrrp-valid check --help");
     }
+    Texts files = {options.running, options.files_from};
+    for (const Pair& pair : named) {
+        files.insert(files.end(), {pair.candidate, pair.running});
+    }
+    require_one_standard_input(files);
+    require_no_input(output, files);
+}
+
+/// What the summary says of the named folders.
+Texts folder_notes(const Pairing& pairing) {
+    Texts notes;
+    if (pairing.hidden > 0) {
+        notes.push_back(pairing.hidden == 1 ? "a hidden file or folder not checked"
+                                            : std::to_string(pairing.hidden) +
+                                                  " hidden files or folders not checked");
+    }
+    if (pairing.running_alone > 0) {
+        notes.push_back(counted(pairing.running_alone, "running configuration") +
+                        " without a candidate");
+    }
+    return notes;
+}
+
+/// How many rules run, when they are not all of those that the plug-in has, as the installed models
+/// say.
+Texts rule_notes(const Checker& checker, const CheckerOptions& options) {
+    const std::string installed = default_yang_dir();
+    if ((options.yang_dir == installed && options.rule_names.empty()) || !is_folder(installed)) {
+        return {};
+    }
+    const std::size_t all = YangModel(installed).rule_names().size();
+    const std::size_t run = checker.rule_names().size();
+    return run < all ? Texts{std::to_string(run) + " of " + counted(all, "rule") + " run"}
+                     : Texts();
 }
 
 /// Checks every candidate; the worst outcome is the exit code.
 int run_check(const CheckOptions& options) {
-    require_candidates(options.pairing);
     note_interrupts();
+    const std::vector<Pair> named = named_pairs(options.pairing);
+    require_readable(options.pairing, named, options.output);
+    const Pairing pairing = pair_files(options.pairing, named);
+    const std::vector<Pair>& pairs = pairing.pairs;
+    Texts notes = folder_notes(pairing);
     ReportPrinter printer(options.report);
-    std::vector<Pair> pairs = named_pairs(options.pairing);
     std::optional<Checker> checker;
     std::size_t taken = 0;
     try {
-        std::vector<std::string> files = options.pairing.candidates;
-        files.insert(files.end(), {options.pairing.running, options.pairing.files_from});
-        require_one_standard_input(files);
-        pairs = pair_files(options.pairing);
         checker.emplace(options.checker);
+        const Texts rules = rule_notes(*checker, options.checker);
+        notes.insert(notes.end(), rules.begin(), rules.end());
         taken = check_fleet(
             {*checker, pairs, options.checker.threads, options.max_size, is_interrupted()},
             [&](const Report& report) { printer.add(report, pairs.size()); });
@@ -121,7 +155,7 @@ int run_check(const CheckOptions& options) {
         printer.give_up(pairs, error);
         taken = pairs.size();
     }
-    printer.finish(pairs.size() - taken);
+    printer.finish(pairs.size() - taken, notes);
     const Summary& summary = printer.summary();
     if (options.report.quiet && summary.not_checked > 0) {
         std::cerr << complaint(std::to_string(summary.not_checked) + " of " +
@@ -173,11 +207,6 @@ void add_pairing_options(CLI::App& command, PairingOptions& options) {
     add_candidate(command, options.candidates);
 }
 
-bool is_folder(const std::string& name) {
-    std::error_code error;
-    return std::filesystem::is_directory(name, error);
-}
-
 }  // namespace
 
 Subcommand add_check_command(CLI::App& app) {
@@ -191,7 +220,8 @@ Subcommand add_check_command(CLI::App& app) {
     add_report_options(*command, options->report, options->accepted_warnings);
     add_output(*command);
     add_colour(*command, options->report.colour);
-    return {command, [options] {
+    return {command, [options, command] {
+                options->output = output_of(*command);
                 const std::vector<std::string>& candidates = options->pairing.candidates;
                 options->report.accept_warnings = options->accepted_warnings == kAllWarnings;
                 options->report.counts_clean =

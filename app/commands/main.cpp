@@ -20,15 +20,9 @@ constexpr Subcommand (*kSubcommands[])(CLI::App&) = {
     add_encrypt_command, add_completion_command, add_complete_command,
 };
 
-/// The value of `option`, its default unless given; empty where `command` has no such option.
-std::string value_of(const CLI::App& command, const std::string& option) {
-    const CLI::Option* const found = command.get_option_no_throw(option);
-    return found == nullptr ? std::string() : found->as<std::string>();
-}
-
 /// Runs `subcommand`, whose output goes to the file `output`, and gives its exit code.
 int run_into_file(const Subcommand& subcommand, const std::string& output) {
-    require_no_input(*subcommand.parser, output);
+    require_no_input(output, inputs_of(*subcommand.parser));
     OutputFile file(output);
     const int code = subcommand.run();
     try {
@@ -42,8 +36,8 @@ int run_into_file(const Subcommand& subcommand, const std::string& output) {
 }
 
 int run_with_output(const Subcommand& subcommand) {
-    const std::string output = value_of(*subcommand.parser, "--output");
-    const bool is_file = !output.empty() && output != "-";
+    const std::string output = output_of(*subcommand.parser);
+    const bool is_file = !output.empty();
     try {
         return is_file ? run_into_file(subcommand, output) : subcommand.run();
     } catch (const OutputError& error) {

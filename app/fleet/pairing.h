@@ -21,9 +21,20 @@ struct Pair {
     std::string problem;  ///< why the two cannot be checked; empty when they can
 };
 
-/// The candidates in the order in which they are named, those of a folder by name: every .json and
-/// .xml file below it. In a running folder a candidate's partner has the same path below it, or the
-/// same but for the ending; without one there is a problem, or an empty running configuration when
-/// a missing one is allowed. `files_from` has a candidate a line, and behind a tab its running
-/// configuration where it is not to be found as the others' are. Throws InputError.
-std::vector<Pair> pair_files(const PairingOptions& options);
+struct Pairing {
+    std::vector<Pair> pairs;
+    std::size_t hidden = 0;         ///< files and folders that were left out of named folders
+    std::size_t running_alone = 0;  ///< files of the running folder that no candidate is for
+};
+
+/// The names that the operator gave, files and folders, and then those in the list, which has a
+/// candidate a line, and behind a tab its running configuration where it is not to be found as the
+/// others' are. A list that cannot be read is a pair with that problem.
+std::vector<Pair> named_pairs(const PairingOptions& options);
+
+/// The candidates in the order in which they are named, each once, those of a folder by name: every
+/// .json and .xml file below it that is not hidden. In a running folder a candidate's partner has
+/// the same path below it, or the same but for the ending; that of a file named by itself has the
+/// longest end of its path that is there. Without a partner, or where it may be another file's,
+/// there is a problem, or an empty running configuration when a missing one is allowed.
+Pairing pair_files(const PairingOptions& options, const std::vector<Pair>& named);

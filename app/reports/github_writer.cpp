@@ -65,7 +65,7 @@ class GithubWriter final : public ReportWriter {
     }
 
     void finish(const Summary& summary, std::size_t not_reached) override {
-        if (options_.counts_clean) {
+        if (options_.counts_clean || !summary.notes.empty()) {
             write_(command("notice", {}, "vrrp-valid", summary_text(summary)));
         }
         if (not_reached > 0) {

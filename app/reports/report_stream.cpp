@@ -43,8 +43,9 @@ void ReportStream::add(const Report& report) {
     }
 }
 
-void ReportStream::finish(std::size_t not_reached) {
+void ReportStream::finish(std::size_t not_reached, std::vector<std::string> notes) {
     summary_.add_unreached(not_reached);
+    summary_.notes = std::move(notes);
     if (writer_ != nullptr) {
         writer_->finish(summary_, not_reached);
     }

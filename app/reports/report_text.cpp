@@ -125,5 +125,8 @@ std::string summary_text(const Summary& summary) {
     if (summary.unknown_nodes > 0) {
         text += ", " + counted(summary.unknown_nodes, "node") + " of other modules not checked";
     }
+    for (const std::string& note : summary.notes) {
+        text += ", " + note;
+    }
     return text;
 }

@@ -68,7 +68,8 @@ class TextWriter final : public ReportWriter {
     }
 
     void finish(const Summary& summary, std::size_t /*not_reached*/) override {
-        if (!options_.quiet && (options_.counts_clean || summary.candidates > 1)) {
+        const bool has_more = summary.candidates > 1 || !summary.notes.empty();
+        if (!options_.quiet && (options_.counts_clean || has_more)) {
             write_(summary_text(summary) + "\n");
         }
     }

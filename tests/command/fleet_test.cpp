@@ -80,9 +80,6 @@ TEST(Fleet, IsReportedTheSameForAnyNumberOfJobs) {
     fleet.put(Fleet::file("candidate", 'c'), "{}");
     EXPECT_TRUE(holds(fleet.check({}).out, "device-c.json: removes 1 VRRP instance\n"));
     EXPECT_TRUE(holds(text, "\n12 candidates: 1 error, 0 warnings in ")) << text;
-    const std::string list = fleet.put("list", fleet / Fleet::file("candidate", 'a'));
-    EXPECT_TRUE(ended(run({"check", "--files-from", list, "-o", content_of(list)}), 2,
-                      {"device-a.json: is to be read, too"}));
 }
 
 TEST(Fleet, IsJoinedFromItsShards) {

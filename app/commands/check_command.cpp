@@ -199,7 +199,6 @@ Subcommand add_check_command(CLI::App& app) {
                     std::any_of(candidates.begin(), candidates.end(), is_folder);
                 // The page shows the whole change.
                 options->checker.difference |= options->report.format == "html";
-                options->checker.times_rules = options->report.format == "junit";
                 return run_check(*options);
             }};
 }

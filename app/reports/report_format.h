@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "checking/report.h"
-
 struct ReportOptions {
     std::string format = "text";   ///< one of report_formats()
     bool accept_warnings = false;  ///< a warning is no failure
@@ -17,12 +15,3 @@ struct ReportOptions {
 };
 
 std::vector<std::string> report_formats();
-
-struct TextStyle {
-    bool quiet = false;         ///< findings only
-    bool colour = false;        ///< with escape sequences
-    bool source_lines = false;  ///< with the line that a finding is in
-};
-
-/// The report for a reader.
-std::string format_text(const Report& report, const TextStyle& style);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "reports/report_text.h"
+
 namespace {
 
 struct Format {
@@ -39,7 +41,7 @@ ReportStream::ReportStream(const ReportOptions& options, const Write& write)
 void ReportStream::add(const Report& report) {
     summary_.add(report);
     if (writer_ != nullptr) {
-        writer_->add(report);
+        writer_->add(report, told_findings(report));
     }
 }
 

@@ -87,13 +87,21 @@ TEST(Text, TellsTheOperatorWhereWhyAndWhatToDo) {
         "    see: vrrp-valid explain vrrp_version_validation\n";
     const std::string result =
         "candidate.json: 1 error, 1 warning in 3 checks against an empty running configuration\n";
-    EXPECT_EQ(format_text(kBoth, {}), finding + warning + result);
+    EXPECT_EQ(formatted({kBoth}, "text"), finding + warning + result);
+    const std::string broken = "broken:3:9: error: ends too early.\n";
+    EXPECT_EQ(formatted({kBroken}, "text"), broken + "broken: could not be checked\n");
     ReportOptions options;
     options.quiet = true;
-    EXPECT_EQ(formatted({kBoth, kBroken}, options), finding + warning);
+    EXPECT_EQ(formatted({kBoth, kBroken}, options), finding + warning + broken);
     options.silent = true;
     EXPECT_EQ(formatted({kBoth, kBroken}, options), "");
-    EXPECT_EQ(format_text(kBroken, {}), "broken: could not be checked\n");
+    Report missing = kBroken;
+    missing.failure = "broken: cannot be opened";
+    missing.failure_at = {};
+    EXPECT_THAT(formatted({missing}, "text"), StartsWith("broken: error: cannot be opened\n"));
+    missing.running = missing.failure_at.file = "running";
+    missing.failure = "running: cannot be opened";
+    EXPECT_THAT(formatted({missing}, "text"), StartsWith("broken: error: running: cannot be"));
     EXPECT_THAT(formatted({kBoth, kBroken, full()}, "text"),
                 EndsWith("3 candidates: 3 errors, 4 warnings in 6 checks, 1 not checked, "
                          "7 nodes of other modules not checked\n"));
@@ -108,15 +116,17 @@ TEST(Text, ShowsTheLineAndWhatFindingsHaveInCommon) {
     report.findings[1].cause = report.findings[3].cause = "layer-3 interface x is not there";
     report.findings[2].message = "last.";
     const std::string see = "validation\ncandidate.json: \033[1;33mwarning:\033[0m ";
-    const std::string text = format_text(report, {true, true, true});
+    ReportOptions options;
+    options.colour = "always";
+    const std::string text = formatted({report}, options);
     EXPECT_GT(text.find("last."), text.find("note:"));
     EXPECT_THAT(
         text, AllOf(HasSubstr("version_validation\ncandidate.json:6:4: \033[1mnote:\033[0m "
-                              "layer-3 interface x is not there: 2 findings\n"
+                              "layer-3 interface x is not there:\n"
                               "candidate.json:6:4: \033[1;31merror:\033[0m IPv4"),
                     HasSubstr("\n    6 |   ä\"id\": 5\n      |    \033[1;31m^~~~\033[0m\n    at "),
                     HasSubstr("update_" + see), HasSubstr("version_" + see + "last.")));
-    EXPECT_THAT(format_text(report, {}), Not(HasSubstr(" | ")));
+    EXPECT_THAT(formatted({report}, "text"), Not(HasSubstr(" | ")));
 }
 
 TEST(Text, ShowsChangesBelowWhatTheyBelongTo) {
@@ -267,7 +277,7 @@ TEST(EveryFormat, HoldsWhateverTextsItIsGiven) {
             }
             const auto lines = std::count(shown.begin(), shown.end(), '\n');
             if (format == "text") {
-                EXPECT_EQ(lines, is_checked ? 11 : 1) << shown;
+                EXPECT_EQ(lines, is_checked ? 11 : 2) << shown;
             }
             if (format == "github") {
                 EXPECT_EQ(lines, 2) << shown;

@@ -11,12 +11,7 @@ class JsonWriter final : public ReportWriter {
     }
 
     void finish(const Summary& summary, std::size_t /*not_reached*/) override {
-        const Json counts = {{"candidates", summary.candidates},
-                             {"errors", summary.errors},
-                             {"warnings", summary.warnings},
-                             {"not_checked", summary.not_checked},
-                             {"unknown_nodes", summary.unknown_nodes}};
-        reports_.finish(",\n  \"summary\": " + indented(counts, "  ") + "\n}\n");
+        reports_.finish(",\n  \"summary\": " + indented(summary_to_json(summary), "  ") + "\n}\n");
     }
 
   private:

@@ -12,6 +12,9 @@ struct ReportOptions {
     bool silent = false;           ///< nothing
     bool counts_clean = false;     ///< in text and github, one without findings is only counted
     std::string colour = "auto";   ///< when to colour text; see wants_colour()
+
+    /// Whether whoever runs the command reads the report itself, the reasons in it as well.
+    bool is_for_reader() const { return !silent && (format == "text" || format == "concise"); }
 };
 
 std::vector<std::string> report_formats();

@@ -13,9 +13,9 @@ struct Format {
 };
 
 constexpr Format kFormats[] = {
-    {"text", text_writer},     {"json", json_writer},     {"junit", junit_writer},
-    {"github", github_writer}, {"gitlab", gitlab_writer}, {"sarif", sarif_writer},
-    {"html", html_writer},
+    {"text", text_writer},   {"concise", concise_writer}, {"json", json_writer},
+    {"junit", junit_writer}, {"github", github_writer},   {"gitlab", gitlab_writer},
+    {"sarif", sarif_writer}, {"html", html_writer},
 };
 
 std::unique_ptr<ReportWriter> make_writer(const ReportOptions& options, const Write& write) {

@@ -38,6 +38,9 @@ using MakeWriter = std::unique_ptr<ReportWriter>(const ReportOptions& options, c
 /// checked in a few lines for each candidate; one line for all of several.
 MakeWriter text_writer;
 
+/// A line a finding, for editors: "file:line:column: error: message [rule]".
+MakeWriter concise_writer;
+
 /// One JSON object, as docs/report.schema.json describes it.
 MakeWriter json_writer;
 

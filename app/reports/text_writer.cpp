@@ -82,8 +82,31 @@ class TextWriter final : public ReportWriter {
     const bool has_lines_ = has_colour_ || is_terminal(STDOUT_FILENO);  ///< those of findings
 };
 
+/// Editors need a line and a column: what has none is at the first.
+class ConciseWriter final : public ReportWriter {
+  public:
+    using ReportWriter::ReportWriter;
+
+    void add(const Report& /*report*/, const std::vector<Finding>& findings) override {
+        for (const Finding& finding : findings) {
+            const auto& [file, line, column] = finding.location;
+            const std::size_t least = 1;
+            write_(printable(text_of({file, std::max(line, least), std::max(column, least)}) +
+                             ": " + severity_word(finding.severity) + ": " + finding.message +
+                             " [" + finding.rule + "]") +
+                   "\n");
+        }
+    }
+
+    void finish(const Summary& /*summary*/, std::size_t /*not_reached*/) override {}
+};
+
 }  // namespace
 
 std::unique_ptr<ReportWriter> text_writer(const ReportOptions& options, const Write& write) {
     return std::make_unique<TextWriter>(options, write);
+}
+
+std::unique_ptr<ReportWriter> concise_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<ConciseWriter>(options, write);
 }

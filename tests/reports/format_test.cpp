@@ -93,6 +93,12 @@ TEST(Text, TellsTheOperatorWhereWhyAndWhatToDo) {
     ReportOptions options;
     options.quiet = true;
     EXPECT_EQ(formatted({kBoth, kBroken}, options), finding + warning + broken);
+    options.format = "concise";
+    EXPECT_EQ(formatted({kBoth, kClean, kBroken}, options),
+              finding.substr(0, finding.find('\n')) + " [vrrp_ipv4_addr_update_validation]\n" +
+                  "candidate.json:1:1: " + warning.substr(16, warning.find('\n') - 16) +
+                  " [vrrp_version_validation]\n" + "broken:3:9: error: ends too early. [not-che" +
+                  "cked]\n");
     options.silent = true;
     EXPECT_EQ(formatted({kBoth, kBroken}, options), "");
     Report missing = kBroken;
@@ -180,6 +186,11 @@ TEST(EveryFormat, SaysWhatItDoesNotHold) {
         ReportOptions options;
         options.format = format;
         const std::string text = formatted({report}, options, 3);
+        if (format == "concise") {
+            EXPECT_EQ(text, "candidate.json:1:1: error: " + std::string(rows[0].first) +
+                                " them [first]\n");
+            continue;
+        }
         for (const auto& [words, in_json] : rows) {
             EXPECT_THAT(text, HasSubstr(format == "json" ? in_json : words)) << format;
         }
@@ -290,6 +301,9 @@ TEST(EveryFormat, HoldsWhateverTextsItIsGiven) {
             const auto lines = std::count(shown.begin(), shown.end(), '\n');
             if (format == "text") {
                 EXPECT_EQ(lines, is_checked ? 11 : 2) << shown;
+            }
+            if (format == "concise") {
+                EXPECT_EQ(lines, 1) << shown;
             }
             if (format == "github") {
                 EXPECT_EQ(lines, 2) << shown;

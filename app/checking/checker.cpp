@@ -89,7 +89,6 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
     walk.max_findings = options_.max_findings;
     walk.threads = effort.threads > 0 ? effort.threads : options_.threads;
     walk.stop = effort.stop;
-    walk.times_rules = options_.times_rules;
     if (effort.shows_progress) {
         walk.on_progress = [&progress](const Report& so_far) {
             progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) +

@@ -37,14 +37,14 @@ struct CheckOptions {
 class ReportPrinter {
   public:
     explicit ReportPrinter(const ReportOptions& options)
-        : stream_(options, [this](const std::string& text) {
+        : tells_why_(!options.is_for_reader()), stream_(options, [this](const std::string& text) {
               progress_.clear();
               print(text);
           }) {}
 
     /// Prints the next of `count` reports.
     void add(const Report& report, std::size_t count) {
-        if (!report.failure.empty()) {
+        if (tells_why_ && !report.failure.empty()) {
             progress_.clear();
             std::cerr << complaint(report.failure);
         }
@@ -56,7 +56,7 @@ class ReportPrinter {
 
     /// Reports that none of `pairs` could be checked.
     void give_up(const std::vector<Pair>& pairs, const std::exception& error) {
-        std::cerr << complaint(error.what());
+        std::cerr << (tells_why_ ? complaint(error.what()) : "");
         for (const Pair& pair : pairs) {
             stream_.add(not_checked_report(pair, error));
         }
@@ -80,6 +80,7 @@ class ReportPrinter {
                std::to_string(static_cast<long>(left) + 1) + " s left";
     }
 
+    bool tells_why_;  ///< on standard error, of what could not be checked
     Progress progress_;
     ReportStream stream_;
     std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
@@ -157,7 +158,7 @@ int run_check(const CheckOptions& options) {
     }
     printer.finish(pairs.size() - taken, notes);
     const Summary& summary = printer.summary();
-    if (options.report.quiet && summary.not_checked > 0) {
+    if (options.report.is_for_reader() && summary.not_checked > 0) {
         std::cerr << complaint(std::to_string(summary.not_checked) + " of " +
                                counted(summary.candidates, "candidate") + " could not be checked");
     }
@@ -229,7 +230,6 @@ Subcommand add_check_command(CLI::App& app) {
                     std::any_of(candidates.begin(), candidates.end(), is_folder);
                 // The page shows the whole change.
                 options->checker.difference |= options->report.format == "html";
-                options->checker.times_rules = options->report.format == "junit";
                 return run_check(*options);
             }};
 }

@@ -21,6 +21,18 @@ void require_known(const std::vector<std::string>& wanted, const std::vector<std
     }
 }
 
+/// That the candidate has none of the instances that are running, which nobody does every day.
+Finding removes_all(const Report& report, bool is_edit) {
+    const std::size_t count = report.removed_instances;
+    Finding finding;
+    finding.severity = Severity::warning;
+    finding.rule = "removes-all-instances";
+    finding.message = (count == 1 ? std::string("removes the only VRRP instance")
+                                  : "removes all " + std::to_string(count) + " VRRP instances") +
+                      (is_edit ? "" : "; is this an edit? give --edit");
+    return finding;
+}
+
 /// Adds `sources`, those that are not there yet.
 void add_sources(const Sources& sources, Sources& all) {
     for (const auto& source : sources) {
@@ -96,6 +108,9 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
         };
     }
     walk_candidate(walk, {candidate, running, key_}, report);
+    if (report.instances.empty() && report.removed_instances > 0) {
+        report.findings.push_back(removes_all(report, candidate.is_edit));
+    }
     if (!report.findings.empty()) {
         add_sources(candidate.sources, report.sources);
         add_sources(running.sources, report.sources);

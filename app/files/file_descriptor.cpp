@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <system_error>
 
 namespace {
@@ -35,8 +36,7 @@ std::string read_all(int fd, std::size_t max_size) {
     for (;;) {
         const std::size_t filled = bytes.size();
         bytes.resize(filled + wanted);
-        const std::size_t count =
-            counted(uninterrupted([&] { return read(fd, bytes.data() + filled, wanted); }));
+        const std::size_t count = counted(read(fd, bytes.data() + filled, wanted));
         bytes.resize(filled + count);
         if (count == 0) {
             return bytes;
@@ -51,8 +51,7 @@ std::string read_all(int fd, std::size_t max_size) {
 
 void write_all(int fd, std::string_view bytes) {
     while (!bytes.empty()) {
-        bytes.remove_prefix(
-            counted(uninterrupted([&] { return write(fd, bytes.data(), bytes.size()); })));
+        bytes.remove_prefix(counted(write(fd, bytes.data(), bytes.size())));
     }
 }
 

@@ -9,6 +9,8 @@
 /// unless it begins with a letter, a digit, a dot, a slash or an underscore.
 std::string plain_name(const std::string& name);
 
+bool is_folder(const std::string& name);
+
 /// What messages call the file `name`.
 std::string shown_name(const std::string& name);
 

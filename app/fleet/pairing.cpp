@@ -1,6 +1,5 @@
 #include "fleet/pairing.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <set>
@@ -8,19 +7,13 @@
 #include <system_error>
 #include <unordered_set>
 
+#include "configuration/source_text.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr const char* kEndings[] = {".json", ".xml"};
-
-bool is_folder(const std::string& name) {
-    std::error_code error;
-    return fs::is_directory(name, error);
-}
 
 bool is_file(const fs::path& name) {
     std::error_code error;
@@ -33,80 +26,48 @@ bool is_file(const fs::path& name) {
 /// The file at `wanted`, or a configuration of its name with another ending; empty when there is
 /// none.
 std::string existing_file(const fs::path& wanted) {
-    if (is_file(wanted)) {
-        return wanted.string();
-    }
-    for (const char* const ending : kEndings) {
-        const fs::path other = fs::path(wanted).replace_extension(ending);
-        if (is_configuration_name(wanted) && is_file(other)) {
-            return other.string();
+    for (const char* const ending : {"", ".json", ".xml"}) {
+        fs::path file = wanted;
+        if (*ending != '\0' && is_configuration_name(wanted)) {
+            file.replace_extension(ending);
+        }
+        if (is_file(file)) {
+            return file.string();
         }
     }
     return {};
 }
 
-struct Found {
-    fs::path below;       ///< the folder that was searched
-    std::string problem;  ///< why it cannot be checked
-};
+/// What is below a folder, by name, each with why it cannot be checked or nothing.
+using Found = std::map<fs::path, std::string>;
 
 /// Adds the configurations in `folder` / `below`, and what cannot be searched there; returns how
 /// many hidden ones it left out.
-std::size_t collect(const fs::path& folder, const fs::path& below, std::vector<Found>& found) {
+std::size_t collect(const fs::path& folder, const fs::path& below, Found& found) {
     std::size_t hidden = 0;
     std::error_code error;
     fs::directory_iterator entry(folder / below, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const fs::path path = below / entry->path().filename();
         std::error_code unknown;  // as of a link to nothing
-        const bool is_configuration = is_configuration_name(path);
+        const bool is_folder = entry->is_directory(unknown);
+        const bool is_configuration = !is_folder && is_configuration_name(path);
         if (path.filename().string().front() == '.') {
-            hidden += is_configuration || entry->is_directory(unknown) ? 1 : 0;
-        } else if (!entry->is_directory(unknown)) {
-            if (is_configuration) {
-                found.push_back({path, {}});
-            } else if (unknown) {
-                found.push_back({path, "cannot be reached: " + unknown.message()});
-            }
-        } else if (entry->is_symlink(unknown)) {
-            found.push_back({path, "is a link to a folder, which is not followed; name it, too"});
-        } else {
+            hidden += is_folder || is_configuration ? 1 : 0;
+        } else if (is_configuration) {
+            found[path];
+        } else if (is_folder && entry->is_symlink(unknown)) {
+            found[path] = "is a link to a folder, which is not followed; name it, too";
+        } else if (is_folder) {
             hidden += collect(folder, path, found);
+        } else if (unknown) {
+            found[path] = "cannot be reached: " + unknown.message();
         }
     }
     if (error) {
-        found.push_back({below, "the folder cannot be read: " + error.message()});
+        found[below] = "the folder cannot be read: " + error.message();
     }
     return hidden;
-}
-
-/// Adds the candidates in the list `name`.
-void add_list(const std::string& name, std::vector<Pair>& named) {
-    const std::string list = read_named_file(name);
-    const std::string_view mark = "\xef\xbb\xbf";
-    std::istringstream lines(list.substr(list.rfind(mark, 0) == 0 ? mark.size() : 0));
-    const std::size_t before = named.size();
-    std::string line;
-    for (std::size_t number = 1; std::getline(lines, line); ++number) {
-        if (!line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
-        if (line.find_first_not_of(' ') == std::string::npos) {
-            continue;
-        }
-        const std::size_t tab = line.find('\t');
-        const std::string running = tab < line.size() ? line.substr(tab + 1) : "";
-        if (line.find('\0') < line.size() || tab == 0 || tab + 1 == line.size() ||
-            running.find('\t') < running.size()) {
-            throw InputError(
-                shown_name(name) + ":" + std::to_string(number) +
-                ": give a candidate a line and, after a tab, its running configuration");
-        }
-        named.push_back({plain_name(line.substr(0, tab)), plain_name(running), {}});
-    }
-    if (named.size() == before) {
-        throw InputError(shown_name(name) + ": names no candidate");
-    }
 }
 
 class Pairer {
@@ -114,14 +75,9 @@ class Pairer {
     explicit Pairer(const PairingOptions& options)
         : options_(options), is_running_folder_(is_folder(options.running)) {}
 
-    /// Adds what `named` is, or what it holds.
-    void add(const Pair& named) {
-        const std::string& name = named.candidate;
-        if (!named.problem.empty()) {
-            add_pair(named);
-        } else if (!named.running.empty()) {
-            add_pair(name, named.running, is_file(named.running) ? named.running : "");
-        } else if (is_folder(name)) {
+    /// Adds `name`, or what it holds.
+    void add(const std::string& name) {
+        if (is_folder(name)) {
             add_folder(name);
         } else if (is_running_folder_) {
             add_file(name);
@@ -130,16 +86,54 @@ class Pairer {
         }
     }
 
+    /// Adds the candidates in the list `name`.
+    void add_list(const std::string& name) try {
+        const std::string list = read_named_file(name);
+        std::istringstream lines(list.substr(byte_order_mark_size(list)));
+        bool is_empty = true;
+        std::string line;
+        for (std::size_t number = 1; std::getline(lines, line); ++number) {
+            if (!line.empty() && line.back() == '\r') {
+                line.pop_back();
+            }
+            if (line.find_first_not_of(' ') == std::string::npos) {
+                continue;
+            }
+            const std::size_t tab = line.find('\t');
+            const std::string running = tab < line.size() ? plain_name(line.substr(tab + 1)) : "";
+            if (line.find('\0') < line.size() || tab == 0 || tab + 1 == line.size() ||
+                running.find('\t') < running.size()) {
+                throw InputError(
+                    shown_name(name) + ":" + std::to_string(number) +
+                    ": give a candidate a line and, after a tab, its running configuration");
+            }
+            is_empty = false;
+            if (running.empty()) {
+                add(plain_name(line));
+            } else {
+                add_pair(plain_name(line.substr(0, tab)), running, is_file(running) ? running : "");
+            }
+        }
+        if (is_empty) {
+            throw InputError(shown_name(name) + ": names no candidate");
+        }
+    } catch (const InputError& error) {
+        add_pair({name, {}, error.what()});
+    }
+
     /// All that was added.
     Pairing finish() {
-        std::vector<Found> running;
+        Found running;
         if (is_running_folder_) {
             collect(options_.running, {}, running);
         }
-        result_.running_alone = static_cast<std::size_t>(
-            std::count_if(running.begin(), running.end(), [&](const Found& file) {
-                return partners_.count(normal(options_.running / file.below)) == 0;
-            }));
+        std::unordered_set<std::string> partners;
+        for (const Pair& pair : result_.pairs) {
+            partners.insert(normal(pair.running));
+        }
+        for (const auto& [below, problem] : running) {
+            result_.running_alone += partners.count(normal(options_.running / below)) == 0 ? 1 : 0;
+        }
         for (Pair& pair : result_.pairs) {
             const auto heads = heads_.find(pair.running);
             if (heads != heads_.end() && heads->second.size() > 1 && pair.problem.empty()) {
@@ -150,17 +144,19 @@ class Pairer {
     }
 
   private:
+    const std::string& shown(const std::string& name) const {
+        return name == "-" ? options_.stdin_name : name;
+    }
+
     static std::string normal(const fs::path& name) { return name.lexically_normal().string(); }
 
     /// Adds the configurations in the folder `name`, by name.
     void add_folder(const std::string& name) {
-        std::vector<Found> found;
+        Found found;
         result_.hidden += collect(name, {}, found);
         if (found.empty()) {
-            found.push_back({{}, "has no .json or .xml file"});
+            found[{}] = "has no .json or .xml file";
         }
-        std::sort(found.begin(), found.end(),
-                  [](const Found& left, const Found& right) { return left.below < right.below; });
         for (const auto& [below, problem] : found) {
             const std::string file = below.empty() ? name : (fs::path(name) / below).string();
             const fs::path wanted = options_.running / below;
@@ -176,7 +172,7 @@ class Pairer {
 
     /// Adds the file `name`, which no folder was named for, with its partner in the running folder.
     void add_file(const std::string& name) {
-        const fs::path given = fs::path(name).lexically_normal();
+        const fs::path given = fs::path(shown(name)).lexically_normal();
         const fs::path path = given.has_filename() ? given : given.parent_path();
         fs::path head = path.root_path();
         fs::path tail = path.relative_path();
@@ -234,16 +230,15 @@ class Pairer {
 
     /// Adds `pair`, unless it is there.
     void add_pair(const Pair& pair) {
-        partners_.insert(normal(pair.running));
         if (known_.insert(normal(pair.candidate) + '\0' + normal(pair.running)).second) {
             result_.pairs.push_back(pair);
+            result_.pairs.back().shown = shown(pair.candidate);
         }
     }
 
     const PairingOptions& options_;
     bool is_running_folder_;
     std::unordered_set<std::string> known_;
-    std::unordered_set<std::string> partners_;
     /// Of the partners of files that were named by themselves: what is before the same end.
     std::map<std::string, std::set<fs::path>> heads_;
     Pairing result_;
@@ -252,29 +247,16 @@ class Pairer {
 }  // namespace
 
 bool is_configuration_name(const fs::path& name) {
-    return std::find(std::begin(kEndings), std::end(kEndings), name.extension()) !=
-           std::end(kEndings);
+    return name.extension() == ".json" || name.extension() == ".xml";
 }
 
-std::vector<Pair> named_pairs(const PairingOptions& options) {
-    std::vector<Pair> named;
-    for (const std::string& candidate : options.candidates) {
-        named.push_back({candidate, {}, {}});
-    }
-    try {
-        if (!options.files_from.empty()) {
-            add_list(options.files_from, named);
-        }
-    } catch (const InputError& error) {
-        named.push_back({options.files_from, {}, error.what()});
-    }
-    return named;
-}
-
-Pairing pair_files(const PairingOptions& options, const std::vector<Pair>& named) {
+Pairing pair_files(const PairingOptions& options) {
     Pairer pairer(options);
-    for (const Pair& pair : named) {
-        pairer.add(pair);
+    for (const std::string& candidate : options.candidates) {
+        pairer.add(candidate);
+    }
+    if (!options.files_from.empty()) {
+        pairer.add_list(options.files_from);
     }
     return pairer.finish();
 }

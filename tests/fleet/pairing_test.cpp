@@ -27,7 +27,7 @@ class PairingTest : public testing::Test {
     /// "candidate running" of each pair, "candidate !running" where that is the problem.
     static std::vector<std::string> pairs(const PairingOptions& options) {
         std::vector<std::string> lines;
-        const Pairing pairing = pair_files(options, named_pairs(options));
+        const Pairing pairing = pair_files(options);
         for (const Pair& pair : pairing.pairs) {
             const std::string& about = pair.running.empty() ? pair.candidate : pair.running;
             EXPECT_EQ(pair.problem.empty() ? 0 : pair.problem.find(about + ": "), 0U);
@@ -43,7 +43,7 @@ class PairingTest : public testing::Test {
     }
 
     static std::string complaint(const PairingOptions& options) {
-        return pair_files(options, named_pairs(options)).pairs.back().problem;
+        return pair_files(options).pairs.back().problem;
     }
 
     Folder folder_;

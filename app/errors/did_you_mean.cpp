@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <numeric>
-#include <utility>
 
 namespace {
 
-/// How many letters are to be changed, added, left out or swapped with the next one.
+/// How many letters are to be changed, added or left out.
 std::size_t distance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> before_last;
     std::vector<std::size_t> last(to.size() + 1);
     std::iota(last.begin(), last.end(), 0U);
     for (std::size_t i = 1; i <= from.size(); ++i) {
@@ -16,11 +14,8 @@ std::size_t distance(std::string_view from, std::string_view to) {
         for (std::size_t j = 1; j <= to.size(); ++j) {
             const std::size_t changed = last[j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
             row[j] = std::min({changed, last[j] + 1, row[j - 1] + 1});
-            if (i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1]) {
-                row[j] = std::min(row[j], before_last[j - 2] + 1);
-            }
         }
-        before_last = std::exchange(last, row);
+        last = row;
     }
     return last.back();
 }
@@ -37,7 +32,11 @@ std::string nearest_name(std::string_view given, const std::vector<std::string>&
             best = name;
         }
     }
-    return best;
+    const auto has_part = [&](const std::string& name) {
+        return ("_" + name + "_").find("_" + std::string(given) + "_") != std::string::npos;
+    };
+    const auto whole = std::find_if(names.begin(), names.end(), has_part);
+    return best.empty() && whole != names.end() ? *whole : best;
 }
 
 std::string did_you_mean(std::string_view given, const std::vector<std::string>& names) {

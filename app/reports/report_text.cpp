@@ -137,7 +137,9 @@ std::string result_text(const Report& report) {
         return "could not be checked";
     }
     const std::string running =
-        report.running.empty() ? "an empty running configuration" : printable(report.running);
+        report.running.empty()
+            ? "an empty running configuration; the rules that compare cannot refuse"
+            : printable(report.running);
     return counts(report.count(Severity::error), report.count(Severity::warning), report.requests) +
            " against " + running;
 }

@@ -60,8 +60,7 @@ void Spool::write(const std::string& text) {
 void Spool::copy_to(const Write& write) const {
     std::string part(kInMemory, '\0');
     for (off_t at = 0; file_ && file_->is_open();) {
-        const ssize_t size =
-            uninterrupted([&] { return pread(file_->number(), part.data(), part.size(), at); });
+        const ssize_t size = pread(file_->number(), part.data(), part.size(), at);
         if (size < 0) {
             refuse("read: " + last_system_error());
         }

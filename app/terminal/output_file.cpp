@@ -23,7 +23,7 @@ mode_t usual_mode() {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& name) : shown_name_(name) {
+OutputFile::OutputFile(const std::string& name) {
     std::error_code error;
     name_ = fs::weakly_canonical(name, error);
     struct stat before {};
@@ -55,7 +55,7 @@ void OutputFile::put_in_place() {
         return;
     }
     if (fsync(STDOUT_FILENO) != 0 || rename(temporary_name_.c_str(), name_.c_str()) != 0) {
-        throw InputError(shown_name_ + ": the output cannot be written: " + last_system_error());
+        throw InputError(name_ + ": the output cannot be written: " + last_system_error());
     }
     temporary_name_.clear();
 }

@@ -86,7 +86,8 @@ TEST(Text, TellsTheOperatorWhereWhyAndWhatToDo) {
         "    at router vrrp interface a address-family ipv4 vr-id 1 version\n"
         "    see: vrrp-valid explain vrrp_version_validation\n";
     const std::string result =
-        "candidate.json: 1 error, 1 warning in 3 checks against an empty running configuration\n";
+        "candidate.json: 1 error, 1 warning in 3 checks against an empty running configuration; "
+        "the rules that compare cannot refuse\n";
     EXPECT_EQ(formatted({kBoth}, "text"), finding + warning + result);
     const std::string broken = "broken:3:9: error: ends too early.\n";
     EXPECT_EQ(formatted({kBroken}, "text"), broken + "broken: could not be checked\n");

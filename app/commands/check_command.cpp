@@ -1,6 +1,7 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
-#include <filesystem>
 #include <iostream>
 #include <thread>
 
@@ -11,6 +12,7 @@
 #include "commands/output_conflict.h"
 #include "errors/input_error.h"
 #include "files/interrupt.h"
+#include "files/named_file.h"
 #include "fleet/fleet.h"
 #include "reports/report_stream.h"
 #include "reports/report_text.h"
@@ -18,11 +20,6 @@
 #include "terminal/progress.h"
 
 namespace {
-
-bool is_folder(const std::string& name) {
-    std::error_code error;
-    return std::filesystem::is_directory(name, error);
-}
 
 struct CheckOptions {
     CheckerOptions checker;
@@ -38,7 +35,9 @@ class ReportPrinter {
   public:
     explicit ReportPrinter(const ReportOptions& options)
         : tells_why_(!options.is_for_reader()), stream_(options, [this](const std::string& text) {
-              progress_.clear();
+              if (is_terminal(STDOUT_FILENO)) {  // on which the line is in the way
+                  progress_.clear();
+              }
               print(text);
           }) {}
 
@@ -88,19 +87,17 @@ class ReportPrinter {
 
 using Texts = std::vector<std::string>;
 
-/// Throws InputError when a file that is read cannot be read so often, or is to be written as well.
-void require_readable(const PairingOptions& options, const std::vector<Pair>& named,
-                      const std::string& output) {
-    if (options.candidates.empty() && options.files_from.empty()) {
-        throw InputError(
-            "no candidate: give CANDIDATE or --files-from; run vrrp-valid check --help");
-    }
-    Texts files = {options.running, options.files_from};
-    for (const Pair& pair : named) {
-        files.insert(files.end(), {pair.candidate, pair.running});
+/// Throws InputError when a file is to be read twice and cannot be, or is to be written as well.
+void require_readable(const CheckOptions& options, const std::vector<Pair>& pairs) {
+    Texts files = {options.pairing.running, options.pairing.files_from};
+    for (const Pair& pair : pairs) {
+        files.push_back(pair.candidate);
     }
     require_one_standard_input(files);
-    require_no_input(output, files);
+    for (const Pair& pair : pairs) {
+        files.push_back(pair.running);
+    }
+    require_no_input(options.output, files);
 }
 
 /// What the summary says of the named folders.
@@ -133,11 +130,14 @@ Texts rule_notes(const Checker& checker, const CheckerOptions& options) {
 
 /// Checks every candidate; the worst outcome is the exit code.
 int run_check(const CheckOptions& options) {
+    if (options.pairing.candidates.empty() && options.pairing.files_from.empty()) {
+        throw InputError(
+            "no candidate: give CANDIDATE or --files-from; run vrrp-valid check --help");
+    }
     note_interrupts();
-    const std::vector<Pair> named = named_pairs(options.pairing);
-    require_readable(options.pairing, named, options.output);
-    const Pairing pairing = pair_files(options.pairing, named);
+    const Pairing pairing = pair_files(options.pairing);
     const std::vector<Pair>& pairs = pairing.pairs;
+    require_readable(options, pairs);
     Texts notes = folder_notes(pairing);
     ReportPrinter printer(options.report);
     std::optional<Checker> checker;
@@ -173,30 +173,6 @@ int run_check(const CheckOptions& options) {
     return exit_code(summary, options.accepted_warnings);
 }
 
-void add_rule_options(CLI::App& command, CheckerOptions& options) {
-    options.plugin_file = default_plugin_file();
-    add_file(command, "--plugin", options.plugin_file, "The plug-in with the rules");
-    add_yang_dir(command, options.yang_dir);
-    add_file(command, "--key-file", options.key_file, "The key of encrypted passwords");
-    command
-        .add_option("--rule", options.rule_names, "Run only this rule; can be given more than once")
-        ->type_name("RULE")
-        ->allow_extra_args(false);
-    command
-        .add_option("--max-findings", options.max_findings,
-                    "Print at most this many findings of each rule, and count the rest")
-        ->check(whole_number(0))
-        ->type_name("NUMBER")
-        ->capture_default_str();
-    command.add_flag("--diff", options.difference, "First print what the candidate changes");
-    options.threads = std::max(1U, std::thread::hardware_concurrency());
-    command
-        .add_option("-j,--jobs", options.threads,
-                    "Number of threads; as many as there are cores unless given")
-        ->check(whole_number(1))
-        ->type_name("NUMBER");
-}
-
 void add_pairing_options(CLI::App& command, PairingOptions& options) {
     add_file(command, "--running", options.running,
              "The running configuration, or a folder of them; without it, an empty one");
@@ -205,7 +181,33 @@ void add_pairing_options(CLI::App& command, PairingOptions& options) {
              "each");
     command.add_flag("--allow-missing-running", options.allow_missing_running,
                      "Check a candidate that has no running configuration against an empty one");
+    add_file(command, "--stdin-filename", options.stdin_name, "What reports call standard input")
+        ->type_name("NAME");
     add_candidate(command, options.candidates);
+}
+
+void add_rule_options(CLI::App& command, CheckerOptions& options) {
+    options.plugin_file = default_plugin_file();
+    command
+        .add_option("--rule", options.rule_names, "Run only this rule; can be given more than once")
+        ->type_name("RULE")
+        ->allow_extra_args(false);
+    add_file(command, "--key-file", options.key_file, "The key of encrypted passwords");
+    add_yang_dir(command, options.yang_dir);
+    add_file(command, "--plugin", options.plugin_file, "The plug-in with the rules");
+}
+
+void add_limits(CLI::App& command, CheckerOptions& options) {
+    command
+        .add_option("--max-findings", options.max_findings,
+                    "Print at most this many findings of each rule, and count the rest")
+        ->check(whole_number(0))
+        ->type_name("NUMBER")
+        ->capture_default_str();
+    options.threads = std::max(1U, std::thread::hardware_concurrency());
+    command.add_option("-j,--jobs", options.threads, "Number of threads; default: all cores")
+        ->check(whole_number(1))
+        ->type_name("NUMBER");
 }
 
 }  // namespace
@@ -214,13 +216,19 @@ Subcommand add_check_command(CLI::App& app) {
     const auto options = std::make_shared<CheckOptions>();
     CLI::App* const command = add_subcommand(app, "check", "Check configurations",
                                              "--running running.json candidate.json");
+    command->option_defaults()->group("What to check");
     add_pairing_options(*command, options->pairing);
-    add_reading_options(*command, options->checker.is_edit, options->checker.ignore_unknown,
-                        options->max_size);
+    add_reading_options(*command, options->checker.is_edit, options->checker.ignore_unknown);
     add_rule_options(*command, options->checker);
+    command->option_defaults()->group("How to report");
     add_report_options(*command, options->report, options->accepted_warnings);
+    command->add_flag("--diff", options->checker.difference,
+                      "First print what the candidate changes");
     add_output(*command);
     add_colour(*command, options->report.colour);
+    command->option_defaults()->group("Limits");
+    add_limits(*command, options->checker);
+    add_max_size(*command, options->max_size);
     return {command, [options, command] {
                 options->output = output_of(*command);
                 const std::vector<std::string>& candidates = options->pairing.candidates;

@@ -6,7 +6,7 @@
 #include <cctype>
 #include <filesystem>
 #include <iostream>
-#include <set>
+#include <string_view>
 
 #include "commands/command_line.h"
 #include "errors/did_you_mean.h"
@@ -22,17 +22,9 @@ const std::string kVariable = "VRRP_VALID_";
 
 /// A file that lies in a folder by chance, or by somebody's intent, must not run code, read what is
 /// no configuration, write files, leave out rules or data, or hide findings. It sets what is safe.
-const std::set<std::string> kInFile = {"accept-warnings",
-                                       "allow-missing-running",
-                                       "color",
-                                       "diff",
-                                       "edit",
-                                       "format",
-                                       "jobs",
-                                       "max-findings",
-                                       "max-size",
-                                       "quiet",
-                                       "running"};
+constexpr std::string_view kInFile =
+    " accept-warnings allow-missing-running color diff edit format jobs max-findings max-size "
+    "quiet running ";
 
 /// `text` with `from` as `to`, and each letter as `letter` makes it.
 std::string respelled(std::string text, char from, char to, int (*letter)(int)) {
@@ -55,7 +47,7 @@ void require_option(const std::vector<CLI::App*>& subcommands, const CLI::Config
     if (std::count(names.begin(), names.end(), item.name) == 0) {
         throw InputError("there is no such option" + did_you_mean(item.name, names));
     }
-    if (is_in_file && kInFile.count(item.name) == 0) {
+    if (is_in_file && kInFile.find(" " + item.name + " ") == std::string_view::npos) {
         throw InputError("cannot be set in a file; give --" + item.name + ", or set " + kVariable +
                          respelled(item.name, '-', '_', std::toupper));
     }
@@ -119,10 +111,6 @@ std::vector<CLI::ConfigItem> read_file(const fs::path& file) {
         throw InputError(file.string() + ": not a regular file");
     }
     std::vector<CLI::ConfigItem> items = CLI::ConfigTOML().from_file(file.string());
-    const auto is_mark = [](const CLI::ConfigItem& item) {  // of a section's beginning or end
-        return item.name == "++" || item.name == "--";
-    };
-    items.erase(std::remove_if(items.begin(), items.end(), is_mark), items.end());
     std::stable_sort(items.begin(), items.end(), [](const auto& left, const auto& right) {
         return left.parents.size() < right.parents.size();
     });
@@ -135,8 +123,9 @@ void set_defaults(CLI::App& app, CLI::App& subcommand) {
     const fs::path file = find_file();
     bool is_used = false;
     for (const CLI::ConfigItem& item : read_file(file)) {
-        is_used |=
-            apply(app, subcommand, item, file.string() + ": \"" + item.fullname() + "\"", file);
+        const bool is_mark = item.name == "++" || item.name == "--";  // of a section's ends
+        is_used |= !is_mark && apply(app, subcommand, item,
+                                     file.string() + ": \"" + item.fullname() + "\"", file);
     }
     if (is_used) {
         std::cerr << complaint("options are set in " + file.string());

@@ -59,7 +59,8 @@ Subcommand add_diff_command(CLI::App& app) {
         ->check(CLI::IsMember({"text", "json"}))
         ->capture_default_str()
         ->configurable(false);  // a default for findings is none for changes
-    add_reading_options(*command, options->is_edit, options->ignore_unknown, options->max_size);
+    add_reading_options(*command, options->is_edit, options->ignore_unknown);
+    add_max_size(*command, options->max_size);
     add_yang_dir(*command, options->yang_dir);
     add_output(*command);
     add_colour(*command, options->colour);

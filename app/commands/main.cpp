@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <csignal>
 #include <iostream>
+#include <optional>
 
 #include "commands/command_line.h"
 #include "commands/commands.h"
@@ -20,28 +21,22 @@ constexpr Subcommand (*kSubcommands[])(CLI::App&) = {
     add_encrypt_command, add_completion_command, add_complete_command,
 };
 
-/// Runs `subcommand`, whose output goes to the file `output`, and gives its exit code.
-int run_into_file(const Subcommand& subcommand, const std::string& output) {
-    require_no_input(output, inputs_of(*subcommand.parser));
-    OutputFile file(output);
-    const int code = subcommand.run();
-    try {
-        file.put_in_place();
-    } catch (const InputError& error) {
-        throw InputError(error.what() +
-                         std::string("; without that the exit code would have been ") +
-                         std::to_string(code));
-    }
-    return code;
-}
-
+/// Runs `subcommand`, its output in the file that it is given for that, and gives its exit code.
 int run_with_output(const Subcommand& subcommand) {
     const std::string output = output_of(*subcommand.parser);
-    const bool is_file = !output.empty();
+    std::optional<OutputFile> file;
     try {
-        return is_file ? run_into_file(subcommand, output) : subcommand.run();
+        if (!output.empty()) {
+            require_no_input(output, inputs_of(*subcommand.parser));
+            file.emplace(output);
+        }
+        const int code = subcommand.run();
+        if (file) {
+            file->put_in_place();
+        }
+        return code;
     } catch (const OutputError& error) {
-        throw InputError((is_file ? output : "standard output") +
+        throw InputError((file ? output : "standard output") +
                          " cannot be written: " + error.code().message());
     }
 }
@@ -49,7 +44,7 @@ int run_with_output(const Subcommand& subcommand) {
 int run(int argc, char** argv) {
     CLI::App app("Checks VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
-    app.set_version_flag("--version", "vrrp-valid " VRRP_VALID_VERSION);
+    app.set_version_flag("-V,--version", "vrrp-valid " VRRP_VALID_VERSION);
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not be checked, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");

@@ -66,17 +66,20 @@ void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& 
     command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
 }
 
-void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown,
-                         std::size_t& max_size) {
-    command.add_option("--max-size", max_size, "Refuse larger files; with a unit, as in 100MB")
-        ->transform(CLI::AsSizeValue(false))
-        ->type_name("SIZE")
-        ->capture_default_str();
+void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown) {
     command.add_flag(
         "--edit", is_edit,
         "Candidates are edits of the running configuration: an edit-config, or JSON to merge");
     command.add_flag("--ignore-unknown", ignore_unknown,
                      "Skip nodes that the YANG modules do not define, and list them");
+}
+
+void add_max_size(CLI::App& command, std::size_t& max_size) {
+    command
+        .add_option("--max-size", max_size,
+                    "Refuse larger files; with a unit, as in 100MB; default: 1 GiB")
+        ->transform(CLI::AsSizeValue(false).description(""))
+        ->type_name("SIZE");
 }
 
 void add_output(CLI::App& command) {

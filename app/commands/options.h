@@ -41,9 +41,11 @@ CLI::Option* add_candidate(CLI::App& command, Names& names) {
 /// How a subcommand prints reports, and how many warnings are no failure.
 void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& accepted_warnings);
 
-/// How configurations are read: `--edit`, `--ignore-unknown` and `--max-size`.
-void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown,
-                         std::size_t& max_size);
+/// `--edit` and `--ignore-unknown`.
+void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown);
+
+/// `--max-size`, of every configuration that the subcommand reads.
+void add_max_size(CLI::App& command, std::size_t& max_size);
 
 /// `--output`, whose value whoever runs the subcommand reads from the parser.
 void add_output(CLI::App& command);

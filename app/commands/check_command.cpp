@@ -1,7 +1,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <chrono>
 #include <iostream>
 #include <thread>
 
@@ -70,19 +69,13 @@ class ReportPrinter {
 
   private:
     std::string state(std::size_t count) const {
-        using Seconds = std::chrono::duration<double>;
-        const double taken = Seconds(std::chrono::steady_clock::now() - start_).count();
-        const double left = taken / static_cast<double>(summary().candidates) *
-                            static_cast<double>(count - summary().candidates);
         return std::to_string(summary().candidates) + " of " + counted(count, "candidate") + ", " +
-               counted(summary().errors + summary().warnings, "finding") + ", " +
-               std::to_string(static_cast<long>(left) + 1) + " s left";
+               counted(summary().errors + summary().warnings, "finding");
     }
 
     bool tells_why_;  ///< on standard error, of what could not be checked
     Progress progress_;
     ReportStream stream_;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 
 using Texts = std::vector<std::string>;
@@ -104,9 +97,7 @@ void require_readable(const CheckOptions& options, const std::vector<Pair>& pair
 Texts folder_notes(const Pairing& pairing) {
     Texts notes;
     if (pairing.hidden > 0) {
-        notes.push_back(pairing.hidden == 1 ? "a hidden file or folder not checked"
-                                            : std::to_string(pairing.hidden) +
-                                                  " hidden files or folders not checked");
+        notes.push_back(counted(pairing.hidden, "hidden name") + " not checked");
     }
     if (pairing.running_alone > 0) {
         notes.push_back(counted(pairing.running_alone, "running configuration") +
@@ -115,17 +106,18 @@ Texts folder_notes(const Pairing& pairing) {
     return notes;
 }
 
-/// How many rules run, when they are not all of those that the plug-in has, as the installed models
-/// say.
-Texts rule_notes(const Checker& checker, const CheckerOptions& options) {
+/// Adds how many rules run, when they are not all of those that the plug-in has, as the installed
+/// models say.
+void add_rule_note(const Checker& checker, const CheckerOptions& options, Texts& notes) {
     const std::string installed = default_yang_dir();
     if ((options.yang_dir == installed && options.rule_names.empty()) || !is_folder(installed)) {
-        return {};
+        return;
     }
     const std::size_t all = YangModel(installed).rule_names().size();
     const std::size_t run = checker.rule_names().size();
-    return run < all ? Texts{std::to_string(run) + " of " + counted(all, "rule") + " run"}
-                     : Texts();
+    if (run < all) {
+        notes.push_back(std::to_string(run) + " of " + counted(all, "rule") + " run");
+    }
 }
 
 /// Checks every candidate; the worst outcome is the exit code.
@@ -144,8 +136,7 @@ int run_check(const CheckOptions& options) {
     std::size_t taken = 0;
     try {
         checker.emplace(options.checker);
-        const Texts rules = rule_notes(*checker, options.checker);
-        notes.insert(notes.end(), rules.begin(), rules.end());
+        add_rule_note(*checker, options.checker, notes);
         taken = check_fleet(
             {*checker, pairs, options.checker.threads, options.max_size, is_interrupted()},
             [&](const Report& report) { printer.add(report, pairs.size()); });
@@ -166,16 +157,13 @@ int run_check(const CheckOptions& options) {
         checker->unload_plugin();
     }
     if (taken < pairs.size()) {
-        std::cerr << complaint("interrupted: " + std::to_string(pairs.size() - taken) + " of " +
-                               counted(pairs.size(), "candidate") + " not checked");
+        std::cerr << complaint(not_reached_text(pairs.size() - taken));
         return kInterrupted;
     }
     return exit_code(summary, options.accepted_warnings);
 }
 
 void add_pairing_options(CLI::App& command, PairingOptions& options) {
-    add_file(command, "--running", options.running,
-             "The running configuration, or a folder of them; without it, an empty one");
     add_file(command, "--files-from", options.files_from,
              "A list of candidates, one on each line; after a tab, the running configuration of "
              "each");
@@ -217,15 +205,16 @@ Subcommand add_check_command(CLI::App& app) {
     CLI::App* const command = add_subcommand(app, "check", "Check configurations",
                                              "--running running.json candidate.json");
     command->option_defaults()->group("What to check");
-    add_pairing_options(*command, options->pairing);
+    add_file(*command, "--running", options->pairing.running,
+             "The running configuration, or a folder of them; without it, an empty one");
     add_reading_options(*command, options->checker.is_edit, options->checker.ignore_unknown);
+    add_pairing_options(*command, options->pairing);
     add_rule_options(*command, options->checker);
     command->option_defaults()->group("How to report");
     add_report_options(*command, options->report, options->accepted_warnings);
     command->add_flag("--diff", options->checker.difference,
                       "First print what the candidate changes");
     add_output(*command);
-    add_colour(*command, options->report.colour);
     command->option_defaults()->group("Limits");
     add_limits(*command, options->checker);
     add_max_size(*command, options->max_size);

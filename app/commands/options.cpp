@@ -64,6 +64,7 @@ void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& 
         ->transform(CLI::Validator(to_number_of_warnings, ""));
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
     command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
+    add_colour(command, options.colour);
 }
 
 void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown) {

@@ -17,9 +17,8 @@ std::vector<std::string> inputs_of(const CLI::App& command) {
     std::vector<std::string> inputs;
     for (const CLI::Option* const option : command.get_options()) {
         if (option->get_type_name().rfind("FILE", 0) == 0 && option->get_name() != "--output") {
-            const std::vector<std::string> names = option->results();
+            const auto names = option->as<std::vector<std::string>>();  // their defaults, too
             inputs.insert(inputs.end(), names.begin(), names.end());
-            inputs.push_back(option->get_default_str());
         }
     }
     return inputs;

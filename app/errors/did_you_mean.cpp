@@ -24,6 +24,7 @@ std::size_t distance(std::string_view from, std::string_view to) {
 
 std::string nearest_name(std::string_view given, const std::vector<std::string>& names) {
     std::string best;
+    std::string whole;  // the shortest that has it as a part
     std::size_t least = given.size() / 3 + 2;
     for (const std::string& name : names) {
         const std::size_t changes = distance(given, name);
@@ -31,12 +32,12 @@ std::string nearest_name(std::string_view given, const std::vector<std::string>&
             least = changes;
             best = name;
         }
+        if (("_" + name + "_").find("_" + std::string(given) + "_") != std::string::npos &&
+            (whole.empty() || name.size() < whole.size())) {
+            whole = name;
+        }
     }
-    const auto has_part = [&](const std::string& name) {
-        return ("_" + name + "_").find("_" + std::string(given) + "_") != std::string::npos;
-    };
-    const auto whole = std::find_if(names.begin(), names.end(), has_part);
-    return best.empty() && whole != names.end() ? *whole : best;
+    return best.empty() ? whole : best;
 }
 
 std::string did_you_mean(std::string_view given, const std::vector<std::string>& names) {

@@ -26,16 +26,11 @@ bool is_file(const fs::path& name) {
 /// The file at `wanted`, or a configuration of its name with another ending; empty when there is
 /// none.
 std::string existing_file(const fs::path& wanted) {
-    for (const char* const ending : {"", ".json", ".xml"}) {
-        fs::path file = wanted;
-        if (*ending != '\0' && is_configuration_name(wanted)) {
-            file.replace_extension(ending);
-        }
-        if (is_file(file)) {
-            return file.string();
-        }
+    fs::path file = wanted;
+    if (!is_file(file) && is_configuration_name(file)) {
+        file.replace_extension(file.extension() == ".json" ? ".xml" : ".json");
     }
-    return {};
+    return is_file(file) ? file.string() : std::string();
 }
 
 /// What is below a folder, by name, each with why it cannot be checked or nothing.
@@ -135,8 +130,8 @@ class Pairer {
             result_.running_alone += partners.count(normal(options_.running / below)) == 0 ? 1 : 0;
         }
         for (Pair& pair : result_.pairs) {
-            const auto heads = heads_.find(pair.running);
-            if (heads != heads_.end() && heads->second.size() > 1 && pair.problem.empty()) {
+            const bool has_partner = pair.problem.empty() && !pair.running.empty();
+            if (has_partner && heads_[pair.running].size() > 1) {
                 pair.problem = unclear(pair.candidate, pair.running, "another candidate");
             }
         }
@@ -189,9 +184,7 @@ class Pairer {
         if (!other.empty()) {
             return add_pair({name, partner, unclear(name, partner, other)});
         }
-        if (!partner.empty()) {
-            heads_[partner].insert(head);
-        }
+        heads_[partner].insert(head);
         add_pair(name, (options_.running / tail).string(), partner);
     }
 
@@ -202,7 +195,7 @@ class Pairer {
         fs::path above = head.root_path();
         for (const fs::path& step : head.relative_path()) {
             std::error_code error;
-            const std::string file = existing_file(above / tail);
+            std::string file = existing_file(above / tail);
             if (!file.empty() && !fs::equivalent(file, partner, error)) {
                 return file;
             }

@@ -20,8 +20,8 @@ constexpr std::size_t kLongestLine = 64;
 /// Asks on the terminal, which does not show the answer and echoes again whatever signal comes, or
 /// reads the first line of standard input and not a byte more: what follows is not ours.
 void read_answer(const char* question, bool from_terminal, Secret& answer) {
-    answer.text.assign(kLongestLine + 1,
-                       '\n');  // no part of an answer: its end is before the first
+    // No part of an answer, whose end is before the first of them.
+    answer.text.assign(kLongestLine + 1, '\n');
     const int source = from_terminal ? RPP_REQUIRE_TTY : RPP_STDIN;
     while (readpassphrase(question, answer.text.data(), kLongestLine, source) == nullptr) {
         if (errno != EINTR) {  // by a signal that is ignored

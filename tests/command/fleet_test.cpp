@@ -118,13 +118,12 @@ TEST(Fleet, ShowsHowFarItIsOnATerminalOnly) {
         });
         feed(fifth, 1);
         if (is_shown) {
-            terminal.answer("\r\033[K5 of 12 candidates, 1 finding, ", "");
-            terminal.answer(" s left", "");
+            terminal.answer("\r\033[K5 of 12 candidates, 1 finding", "");
         }
         feed(ninth, 0);
         const Outcome outcome = terminal.finish();
         EXPECT_EQ(outcome.status, 1);
-        EXPECT_EQ(holds(outcome.out, " s left\r\033[K"), is_shown);
+        EXPECT_EQ(holds(outcome.out, " finding\r\033[K"), is_shown);
         EXPECT_EQ(holds(outcome.out, "12 candidates: "), where == "terminal") << outcome.out;
         EXPECT_FALSE(holds(outcome.out, "\033[K\r\033[K")) << "it blinks: " << outcome.out;
         EXPECT_EQ(content_of(err), "");
@@ -147,7 +146,7 @@ TEST(Fleet, EndsWithWhatIsDoneWhenInterrupted) {
         terminal.answer(has_file ? "" : "error:", "");
         kill(terminal.process(), signal);
         const Outcome outcome = terminal.finish();
-        EXPECT_TRUE(ended(outcome, -signal, {"interrupted: 8 of 12 candidates not checked"}));
+        EXPECT_TRUE(ended(outcome, -signal, {"interrupted: 8 candidates were not checked"}));
         EXPECT_TRUE(
             holds(has_file ? content_of(file) : outcome.out, "12 candidates: 1 error, 0 warnings"));
         close(end);

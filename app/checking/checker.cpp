@@ -21,13 +21,16 @@ void require_known(const std::vector<std::string>& wanted, const std::vector<std
     }
 }
 
-void collect_rules(const YangModel& model, const local_platform::SchemaNode& node,
-                   std::vector<Rule>& rules) {
-    const auto& own = model.rules(node);
-    rules.insert(rules.end(), own.begin(), own.end());
-    for (const auto& child : node.children) {
-        collect_rules(model, child, rules);
-    }
+/// That the candidate has none of the instances that are running, which nobody does every day.
+Finding removes_all(const Report& report, bool is_edit) {
+    const std::size_t count = report.removed_instances;
+    Finding finding;
+    finding.severity = Severity::warning;
+    finding.rule = "removes-all-instances";
+    finding.message = (count == 1 ? std::string("removes the only VRRP instance")
+                                  : "removes all " + std::to_string(count) + " VRRP instances") +
+                      (is_edit ? "" : "; is this an edit? give --edit");
+    return finding;
 }
 
 /// Adds `sources`, those that are not there yet.
@@ -43,7 +46,8 @@ void add_sources(const Sources& sources, Sources& all) {
 
 std::shared_ptr<const std::vector<Rule>> rules_of(const YangModel& model) {
     std::vector<Rule> rules;
-    collect_rules(model, *model.schema(), rules);
+    model.for_each_rule(
+        [&](const std::string& /*path*/, const Rule& rule) { rules.push_back(rule); });
     return std::make_shared<const std::vector<Rule>>(std::move(rules));
 }
 
@@ -97,7 +101,6 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
     walk.max_findings = options_.max_findings;
     walk.threads = effort.threads > 0 ? effort.threads : options_.threads;
     walk.stop = effort.stop;
-    walk.times_rules = options_.times_rules;
     if (effort.shows_progress) {
         walk.on_progress = [&progress](const Report& so_far) {
             progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) +
@@ -105,6 +108,9 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
         };
     }
     walk_candidate(walk, {candidate, running, key_}, report);
+    if (report.instances.empty() && report.removed_instances > 0) {
+        report.findings.push_back(removes_all(report, candidate.is_edit));
+    }
     if (!report.findings.empty()) {
         add_sources(candidate.sources, report.sources);
         add_sources(running.sources, report.sources);

@@ -19,7 +19,6 @@ struct CheckerOptions {
     std::size_t threads = 1;              ///< that make the requests of one candidate, at most
     bool is_edit = false;                 ///< candidates are edits even when they do not say so
     bool ignore_unknown = false;          ///< leave out nodes that the model's modules do not have
-    bool times_rules = false;             ///< whether reports tell how long each rule took
 };
 
 /// What the model says of its rules, in its order.

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -65,8 +64,7 @@ struct Report {
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
     /// That findings are in; none without findings.
     std::vector<std::shared_ptr<const SourceText>> sources;
-    double seconds = 0;                          ///< how long the check took
-    std::map<std::string, double> rule_seconds;  ///< the same of each rule, when it was measured
+    double seconds = 0;  ///< how long the check took
 
     /// All findings of `severity`, omitted ones as well.
     std::size_t count(Severity severity) const {

@@ -1,7 +1,6 @@
 #include "checking/rule_walk.h"
 
 #include <algorithm>
-#include <chrono>
 #include <map>
 #include <memory>
 #include <unordered_set>
@@ -31,7 +30,6 @@ struct Request {
 struct BlockResult {
     std::size_t requests = 0;
     std::vector<Finding> findings;
-    std::map<std::string, double> rule_seconds;
 };
 
 /// How many findings of each rule the report holds; the threads need describe no more.
@@ -107,15 +105,7 @@ class Worker {
     BlockResult make_block(const Request* first, const Request* end) {
         BlockResult result;
         for (const Request* request = first; request != end; ++request) {
-            if (walk_.times_rules) {
-                using Clock = std::chrono::steady_clock;
-                const auto start = Clock::now();
-                make(*request, result.findings);
-                result.rule_seconds[request->rule->name] +=
-                    std::chrono::duration<double>(Clock::now() - start).count();
-            } else {
-                make(*request, result.findings);
-            }
+            make(*request, result.findings);
             ++result.requests;
         }
         return result;
@@ -235,9 +225,6 @@ void add_block(const RuleWalk& walk, BlockResult block, Kept& kept, Report& repo
         }
         Omitted& omitted = report.omitted_of(finding.rule);
         ++(finding.severity == Severity::error ? omitted.errors : omitted.warnings);
-    }
-    for (const auto& [rule, seconds] : block.rule_seconds) {
-        report.rule_seconds[rule] += seconds;
     }
     report.requests += block.requests;
     if (walk.on_progress) {

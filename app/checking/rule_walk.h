@@ -26,7 +26,6 @@ struct RuleWalk {
     std::size_t max_findings = 100;                       ///< that the report holds of each rule
     std::size_t threads = 1;                  ///< at most; each has an instance of its own
     const std::atomic<bool>* stop = nullptr;  ///< once true, the walk ends; may be null
-    bool times_rules = false;                 ///< whether the report tells how long each took
 };
 
 /// A walk that was told to stop.

@@ -1,10 +1,13 @@
 #include "commands/command_line.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "commands/defaults.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
+#include "files/named_file.h"
+#include "terminal/output.h"
 
 namespace {
 
@@ -23,8 +26,12 @@ std::string unexpected(const CLI::App& subcommand, const std::vector<std::string
     const std::string name =
         option == left.end() ? std::string() : option->substr(0, option->find('='));
     if (name.empty() || std::count(names.begin(), names.end(), name) > 0) {
+        const CLI::Option* const running = subcommand.get_option_no_throw("--running");
+        const bool has_two = running != nullptr && running->empty();
         return subcommand.get_name() + ": unexpected argument \"" + left.front() + "\"" +
-               (name.empty() ? "" : "; give -- before the first name");
+               (!name.empty() ? "; give -- before the first name"
+                : has_two     ? "; give --running before the running configuration"
+                              : "");
     }
     return subcommand.get_name() + " has no option " + name + did_you_mean(name, names);
 }
@@ -39,18 +46,30 @@ CLI::App* find_subcommand(CLI::App& app, const std::string& name) {
         }
         names.push_back(subcommand->get_name());
     }
-    throw InputError("there is no command \"" + name + "\"" + did_you_mean(name, names) +
-                     "; run vrrp-valid --help");
+    std::error_code error;
+    const bool is_file = std::filesystem::exists(name, error);
+    throw InputError("there is no command \"" + name + "\"" +
+                     (is_file ? "; to check that file, run vrrp-valid check " + plain_name(name)
+                              : did_you_mean(name, names) + "; run vrrp-valid --help"));
 }
 
 void parse_command_line(CLI::App& app, int argc, const char* const* argv) {
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    if (!arguments.empty() && arguments.front() == "help") {
+        arguments.erase(arguments.begin());
+        arguments.emplace_back("--help");
+    }
     CLI::App* subcommand = nullptr;
-    if (argc > 1 && !is_option(argv[1])) {
-        subcommand = find_subcommand(app, argv[1]);
+    if (!arguments.empty() && !is_option(arguments.front())) {
+        subcommand = find_subcommand(app, arguments.front());
         set_defaults(app, *subcommand);
     }
+    if (arguments.empty()) {
+        print(app.help());
+    }
+    std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
     try {
-        app.parse(argc, argv);
+        app.parse(std::move(arguments));
     } catch (const CLI::Success&) {
         throw;
     } catch (const CLI::ParseError& error) {

@@ -21,4 +21,3 @@ Subcommand add_keygen_command(CLI::App& app);
 Subcommand add_encrypt_command(CLI::App& app);
 Subcommand add_completion_command(CLI::App& app);
 Subcommand add_complete_command(CLI::App& app);
-Subcommand add_help_command(CLI::App& app);

@@ -6,7 +6,7 @@
 #include <cctype>
 #include <filesystem>
 #include <iostream>
-#include <set>
+#include <string_view>
 
 #include "commands/command_line.h"
 #include "errors/did_you_mean.h"
@@ -22,42 +22,20 @@ const std::string kVariable = "VRRP_VALID_";
 
 /// A file that lies in a folder by chance, or by somebody's intent, must not run code, read what is
 /// no configuration, write files, leave out rules or data, or hide findings. It sets what is safe.
-const std::set<std::string> kInFile = {"accept-warnings",
-                                       "allow-missing-running",
-                                       "color",
-                                       "diff",
-                                       "edit",
-                                       "format",
-                                       "jobs",
-                                       "max-findings",
-                                       "max-size",
-                                       "quiet",
-                                       "running"};
+constexpr std::string_view kInFile =
+    " accept-warnings allow-missing-running color diff edit format jobs max-findings max-size "
+    "quiet running ";
 
-/// Whether `item` is the parser's mark for an end of a section.
-bool is_mark(const CLI::ConfigItem& item) {
-    return item.name == "++" || item.name == "--";
-}
-
-std::string variable_of(std::string option) {
-    std::transform(option.begin(), option.end(), option.begin(),
-                   [](unsigned char c) { return c == '-' ? '_' : std::toupper(c); });
-    return kVariable + option;
-}
-
-/// What messages call `item` of `file`, or the variable when that is empty.
-std::string source_of(const CLI::ConfigItem& item, const fs::path& file) {
-    if (file.empty()) {
-        return variable_of(item.name);
-    }
-    const std::string section = CLI::detail::join(item.parents, ".");
-    return file.string() + ": " +
-           (is_mark(item) ? "[" + section + "]" : "\"" + item.fullname() + "\"");
+/// `text` with `from` as `to`, and each letter as `letter` makes it.
+std::string respelled(std::string text, char from, char to, int (*letter)(int)) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [&](unsigned char c) { return static_cast<char>(c == from ? to : letter(c)); });
+    return text;
 }
 
 /// Throws InputError unless one of `subcommands` has the option `item`, and it may be set there.
 void require_option(const std::vector<CLI::App*>& subcommands, const CLI::ConfigItem& item,
-                    const fs::path& file) {
+                    bool is_in_file) {
     std::vector<std::string> names;
     for (const CLI::App* const subcommand : subcommands) {
         for (const CLI::Option* const option : subcommand->get_options()) {
@@ -69,28 +47,27 @@ void require_option(const std::vector<CLI::App*>& subcommands, const CLI::Config
     if (std::count(names.begin(), names.end(), item.name) == 0) {
         throw InputError("there is no such option" + did_you_mean(item.name, names));
     }
-    if (!file.empty() && kInFile.count(item.name) == 0) {
-        throw InputError("cannot be set in a file; give --" + item.name + ", or set " +
-                         variable_of(item.name));
+    if (is_in_file && kInFile.find(" " + item.name + " ") == std::string_view::npos) {
+        throw InputError("cannot be set in a file; give --" + item.name + ", or set " + kVariable +
+                         respelled(item.name, '-', '_', std::toupper));
     }
     if (item.inputs.size() != 1) {
         throw InputError("needs exactly one value");
     }
 }
 
-/// Gives `subcommand` the default `item` of `file`, or of a variable when that is empty; returns
-/// false when it is for others.
-bool apply(CLI::App& app, CLI::App& subcommand, const CLI::ConfigItem& item, const fs::path& file) {
+/// Gives `subcommand` the default `item` of `source`, as messages call it, in `file`, empty for
+/// none; returns false when it is for others.
+bool apply(CLI::App& app, CLI::App& subcommand, const CLI::ConfigItem& item,
+           const std::string& source, const fs::path& file) {
     try {
-        const bool is_for_all = item.parents.empty();
-        CLI::App* const section =
-            is_for_all ? nullptr : find_subcommand(app, CLI::detail::join(item.parents, "."));
-        if (is_mark(item)) {
-            return false;
-        }
-        require_option(is_for_all ? app.get_subcommands({}) : std::vector{section}, item, file);
+        const std::vector<CLI::App*> sections =
+            item.parents.empty()
+                ? app.get_subcommands({})
+                : std::vector{find_subcommand(app, CLI::detail::join(item.parents, "."))};
+        require_option(sections, item, !file.empty());
         CLI::Option* const option = subcommand.get_option_no_throw("--" + item.name);
-        if ((!is_for_all && section != &subcommand) || option == nullptr ||
+        if (std::count(sections.begin(), sections.end(), &subcommand) == 0 || option == nullptr ||
             !option->get_configurable()) {
             return false;
         }
@@ -101,7 +78,7 @@ bool apply(CLI::App& app, CLI::App& subcommand, const CLI::ConfigItem& item, con
             ->required(false);
         return true;
     } catch (const std::runtime_error& error) {
-        throw InputError(source_of(item, file) + ": " + error.what());
+        throw InputError(source + ": " + error.what());
     }
 }
 
@@ -146,7 +123,9 @@ void set_defaults(CLI::App& app, CLI::App& subcommand) {
     const fs::path file = find_file();
     bool is_used = false;
     for (const CLI::ConfigItem& item : read_file(file)) {
-        is_used |= apply(app, subcommand, item, file);
+        const bool is_mark = item.name == "++" || item.name == "--";  // of a section's ends
+        is_used |= !is_mark && apply(app, subcommand, item,
+                                     file.string() + ": \"" + item.fullname() + "\"", file);
     }
     if (is_used) {
         std::cerr << complaint("options are set in " + file.string());
@@ -155,10 +134,9 @@ void set_defaults(CLI::App& app, CLI::App& subcommand) {
         const std::string text = *variable;
         const std::size_t end = text.find('=');
         if (text.rfind(kVariable, 0) == 0 && end + 1 < text.size()) {
-            std::string key = text.substr(kVariable.size(), end - kVariable.size());
-            std::transform(key.begin(), key.end(), key.begin(),
-                           [](unsigned char c) { return c == '_' ? '-' : std::tolower(c); });
-            apply(app, subcommand, {{}, key, {text.substr(end + 1)}}, {});
+            const std::string key = respelled(text.substr(kVariable.size(), end - kVariable.size()),
+                                              '_', '-', std::tolower);
+            apply(app, subcommand, {{}, key, {text.substr(end + 1)}}, text.substr(0, end), {});
         }
     }
 }

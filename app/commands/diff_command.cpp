@@ -32,10 +32,8 @@ int run_diff(const DiffOptions& options) {
         model.read(read_configuration_file(options.candidate, options.max_size),
                    {options.is_edit, options.ignore_unknown}, &running);
     const std::vector<Change> changes = difference(running.tree, candidate.tree);
-    UnknownData not_compared = running.unknown_data;
-    if (candidate.is_edit) {
-        not_compared = {};  // an edit's has the running configuration's
-    }
+    // An edit's has the running configuration's.
+    UnknownData not_compared = candidate.is_edit ? UnknownData() : running.unknown_data;
     not_compared.add(candidate.unknown_data);
     if (options.format == "json") {
         print(format_difference_json(running.name(), candidate.name(), changes, not_compared));

@@ -16,4 +16,10 @@ constexpr int kInterrupted = -1;  ///< none: the process is to end by the signal
 constexpr std::size_t kAllWarnings = INT64_MAX;
 
 /// The exit code of the worst report: not checked before errors, errors before warnings.
-int exit_code(const Summary& summary, std::size_t accepted_warnings);
+inline int exit_code(const Summary& summary, std::size_t accepted_warnings) {
+    const bool is_accepted = summary.warnings <= accepted_warnings;
+    return summary.not_checked > 0 ? kExitCannotCheck
+           : summary.errors > 0    ? kExitErrors
+           : is_accepted           ? kExitClean
+                                   : kExitWarnings;
+}

@@ -1,10 +1,12 @@
 #include <algorithm>
 #include <csignal>
 #include <iostream>
+#include <optional>
 
 #include "commands/command_line.h"
 #include "commands/commands.h"
 #include "commands/exit_code.h"
+#include "commands/options.h"
 #include "commands/output_conflict.h"
 #include "errors/input_error.h"
 #include "files/interrupt.h"
@@ -14,39 +16,27 @@
 namespace {
 
 constexpr Subcommand (*kSubcommands[])(CLI::App&) = {
-    add_check_command,    add_diff_command,   add_report_command,  add_rules_command,
-    add_explain_command,  add_keygen_command, add_encrypt_command, add_completion_command,
-    add_complete_command, add_help_command,
+    add_check_command,   add_diff_command,       add_report_command,
+    add_rules_command,   add_explain_command,    add_keygen_command,
+    add_encrypt_command, add_completion_command, add_complete_command,
 };
 
-/// The value of `option`, its default unless given; empty where `command` has no such option.
-std::string value_of(const CLI::App& command, const std::string& option) {
-    const CLI::Option* const found = command.get_option_no_throw(option);
-    return found == nullptr ? std::string() : found->as<std::string>();
-}
-
-/// Runs `subcommand`, whose output goes to the file `output`, and gives its exit code.
-int run_into_file(const Subcommand& subcommand, const std::string& output) {
-    require_no_input(*subcommand.parser, output);
-    OutputFile file(output);
-    const int code = subcommand.run();
-    try {
-        file.put_in_place();
-    } catch (const InputError& error) {
-        throw InputError(error.what() +
-                         std::string("; without that the exit code would have been ") +
-                         std::to_string(code));
-    }
-    return code;
-}
-
+/// Runs `subcommand`, its output in the file that it is given for that, and gives its exit code.
 int run_with_output(const Subcommand& subcommand) {
-    const std::string output = value_of(*subcommand.parser, "--output");
-    const bool is_file = !output.empty() && output != "-";
+    const std::string output = output_of(*subcommand.parser);
+    std::optional<OutputFile> file;
     try {
-        return is_file ? run_into_file(subcommand, output) : subcommand.run();
+        if (!output.empty()) {
+            require_no_input(output, inputs_of(*subcommand.parser));
+            file.emplace(output);
+        }
+        const int code = subcommand.run();
+        if (file) {
+            file->put_in_place();
+        }
+        return code;
     } catch (const OutputError& error) {
-        throw InputError((is_file ? output : "standard output") +
+        throw InputError((file ? output : "standard output") +
                          " cannot be written: " + error.code().message());
     }
 }
@@ -54,7 +44,7 @@ int run_with_output(const Subcommand& subcommand) {
 int run(int argc, char** argv) {
     CLI::App app("Checks VRRP configuration before it is committed.", "vrrp-valid");
     app.require_subcommand(1);
-    app.set_version_flag("--version", "vrrp-valid " VRRP_VALID_VERSION);
+    app.set_version_flag("-V,--version", "vrrp-valid " VRRP_VALID_VERSION);
     app.footer(
         "Exit codes: 0 nothing found, 1 errors, 2 could not be checked, 3 warnings only.\n"
         "Example: vrrp-valid check --running running.json candidate.json");
@@ -62,6 +52,9 @@ int run(int argc, char** argv) {
     for (const auto& add : kSubcommands) {
         subcommands.push_back(add(app));
     }
+    add_subcommand(app, "help", "Show the help of a command", "check")
+        ->add_option("COMMAND", "The command; without it, all of them")
+        ->type_name("COMMAND");
     try {
         parse_command_line(app, argc, argv);
     } catch (const CLI::Success& question) {

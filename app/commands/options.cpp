@@ -6,6 +6,7 @@
 #include "commands/exit_code.h"
 #include "commands/install_layout.h"
 #include "errors/input_error.h"
+#include "files/named_file.h"
 
 namespace {
 
@@ -26,8 +27,9 @@ CLI::App* add_subcommand(CLI::App& app, const std::string& name, const std::stri
     return command;
 }
 
-CLI::Validator is_named() {
-    return {[](const std::string& name) {
+CLI::Validator file_name() {
+    return {[](std::string& name) {
+                name = plain_name(name);
                 return name.empty() ? std::string("the name is empty") : std::string();
             },
             ""};
@@ -51,13 +53,6 @@ void add_yang_dir(CLI::App& command, std::string& yang_dir) {
     add_file(command, "--yang-dir", yang_dir, "The folder with the YANG modules")->type_name("DIR");
 }
 
-void add_max_size(CLI::App& command, std::size_t& max_size) {
-    command.add_option("--max-size", max_size, "Refuse larger files; with a unit, as in 100MB")
-        ->transform(CLI::AsSizeValue(false))
-        ->type_name("SIZE")
-        ->capture_default_str();
-}
-
 void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& accepted_warnings) {
     command.add_option("--format", options.format, "How to print the findings")
         ->check(CLI::IsMember(report_formats()))
@@ -69,6 +64,7 @@ void add_report_options(CLI::App& command, ReportOptions& options, std::size_t& 
         ->transform(CLI::Validator(to_number_of_warnings, ""));
     command.add_flag("-q,--quiet", options.quiet, "Print findings only");
     command.add_flag("--silent", options.silent, "Print no report, only set the exit code");
+    add_colour(command, options.colour);
 }
 
 void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown) {
@@ -79,10 +75,18 @@ void add_reading_options(CLI::App& command, bool& is_edit, bool& ignore_unknown)
                      "Skip nodes that the YANG modules do not define, and list them");
 }
 
+void add_max_size(CLI::App& command, std::size_t& max_size) {
+    command
+        .add_option("--max-size", max_size,
+                    "Refuse larger files; with a unit, as in 100MB; default: 1 GiB")
+        ->transform(CLI::AsSizeValue(false).description(""))
+        ->type_name("SIZE");
+}
+
 void add_output(CLI::App& command) {
     command.add_option("-o,--output", "Write the output to this file, complete or not at all")
         ->type_name("FILE")
-        ->check(is_named());
+        ->transform(file_name());
 }
 
 void add_colour(CLI::App& command, std::string& when) {

@@ -3,7 +3,14 @@
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <vector>
 
-/// Throws InputError when `output` would replace a file that `subcommand`, whose options are read,
-/// is to read, also one that a list names or a folder holds.
-void require_no_input(CLI::App& subcommand, const std::string& output);
+/// The file that takes the output of `command`, whose options are read; empty for standard output.
+std::string output_of(const CLI::App& command);
+
+/// The files and folders that the options of `command` name to be read.
+std::vector<std::string> inputs_of(const CLI::App& command);
+
+/// Throws InputError when `output` would replace one of `inputs`, or be a configuration in a folder
+/// among them.
+void require_no_input(const std::string& output, const std::vector<std::string>& inputs);

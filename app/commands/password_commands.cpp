@@ -6,18 +6,6 @@
 #include "terminal/output.h"
 #include "terminal/password_input.h"
 
-namespace {
-
-int run_encrypt(const std::string& key_file) {
-    const local_platform::CryptoKey key = read_key_file(key_file);
-    Secret password;
-    read_password(password);
-    print(local_platform::encrypt(key, password.text) + "\n");
-    return kExitClean;
-}
-
-}  // namespace
-
 Subcommand add_keygen_command(CLI::App& app) {
     const auto file = std::make_shared<std::string>();
     CLI::App* const command =
@@ -36,5 +24,11 @@ Subcommand add_encrypt_command(CLI::App& app) {
                        "--key-file router.key");
     add_file(*command, "--key-file", *key_file, "The key file")->required();
     add_output(*command);
-    return {command, [key_file] { return run_encrypt(*key_file); }};
+    return {command, [key_file] {
+                const local_platform::CryptoKey key = read_key_file(*key_file);
+                Secret password;
+                read_password(password);
+                print(local_platform::encrypt(key, password.text) + "\n");
+                return kExitClean;
+            }};
 }

@@ -78,7 +78,6 @@ Subcommand add_report_command(CLI::App& app) {
     add_report_options(*command, options->report, options->accepted_warnings);
     add_yang_dir(*command, options->yang_dir);
     add_output(*command);
-    add_colour(*command, options->report.colour);
     add_file(*command, "REPORT", options->files, "A report that check --format json printed")
         ->required();
     return {command, [options] {

@@ -1,4 +1,3 @@
-#include <functional>
 #include <nlohmann/json.hpp>
 
 #include "commands/commands.h"
@@ -9,7 +8,6 @@
 #include "errors/input_error.h"
 #include "terminal/output.h"
 
-using local_platform::SchemaNode;
 using Json = nlohmann::ordered_json;
 
 namespace {
@@ -22,19 +20,6 @@ struct RuleOptions {
     bool in_lines = false;        ///< text that is a line for each use
     bool verbose = false;         ///< also the calls of the platform
 };
-
-using VisitUse = std::function<void(const std::string& path, const Rule&)>;
-
-/// Calls `visit` for every use below `node`, in the model's order.
-void for_each_use(const YangModel& model, const SchemaNode& node, const std::string& path,
-                  const VisitUse& visit) {
-    for (const Rule& use : model.rules(node)) {
-        visit(path, use);
-    }
-    for (const SchemaNode& child : node.children) {
-        for_each_use(model, child, path + "/" + child.name, visit);
-    }
-}
 
 std::string as_line(const std::string& path, const Rule& use, bool /*verbose*/) {
     return path + "  " + use.name + (use.only_when_changed ? "  (only when changed)\n" : "\n");
@@ -93,7 +78,7 @@ int run_rules(const RuleOptions& options) {
                                                         : as_text;
     std::string text;
     Json rules = Json::array();
-    for_each_use(model, *model.schema(), {}, [&](const std::string& path, const Rule& use) {
+    model.for_each_rule([&](const std::string& path, const Rule& use) {
         if (options.rule.empty() || options.rule == use.name) {
             text += text_of(path, use, options.verbose);
             rules.push_back(as_json(path, use, options.verbose));

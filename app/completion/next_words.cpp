@@ -60,8 +60,7 @@ std::string next_words(const CLI::App& app, const RuleNames& rule_names,
     words.pop_back();
     words.erase(std::remove(words.begin(), words.end(), "="), words.end());
     if (words.empty()) {
-        return subcommands(app) + lines_of({"--help"}, "Print the help") +
-               lines_of({"--version"}, "Print the version");
+        return subcommands(app) + options(app);
     }
     const std::vector<const CLI::App*> commands =
         app.get_subcommands([&](const CLI::App* one) { return one->get_name() == words.front(); });

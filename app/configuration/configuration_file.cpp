@@ -50,9 +50,11 @@ ConfigurationFormat format_of(const SourceText& source) {
     throw InputError(source.location(first), kind_of(text.substr(first)));
 }
 
-std::shared_ptr<SourceText> read_configuration_file(const std::string& name, std::size_t max_size) {
+std::shared_ptr<SourceText> read_configuration_file(const std::string& name, std::size_t max_size,
+                                                    const std::string& shown) {
     if (name.empty()) {
         throw InputError("a file name is empty; name the file, or - for standard input");
     }
-    return std::make_shared<SourceText>(shown_name(name), read_named_file(name, max_size));
+    return std::make_shared<SourceText>(shown.empty() ? shown_name(name) : shown,
+                                        read_named_file(name, max_size));
 }

@@ -13,7 +13,8 @@ enum class ConfigurationFormat { json, xml };
 /// neither.
 ConfigurationFormat format_of(const SourceText& text);
 
-/// Reads the file `name`, "-" for standard input. Throws InputError, also when it has more than
-/// `max_size` bytes.
+/// Reads the file `name`, "-" for standard input. Messages call it `shown` unless that is
+/// empty. Throws InputError, also when it has more than `max_size` bytes.
 std::shared_ptr<SourceText> read_configuration_file(const std::string& name,
-                                                    std::size_t max_size = kLargestFile);
+                                                    std::size_t max_size = kLargestFile,
+                                                    const std::string& shown = {});

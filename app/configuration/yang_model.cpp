@@ -13,15 +13,13 @@ using local_platform::SchemaNode;
 
 namespace {
 
-void collect_rule_names(const YangModel& model, const SchemaNode& node,
-                        std::vector<std::string>& names) {
+void visit_rules(const YangModel& model, const SchemaNode& node, const std::string& path,
+                 const YangModel::VisitRule& visit) {
     for (const Rule& rule : model.rules(node)) {
-        if (std::find(names.begin(), names.end(), rule.name) == names.end()) {
-            names.push_back(rule.name);
-        }
+        visit(path, rule);
     }
     for (const SchemaNode& child : node.children) {
-        collect_rule_names(model, child, names);
+        visit_rules(model, child, path + "/" + child.name, visit);
     }
 }
 
@@ -40,9 +38,17 @@ const std::vector<Rule>& YangModel::rules(const SchemaNode& node) const {
     return found == rules_.end() ? kNone : found->second;
 }
 
+void YangModel::for_each_rule(const VisitRule& visit) const {
+    visit_rules(*this, *schema_, {}, visit);
+}
+
 std::vector<std::string> YangModel::rule_names() const {
     std::vector<std::string> names;
-    collect_rule_names(*this, *schema_, names);
+    for_each_rule([&](const std::string& /*path*/, const Rule& rule) {
+        if (std::find(names.begin(), names.end(), rule.name) == names.end()) {
+            names.push_back(rule.name);
+        }
+    });
     return names;
 }
 

@@ -2,6 +2,7 @@
 /// it describes.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -20,6 +21,11 @@ class YangModel {
 
     /// The rules of `node`, in the model's order.
     const std::vector<Rule>& rules(const local_platform::SchemaNode& node) const;
+
+    using VisitRule = std::function<void(const std::string& path, const Rule&)>;
+
+    /// Calls `visit` for every rule of every node, in the model's order.
+    void for_each_rule(const VisitRule& visit) const;
 
     /// The names of all rules, in the model's order, each once.
     std::vector<std::string> rule_names() const;

@@ -5,9 +5,8 @@
 
 namespace {
 
-/// How many letters are to be changed, added, left out or swapped with the next one.
+/// How many letters are to be changed, added or left out.
 std::size_t distance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> before_last(to.size() + 1);
     std::vector<std::size_t> last(to.size() + 1);
     std::vector<std::size_t> row(to.size() + 1);
     std::iota(last.begin(), last.end(), 0U);
@@ -16,11 +15,7 @@ std::size_t distance(std::string_view from, std::string_view to) {
         for (std::size_t j = 1; j <= to.size(); ++j) {
             const std::size_t changed = last[j - 1] + (from[i - 1] == to[j - 1] ? 0 : 1);
             row[j] = std::min({changed, last[j] + 1, row[j - 1] + 1});
-            if (i > 1 && j > 1 && from[i - 1] == to[j - 2] && from[i - 2] == to[j - 1]) {
-                row[j] = std::min(row[j], before_last[j - 2] + 1);
-            }
         }
-        before_last.swap(last);
         last.swap(row);
     }
     return last.back();
@@ -30,6 +25,7 @@ std::size_t distance(std::string_view from, std::string_view to) {
 
 std::string nearest_name(std::string_view given, const std::vector<std::string>& names) {
     std::string best;
+    std::string whole;  // the shortest that has it as a part
     std::size_t least = given.size() / 3 + 2;
     for (const std::string& name : names) {
         const std::size_t longer = std::max(given.size(), name.size());
@@ -39,8 +35,12 @@ std::string nearest_name(std::string_view given, const std::vector<std::string>&
             least = changes;
             best = name;
         }
+        if (("_" + name + "_").find("_" + std::string(given) + "_") != std::string::npos &&
+            (whole.empty() || name.size() < whole.size())) {
+            whole = name;
+        }
     }
-    return best;
+    return best.empty() ? whole : best;
 }
 
 std::string did_you_mean(std::string_view given, const std::vector<std::string>& names) {

@@ -4,8 +4,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <system_error>
-#include <utility>
 
 namespace {
 
@@ -19,29 +19,7 @@ std::size_t counted(ssize_t result) {
     return static_cast<std::size_t>(result);
 }
 
-/// How many bytes a regular file has; 0 for anything else.
-std::size_t known_size(int fd) {
-    struct stat status {};
-    counted(fstat(fd, &status));
-    return S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
-}
-
-void require_at_most(std::size_t max_size, std::size_t size) {
-    if (size > max_size) {
-        throw std::runtime_error("it has more than " + std::to_string(max_size) +
-                                 " bytes; raise --max-size");
-    }
-}
-
 }  // namespace
-
-FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept
-    : number_(std::exchange(other.number_, -1)) {}
-
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
-    std::swap(number_, other.number_);
-    return *this;
-}
 
 FileDescriptor::~FileDescriptor() {
     if (is_open()) {
@@ -50,29 +28,30 @@ FileDescriptor::~FileDescriptor() {
 }
 
 std::string read_all(int fd, std::size_t max_size) {
-    const std::size_t expected = known_size(fd);
-    require_at_most(max_size, expected);
+    struct stat status {};
+    counted(fstat(fd, &status));
+    // One byte more than a file has tells that it ends there; a pipe's size is not known.
+    auto wanted = std::min(max_size, static_cast<std::size_t>(status.st_size)) + 1;
     std::string bytes;
     for (;;) {
         const std::size_t filled = bytes.size();
-        // One byte more than a file has tells that it ends there.
-        const std::size_t wanted =
-            expected > 0 && expected >= filled ? expected - filled + 1 : kReadSize;
         bytes.resize(filled + wanted);
-        const std::size_t count =
-            counted(uninterrupted([&] { return read(fd, bytes.data() + filled, wanted); }));
+        const std::size_t count = counted(read(fd, bytes.data() + filled, wanted));
         bytes.resize(filled + count);
-        require_at_most(max_size, bytes.size());
         if (count == 0) {
             return bytes;
         }
+        if (bytes.size() > max_size) {
+            throw std::runtime_error("it has more than " + std::to_string(max_size) +
+                                     " bytes; raise --max-size");
+        }
+        wanted = wanted > count ? wanted - count : kReadSize;
     }
 }
 
 void write_all(int fd, std::string_view bytes) {
     while (!bytes.empty()) {
-        bytes.remove_prefix(
-            counted(uninterrupted([&] { return write(fd, bytes.data(), bytes.size()); })));
+        bytes.remove_prefix(counted(write(fd, bytes.data(), bytes.size())));
     }
 }
 

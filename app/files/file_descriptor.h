@@ -1,7 +1,6 @@
 /// A file descriptor that closes itself, and reads and writes of the whole.
 #pragma once
 
-#include <cerrno>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -10,8 +9,8 @@ class FileDescriptor {
   public:
     /// Takes `number`; a negative one is none.
     explicit FileDescriptor(int number) : number_(number) {}
-    FileDescriptor(FileDescriptor&& other) noexcept;
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept;
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
     ~FileDescriptor();
 
     int number() const { return number_; }
@@ -20,17 +19,6 @@ class FileDescriptor {
   private:
     int number_;
 };
-
-/// What the system call `call` answers, made again for as long as a signal interrupts it.
-template <typename Call>
-auto uninterrupted(Call call) {
-    for (;;) {
-        const auto result = call();
-        if (result != -1 || errno != EINTR) {
-            return result;
-        }
-    }
-}
 
 /// How many bytes a file may have, unless the operator says otherwise: 1 GiB.
 constexpr std::size_t kLargestFile = std::size_t{1} << 30U;

@@ -9,7 +9,7 @@
 const std::atomic<bool>& is_interrupted();
 
 /// From here on the first SIGHUP, SIGINT or SIGTERM only sets is_interrupted(), and a second one
-/// ends the process at once. A signal that is ignored stays ignored.
+/// ends the process at once. A signal that is ignored stays ignored, and reads and writes go on.
 void note_interrupts();
 
 /// Ends the process by the signal that was noted, as its caller expects of an interrupted one.

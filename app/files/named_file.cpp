@@ -4,6 +4,10 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <cctype>
+#include <cstring>
+#include <filesystem>
+
 #include "errors/input_error.h"
 #include "files/interrupt.h"
 
@@ -22,6 +26,17 @@ void wait_for(const FileDescriptor& file, const std::string& name) {
 }
 
 }  // namespace
+
+std::string plain_name(const std::string& name) {
+    const auto first = static_cast<unsigned char>(name.empty() ? '.' : name.front());
+    const bool is_plain = std::isalnum(first) != 0 || std::strchr("./_", first) != nullptr;
+    return is_plain || name == "-" ? name : "./" + name;
+}
+
+bool is_folder(const std::string& name) {
+    std::error_code error;
+    return std::filesystem::is_directory(name, error);
+}
 
 std::string shown_name(const std::string& name) {
     return name == "-" ? "standard input" : name;

@@ -5,6 +5,12 @@
 
 #include "files/file_descriptor.h"
 
+/// `name` with "./" before it where a terminal, a log or a workflow could read it as anything else:
+/// unless it begins with a letter, a digit, a dot, a slash or an underscore.
+std::string plain_name(const std::string& name);
+
+bool is_folder(const std::string& name);
+
 /// What messages call the file `name`.
 std::string shown_name(const std::string& name);
 

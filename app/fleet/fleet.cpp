@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <new>
 #include <optional>
 
 #include "checking/ordered_work.h"
@@ -48,13 +49,11 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
         std::optional<Configuration> own;
         const Configuration& running =
             shared ? *shared : own.emplace(read_running(fleet, pair.running));
-        return fleet.checker.check(read_configuration_file(pair.candidate, fleet.max_size), running,
-                                   effort);
-    } catch (const Interrupted&) {
-        return std::nullopt;
+        return fleet.checker.check(
+            read_configuration_file(pair.candidate, fleet.max_size, pair.shown), running, effort);
     } catch (const std::exception& error) {
         if (fleet.stop) {
-            return std::nullopt;  // for the wait for a file may have ended for that
+            return std::nullopt;  // which ends the wait for a file as well
         }
         Report report = not_checked_report(pair, error);
         report.rule_names = fleet.checker.rule_names();
@@ -83,9 +82,11 @@ std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& t
 
 Report not_checked_report(const Pair& pair, const std::exception& error) {
     Report report;
-    report.candidate = shown_name(pair.candidate);
+    report.candidate = pair.shown;
     report.running = shown_name(pair.running);
-    report.failure = error.what();
+    const bool is_memory = dynamic_cast<const std::bad_alloc*>(&error) != nullptr;
+    report.failure =
+        is_memory ? report.candidate + ": there is not enough memory to check it" : error.what();
     const auto* const with_place = dynamic_cast<const InputError*>(&error);
     report.failure_at = with_place == nullptr ? Location() : with_place->at;
     return report;

@@ -13,9 +13,6 @@ struct ChangeLook {
     const char* word;
 };
 
-constexpr ChangeKind kChangeKinds[] = {ChangeKind::added, ChangeKind::removed, ChangeKind::changed,
-                                       ChangeKind::moved};
-
 const ChangeLook& look_of(ChangeKind kind);
 
 /// A line of a difference. All of it is printable.

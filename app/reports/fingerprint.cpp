@@ -7,9 +7,10 @@
 
 #include "text/hex.h"
 
-std::string fingerprint(const Report& report, std::initializer_list<std::string> texts) {
-    std::string whole = repository_path(report.candidate) + '\0';
-    for (const std::string& text : texts) {
+std::string fingerprint(const std::string& candidate, const Finding& finding) {
+    std::string whole;
+    for (const std::string& text :
+         {repository_path(candidate), finding.rule, finding.path, finding.message}) {
         whole.append(text).push_back('\0');
     }
     sha256_ctx context{};
@@ -22,10 +23,6 @@ std::string fingerprint(const Report& report, std::initializer_list<std::string>
         digits += hex(byte, 2);
     }
     return digits;
-}
-
-std::string fingerprint(const Report& report, const Finding& finding) {
-    return fingerprint(report, {finding.rule, finding.path, finding.message});
 }
 
 std::string repository_path(const std::string& file) {

@@ -12,70 +12,50 @@ std::string escaped(const std::string& text, std::string_view more = {}) {
     });
 }
 
-/// An annotation at `place`, of which as much is written as is known.
+/// An annotation at `place`, of which as much is written as is known; its message has `lines`.
 std::string command(const std::string& word, const Location& place, const std::string& title,
-                    const std::string& message) {
+                    const std::vector<std::string>& lines) {
     std::string text = "::" + word + " ";
     text += place.file.empty() ? "" : "file=" + escaped(printable(place.file), ":,") + ",";
     text += place.line == 0 ? "" : "line=" + std::to_string(place.line) + ",";
     text += place.column == 0 ? "" : "col=" + std::to_string(place.column) + ",";
-    return text + "title=" + escaped(printable(title), ":,") + "::" + escaped(message) + "\n";
-}
-
-std::string message_of(const Finding& finding) {
-    std::string message = printable(finding.message);
-    if (!finding.cause.empty()) {
-        message += "\ncause: " + printable(finding.cause);
-    }
-    for (const std::string& line : finding_lines(finding)) {
-        message += "\n" + line;
-    }
-    return message;
+    return text + "title=" + escaped(printable(title), ":,") + "::" + escaped(joined(lines, "\n")) +
+           "\n";
 }
 
 class GithubWriter final : public ReportWriter {
   public:
-    GithubWriter(const ReportOptions& options, Write write)
-        : options_(options), write_(std::move(write)) {}
+    using ReportWriter::ReportWriter;
 
-    void add(const Report& report) override {
+    void add(const Report& report, const std::vector<Finding>& findings) override {
         if (options_.counts_clean && is_clean(report)) {
             return;
         }
-        const Location file{report.candidate};
-        const auto place = [&](const Location& location) {
-            return location.is_known() ? location : file;
-        };
         std::string text;
-        if (!report.failure.empty()) {
-            text += command("error", place(report.failure_at), "could not be checked",
-                            printable(report.failure));
-        }
-        for (const Finding& finding : report.findings) {
+        for (const Finding& finding : findings) {
             const bool is_accepted =
                 finding.severity == Severity::warning && options_.accept_warnings;
+            std::vector<std::string> lines = finding_lines(finding);
+            if (!finding.cause.empty()) {
+                lines.insert(lines.begin(), "cause: " + printable(finding.cause));
+            }
+            lines.insert(lines.begin(), printable(finding.message));
             text += command(is_accepted ? "notice" : severity_word(finding.severity),
-                            place(finding.location), finding.rule, message_of(finding));
+                            finding.location, finding.rule, lines);
         }
-        std::string result = result_text(report);
-        for (const std::string& remark : remarks(report)) {
-            result += "\n" + remark;
-        }
-        write_(text + command("notice", file, "vrrp-valid", result));
+        std::vector<std::string> result = notes(report);
+        result.insert(result.begin(), result_text(report));
+        write_(text + command("notice", {report.candidate}, "vrrp-valid", result));
     }
 
     void finish(const Summary& summary, std::size_t not_reached) override {
-        if (options_.counts_clean) {
-            write_(command("notice", {}, "vrrp-valid", summary_text(summary)));
+        if (options_.counts_clean || !summary.notes.empty()) {
+            write_(command("notice", {}, "vrrp-valid", {summary_text(summary)}));
         }
         if (not_reached > 0) {
-            write_(command("error", {}, "interrupted", not_reached_text(not_reached)));
+            write_(command("error", {}, kNotChecked, {not_reached_text(not_reached)}));
         }
     }
-
-  private:
-    ReportOptions options_;
-    Write write_;
 };
 
 }  // namespace

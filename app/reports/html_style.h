@@ -1,4 +1,5 @@
-/// How the page looks: on a light and on a dark screen, narrow or wide, and on paper.
+/// How the page looks: on a light and on a dark screen, narrow or wide, and on paper, which is
+/// light.
 #pragma once
 
 // No "<" or "&": the page is XML as well.
@@ -10,7 +11,7 @@ constexpr const char* kPageStyle = R"css(
   --error: #a8201a; --error-tint: #fdeceb; --warning: #7a4a00; --warning-tint: #fff3d6;
   --good: #14612f; --good-tint: #e3f4e8;
 }
-@media (prefers-color-scheme: dark) {
+@media screen and (prefers-color-scheme: dark) {
   :root {
     --page: #12161b; --panel: #1b2128; --text: #e7eaee; --soft: #a7b0ba; --line: #38414b; --code: #12161b;
     --link: #8cc2ff; --mark: #5a4a12;
@@ -65,10 +66,6 @@ mark { background: var(--mark); color: inherit; border-radius: 3px; font-weight:
 .chip.warning { color: var(--warning); background: var(--warning-tint); border: 2px solid var(--warning); }
 @media (max-width: 50rem) { .finding { grid-template-columns: minmax(0, 1fr); } }
 @media print {
-  :root { color-scheme: light;
-    --page: #ffffff; --panel: #ffffff; --text: #000000; --soft: #444444; --line: #bbbbbb; --code: #ffffff;
-    --link: #000000; --mark: #eeeeee; --error: #8c1812; --error-tint: #ffffff; --warning: #5e3900;
-    --warning-tint: #ffffff; --good: #0d4722; --good-tint: #ffffff; }
   main { max-width: none; padding: 0; } article { border: 0; padding: 0; }
   .finding, figure, .result, tr { break-inside: avoid; } h3, h4 { break-after: avoid; }
   pre { white-space: pre-wrap; }

@@ -2,7 +2,6 @@
 #include <set>
 
 #include "reports/difference_text.h"
-#include "reports/finding_groups.h"
 #include "reports/html_style.h"
 #include "reports/instance_table.h"
 #include "reports/report_text.h"
@@ -113,8 +112,10 @@ void add_figures(pugi::xml_node section, const Report& report, const Finding& fi
 /// The report of one candidate, as a part of the page.
 class Article {
   public:
-    Article(const Report& report, bool accept_warnings, std::size_t number)
+    Article(const Report& report, const std::vector<Finding>& findings, bool accept_warnings,
+            std::size_t number)
         : report_(report),
+          findings_(findings),
           result_(result_of(report, accept_warnings)),
           name_("report-" + std::to_string(number)) {}
 
@@ -126,12 +127,12 @@ class Article {
         if (report_.changes) {
             add_changes(article, *report_.changes);
         }
-        if (!report_.findings.empty()) {
+        if (!findings_.empty()) {
             add_findings(article);
         }
         if (!report_.instances.empty()) {
             add_element(article, "h3", {}, counted(report_.instances.size(), "VRRP instance"));
-            add_instances(article, report_,
+            add_instances(article, report_.instances, findings_,
                           [this](const Finding& finding) { return anchor(finding); });
         }
     }
@@ -149,15 +150,17 @@ class Article {
 
   private:
     std::string anchor(const Finding& finding) const {
-        return name_ + "-finding-" + std::to_string(&finding - report_.findings.data() + 1);
+        return name_ + "-finding-" + std::to_string(&finding - findings_.data() + 1);
     }
 
     void add_result(pugi::xml_node article) const {
         pugi::xml_node box =
             add_element(article, "div", std::string("result ") + result_.look, result_.words);
-        add_element(box, "p", {}, report_.failure.empty() ? result_text(report_) : report_.failure);
-        for (const std::string& remark : remarks(report_)) {
-            add_element(box, "p", {}, remark);
+        if (report_.failure.empty()) {
+            add_element(box, "p", {}, result_text(report_));
+        }
+        for (const std::string& note : notes(report_)) {
+            add_element(box, "p", {}, note);
         }
         add_element(
             article, "p", "soft",
@@ -167,15 +170,15 @@ class Article {
 
     void add_findings(pugi::xml_node article) const {
         add_element(article, "h3", {}, "Findings");
-        for (const FindingGroup& group : finding_groups(report_)) {
-            pugi::xml_node parent = article;
-            if (!group.cause.empty()) {
-                parent = add_element(article, "div", "cause");
-                add_element(parent, "p", {}, group.cause + ":");
+        std::string cause;
+        pugi::xml_node parent = article;
+        for (const Finding& finding : findings_) {
+            if (finding.cause != cause) {
+                cause = finding.cause;
+                parent =
+                    cause.empty() ? article : add_element(article, "div", "cause", cause + ":");
             }
-            for (const Finding* const finding : group.findings) {
-                add_finding(parent, *finding);
-            }
+            add_finding(parent, finding);
         }
     }
 
@@ -195,6 +198,7 @@ class Article {
     }
 
     const Report& report_;
+    const std::vector<Finding>& findings_;
     Result result_;
     std::string name_;
 };
@@ -203,13 +207,12 @@ class Article {
 /// shows of each waits for that.
 class HtmlWriter final : public ReportWriter {
   public:
-    HtmlWriter(bool accept_warnings, Write write)
-        : accept_warnings_(accept_warnings), write_(std::move(write)) {
+    HtmlWriter(const ReportOptions& options, const Write& write) : ReportWriter(options, write) {
         write_(std::string(kBeforeStyle) + kPageStyle + kBehindStyle);
     }
 
-    void add(const Report& report) override {
-        const Article article(report, accept_warnings_, ++count_);
+    void add(const Report& report, const std::vector<Finding>& findings) override {
+        const Article article(report, findings, options_.accept_warnings, ++count_);
         const pugi::xml_document document;
         article.add_row_to(document.root());
         rows_.write(xml_of(document.first_child(), kPage));
@@ -242,8 +245,6 @@ class HtmlWriter final : public ReportWriter {
         write_("</tbody></table></article>");
     }
 
-    bool accept_warnings_;
-    Write write_;
     std::size_t count_ = 0;
     Spool rows_;
     Spool articles_;
@@ -252,5 +253,5 @@ class HtmlWriter final : public ReportWriter {
 }  // namespace
 
 std::unique_ptr<ReportWriter> html_writer(const ReportOptions& options, const Write& write) {
-    return std::make_unique<HtmlWriter>(options.accept_warnings, write);
+    return std::make_unique<HtmlWriter>(options, write);
 }

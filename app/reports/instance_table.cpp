@@ -16,10 +16,10 @@ Keys keys_of(const VrrpInstance& instance) {
 }
 
 /// The first finding in each instance, errors before warnings.
-std::map<Keys, const Finding*> worst_findings(const Report& report) {
+std::map<Keys, const Finding*> worst_findings(const std::vector<Finding>& findings) {
     std::map<Keys, const Finding*> worst;
     for (const Severity severity : {Severity::error, Severity::warning}) {
-        for (const Finding& finding : report.findings) {
+        for (const Finding& finding : findings) {
             if (finding.instance && finding.severity == severity) {
                 worst.emplace(keys_of(*finding.instance), &finding);
             }
@@ -30,16 +30,17 @@ std::map<Keys, const Finding*> worst_findings(const Report& report) {
 
 }  // namespace
 
-void add_instances(pugi::xml_node parent, const Report& report,
+void add_instances(pugi::xml_node parent, const std::vector<VrrpInstance>& instances,
+                   const std::vector<Finding>& findings,
                    const std::function<std::string(const Finding&)>& anchor) {
-    const auto worst = worst_findings(report);
+    const auto worst = worst_findings(findings);
     pugi::xml_node table = add_element(parent, "table");
     add_heads(table, {"VRRP interface", "IPv4 identifiers", "IPv6 identifiers"});
     pugi::xml_node body = add_element(table, "tbody");
     pugi::xml_node ipv4;
     pugi::xml_node ipv6;
     const std::string* interface = nullptr;
-    for (const VrrpInstance& instance : report.instances) {
+    for (const VrrpInstance& instance : instances) {
         if (interface == nullptr || *interface != instance.interface) {
             interface = &instance.interface;
             pugi::xml_node row = add_element(body, "tr");

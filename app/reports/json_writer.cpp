@@ -4,29 +4,24 @@ namespace {
 
 class JsonWriter final : public ReportWriter {
   public:
-    explicit JsonWriter(const Write& write)
-        : reports_(
-              write,
-              std::string("{\n  \"format_version\": \"") + kFormatVersion + "\",\n  \"reports\": ",
-              1) {}
+    using ReportWriter::ReportWriter;
 
-    void add(const Report& report) override { reports_.add(report_to_json(report)); }
+    void add(const Report& report, const std::vector<Finding>& /*findings*/) override {
+        reports_.add(report_to_json(report));
+    }
 
     void finish(const Summary& summary, std::size_t /*not_reached*/) override {
-        const Json counts = {{"candidates", summary.candidates},
-                             {"errors", summary.errors},
-                             {"warnings", summary.warnings},
-                             {"not_checked", summary.not_checked},
-                             {"unknown_nodes", summary.unknown_nodes}};
-        reports_.finish(",\n  \"summary\": " + indented(counts, "  ") + "\n}\n");
+        reports_.finish(",\n  \"summary\": " + indented(summary_to_json(summary), "  ") + "\n}\n");
     }
 
   private:
-    JsonElements reports_;
+    JsonElements reports_{
+        write_,
+        std::string("{\n  \"format_version\": \"") + kFormatVersion + "\",\n  \"reports\": ", 1};
 };
 
 }  // namespace
 
-std::unique_ptr<ReportWriter> json_writer(const ReportOptions& /*options*/, const Write& write) {
-    return std::make_unique<JsonWriter>(write);
+std::unique_ptr<ReportWriter> json_writer(const ReportOptions& options, const Write& write) {
+    return std::make_unique<JsonWriter>(options, write);
 }

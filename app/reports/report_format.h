@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "checking/report.h"
-
 struct ReportOptions {
     std::string format = "text";   ///< one of report_formats()
     bool accept_warnings = false;  ///< a warning is no failure
@@ -14,15 +12,9 @@ struct ReportOptions {
     bool silent = false;           ///< nothing
     bool counts_clean = false;     ///< in text and github, one without findings is only counted
     std::string colour = "auto";   ///< when to colour text; see wants_colour()
+
+    /// Whether whoever runs the command reads the report itself, the reasons in it as well.
+    bool is_for_reader() const { return !silent && (format == "text" || format == "concise"); }
 };
 
 std::vector<std::string> report_formats();
-
-struct TextStyle {
-    bool quiet = false;         ///< findings only
-    bool colour = false;        ///< with escape sequences
-    bool source_lines = false;  ///< with the line that a finding is in
-};
-
-/// The report for a reader.
-std::string format_text(const Report& report, const TextStyle& style);

@@ -1,5 +1,8 @@
 #include "reports/report_json.h"
 
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
 #include <tuple>
 
 #include "reports/difference_text.h"
@@ -66,6 +69,13 @@ constexpr auto members(const Report& /*of*/) {
         std::pair("error", &Report::failure), std::pair("error_location", &Report::failure_at));
 }
 
+constexpr auto members(const Summary& /*of*/) {
+    return std::tuple(
+        std::pair("candidates", &Summary::candidates), std::pair("errors", &Summary::errors),
+        std::pair("warnings", &Summary::warnings), std::pair("not_checked", &Summary::not_checked),
+        std::pair("unknown_nodes", &Summary::unknown_nodes));
+}
+
 /// Writes values, and records member by member.
 struct ToJson {
     Json operator()(std::size_t number) const { return number; }
@@ -107,22 +117,45 @@ struct ToJson {
     }
 };
 
-/// Reads what ToJson has written; null leaves a value as it is.
+/// Reads what ToJson has written, and nothing else: who wrote the text is not known.
 struct FromJson {
-    void operator()(const Json& json, std::size_t& number) const { json.get_to(number); }
+    void operator()(const Json& json, std::size_t& number) const {
+        constexpr auto kMost = std::numeric_limits<std::uint32_t>::max();  // no sum of them wraps
+        if (!json.is_number_unsigned() || json > kMost) {
+            throw std::domain_error("a count is no whole number from 0 to " +
+                                    std::to_string(kMost));
+        }
+        json.get_to(number);
+    }
+
     void operator()(const Json& json, std::string& text) const { json.get_to(text); }
 
     void operator()(const Json& json, const char*& datastore) const {
-        datastore = json == "running" ? "running" : "candidate";
+        pick(json, datastore, {"candidate", "running"});
     }
 
     void operator()(const Json& json, Severity& severity) const {
-        severity = json == severity_word(Severity::error) ? Severity::error : Severity::warning;
+        pick(json, severity, {Severity::error, Severity::warning});
     }
 
     void operator()(const Json& json, ChangeKind& kind) const {
-        for (const ChangeKind one : kChangeKinds) {
-            kind = json == look_of(one).word ? one : kind;
+        pick(json, kind,
+             {ChangeKind::added, ChangeKind::removed, ChangeKind::changed, ChangeKind::moved});
+    }
+
+    template <typename Value>
+    void pick(const Json& json, Value& value, std::initializer_list<Value> all) const {
+        const auto* const found = std::find_if(
+            all.begin(), all.end(), [&](const Value& one) { return ToJson()(one) == json; });
+        if (found == all.end()) {
+            throw std::domain_error("no report has " + json.dump());
+        }
+        value = *found;
+    }
+
+    void operator()(const Json& json, Location& location) const {
+        if (!json.is_null()) {
+            record(json, location);
         }
     }
 
@@ -142,13 +175,14 @@ struct FromJson {
 
     template <typename Record>
     void operator()(const Json& json, Record& value) const {
-        if (!json.is_null()) {
-            std::apply(
-                [&](const auto&... each) {
-                    ((*this)(json.at(each.first), value.*each.second), ...);
-                },
-                members(value));
-        }
+        record(json, value);
+    }
+
+    template <typename Record>
+    void record(const Json& json, Record& value) const {
+        std::apply(
+            [&](const auto&... each) { ((*this)(json.at(each.first), value.*each.second), ...); },
+            members(value));
     }
 };
 
@@ -164,6 +198,16 @@ Report report_from_json(const Json& json) {
     Report report;
     FromJson()(json, report);
     return report;
+}
+
+Json summary_to_json(const Summary& summary) {
+    return ToJson()(summary);
+}
+
+Summary summary_from_json(const Json& json) {
+    Summary summary;
+    FromJson()(json, summary);
+    return summary;
 }
 
 std::string format_difference_json(const std::string& running, const std::string& candidate,

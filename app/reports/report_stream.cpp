@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "reports/report_text.h"
+
 namespace {
 
 struct Format {
@@ -11,9 +13,9 @@ struct Format {
 };
 
 constexpr Format kFormats[] = {
-    {"text", text_writer},     {"json", json_writer},     {"junit", junit_writer},
-    {"github", github_writer}, {"gitlab", gitlab_writer}, {"sarif", sarif_writer},
-    {"html", html_writer},
+    {"text", text_writer},   {"concise", concise_writer}, {"json", json_writer},
+    {"junit", junit_writer}, {"github", github_writer},   {"gitlab", gitlab_writer},
+    {"sarif", sarif_writer}, {"html", html_writer},
 };
 
 std::unique_ptr<ReportWriter> make_writer(const ReportOptions& options, const Write& write) {
@@ -39,12 +41,13 @@ ReportStream::ReportStream(const ReportOptions& options, const Write& write)
 void ReportStream::add(const Report& report) {
     summary_.add(report);
     if (writer_ != nullptr) {
-        writer_->add(report);
+        writer_->add(report, told_findings(report));
     }
 }
 
-void ReportStream::finish(std::size_t not_reached) {
+void ReportStream::finish(std::size_t not_reached, std::vector<std::string> notes) {
     summary_.add_unreached(not_reached);
+    summary_.notes = std::move(notes);
     if (writer_ != nullptr) {
         writer_->finish(summary_, not_reached);
     }

@@ -12,7 +12,7 @@ class ReportStream {
     /// Throws InputError when a part of the document cannot be kept.
     void add(const Report& report);
     /// Ends the document; `not_reached` more candidates have no report, since the run was ended.
-    void finish(std::size_t not_reached);
+    void finish(std::size_t not_reached, std::vector<std::string> notes = {});
 
     const Summary& summary() const { return summary_; }
 

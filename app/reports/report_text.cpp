@@ -1,23 +1,59 @@
 #include "reports/report_text.h"
 
+#include <algorithm>
+#include <map>
+
 #include "text/printable.h"
 
 namespace {
-
-std::string listed(const std::vector<std::string>& texts) {
-    std::string list;
-    for (const std::string& text : texts) {
-        list += (list.empty() ? "" : ", ") + text;
-    }
-    return printable(list);
-}
 
 std::string counts(std::size_t errors, std::size_t warnings, std::size_t checks) {
     return counted(errors, "error") + ", " + counted(warnings, "warning") + " in " +
            counted(checks, "check");
 }
 
+std::string omitted_text(const Omitted& omitted) {
+    const std::string errors = counted(omitted.errors, "more error");
+    const std::string warnings = counted(omitted.warnings, "more warning");
+    return (omitted.warnings == 0 ? errors
+            : omitted.errors == 0 ? warnings
+                                  : errors + " and " + warnings) +
+           " of " + omitted.rule + "; check with a larger --max-findings to see them";
+}
+
+/// `place`, or the candidate's file when that is not known.
+Location place_in(const Report& report, const Location& place) {
+    return place.is_known() ? place : Location{report.candidate};
+}
+
+/// `findings`, each behind the first one with its cause; those of a cause are together once sorted.
+std::vector<std::pair<const Finding*, const Finding*>> by_cause(
+    const std::vector<Finding>& findings) {
+    std::map<std::string, const Finding*> firsts;
+    std::vector<std::pair<const Finding*, const Finding*>> pairs;
+    for (const Finding& finding : findings) {
+        pairs.emplace_back(finding.cause.empty()
+                               ? &finding
+                               : firsts.emplace(finding.cause, &finding).first->second,
+                           &finding);
+    }
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
+}
+
 }  // namespace
+
+std::string joined(const std::vector<std::string>& texts, const char* separator) {
+    std::string all;
+    for (const std::string& text : texts) {
+        all += (&text == texts.data() ? "" : separator) + text;
+    }
+    return all;
+}
+
+std::string coloured(const std::string& text, const std::string& colour) {
+    return colour.empty() ? text : colour + text + "\033[0m";
+}
 
 std::string severity_word(Severity severity) {
     return severity == Severity::error ? "error" : "warning";
@@ -32,7 +68,10 @@ std::string value_text(const ReadValue& value) {
 }
 
 std::vector<std::string> finding_lines(const Finding& finding) {
-    std::vector<std::string> lines = {"at " + printable(finding.cli_path)};
+    std::vector<std::string> lines;
+    if (!finding.cli_path.empty()) {
+        lines.push_back("at " + printable(finding.cli_path));
+    }
     for (const ReadValue& value : finding.values) {
         const std::string place = printable(text_of(value.location));
         lines.push_back(value_text(value) + (place.empty() ? "" : " (" + place + ")"));
@@ -43,17 +82,48 @@ std::vector<std::string> finding_lines(const Finding& finding) {
     if (!finding.help.empty()) {
         lines.push_back("help: " + printable(finding.help));
     }
-    lines.push_back("see: vrrp-valid explain " + printable(finding.rule));
+    if (!finding.path.empty()) {
+        lines.push_back("see: vrrp-valid explain " + printable(finding.rule));
+    }
     return lines;
 }
 
-std::string omitted_text(const Omitted& omitted) {
-    const std::string errors = counted(omitted.errors, "more error");
-    const std::string warnings = counted(omitted.warnings, "more warning");
-    return (omitted.warnings == 0 ? errors
-            : omitted.errors == 0 ? warnings
-                                  : errors + " and " + warnings) +
-           " of " + printable(omitted.rule) + "; check with a larger --max-findings to see them";
+std::string finding_text(const Finding& finding, const std::string& colour,
+                         const std::string& source) {
+    std::string text = printable(text_of(finding.location)) + ": " +
+                       coloured(severity_word(finding.severity) + ":", colour) + " " +
+                       printable(finding.message) + "\n" + source;
+    for (const std::string& line : finding_lines(finding)) {
+        text += "    " + line + "\n";
+    }
+    return text;
+}
+
+Finding told(const std::string& rule, const std::string& message, const std::string& candidate) {
+    Finding finding;
+    finding.rule = rule;
+    finding.message = message;
+    finding.location.file = candidate;
+    return finding;
+}
+
+std::vector<Finding> told_findings(const Report& report) {
+    std::vector<Finding> findings;
+    if (!report.failure.empty()) {
+        findings.push_back(told(kNotChecked, report.failure, report.candidate));
+        findings[0].location = place_in(report, report.failure_at);
+        const std::string place = text_of(findings[0].location) + ": ";
+        findings[0].message.erase(0, report.failure.rfind(place, 0) == 0 ? place.size() : 0);
+    }
+    for (const auto& [first, finding] : by_cause(report.findings)) {
+        findings.push_back(*finding);
+        findings.back().location = place_in(report, finding->location);
+    }
+    for (const Omitted& rest : report.omitted) {
+        findings.push_back(told(rest.rule, omitted_text(rest), report.candidate));
+        findings.back().severity = rest.errors > 0 ? Severity::error : Severity::warning;
+    }
+    return findings;
 }
 
 bool is_clean(const Report& report) {
@@ -67,7 +137,9 @@ std::string result_text(const Report& report) {
         return "could not be checked";
     }
     const std::string running =
-        report.running.empty() ? "an empty running configuration" : printable(report.running);
+        report.running.empty()
+            ? "an empty running configuration; the rules that compare cannot refuse"
+            : printable(report.running);
     return counts(report.count(Severity::error), report.count(Severity::warning), report.requests) +
            " against " + running;
 }
@@ -93,21 +165,11 @@ std::vector<std::string> unknown_data_texts(const UnknownData& data, const std::
     std::vector<std::string> sentences;
     if (data.nodes > 0) {
         sentences.push_back(counted(data.nodes, "node") + " of other modules not " + done + ": " +
-                            listed(data.modules));
+                            printable(joined(data.modules, ", ")));
     }
     for (const std::string& node : data.unknown) {
         sentences.push_back("not defined in its module, not " + done + ": " + printable(node));
     }
-    return sentences;
-}
-
-std::vector<std::string> remarks(const Report& report) {
-    std::vector<std::string> sentences;
-    for (const Omitted& rest : report.omitted) {
-        sentences.push_back(omitted_text(rest));
-    }
-    const std::vector<std::string> more = notes(report);
-    sentences.insert(sentences.end(), more.begin(), more.end());
     return sentences;
 }
 
@@ -124,6 +186,9 @@ std::string summary_text(const Summary& summary) {
     }
     if (summary.unknown_nodes > 0) {
         text += ", " + counted(summary.unknown_nodes, "node") + " of other modules not checked";
+    }
+    for (const std::string& note : summary.notes) {
+        text += ", " + note;
     }
     return text;
 }

@@ -7,6 +7,15 @@
 #include "checking/report.h"
 #include "reports/summary.h"
 
+/// The rule of an error that says why a candidate could not be checked.
+constexpr const char* kNotChecked = "not-checked";
+
+/// `texts` in one, with `separator` between two.
+std::string joined(const std::vector<std::string>& texts, const char* separator);
+
+/// `text` in `colour`, a terminal's escape sequence; empty for none.
+std::string coloured(const std::string& text, const std::string& colour);
+
 /// "error" or "warning".
 std::string severity_word(Severity severity);
 
@@ -20,8 +29,18 @@ std::string value_text(const ReadValue& value);
 /// compared, and what to do.
 std::vector<std::string> finding_lines(const Finding& finding);
 
-/// That there is more than was shown: "3 more errors of vrrp_vr_id_validation; ...".
-std::string omitted_text(const Omitted& omitted);
+/// The finding as compilers write theirs, with finding_lines() under it; between them `source`, the
+/// lines at its place.
+std::string finding_text(const Finding& finding, const std::string& colour = {},
+                         const std::string& source = {});
+
+/// What is told of the candidate as an error of `rule`.
+Finding told(const std::string& rule, const std::string& message, const std::string& candidate);
+
+/// What the report has to tell: why the candidate could not be checked, as an error of kNotChecked;
+/// the findings, those with one cause together; what is only counted of a rule, as one more finding
+/// of it. Each has a place, its file at least.
+std::vector<Finding> told_findings(const Report& report);
 
 /// Whether there is nothing to say of the candidate but what a sum of all says as well, so that it
 /// can be only counted.
@@ -38,9 +57,6 @@ std::vector<std::string> notes(const Report& report);
 /// What of a configuration was not `done`, one sentence for each kind of reason: "3 nodes of other
 /// modules not checked: a, b".
 std::vector<std::string> unknown_data_texts(const UnknownData& data, const std::string& done);
-
-/// Those of omitted findings, and notes().
-std::vector<std::string> remarks(const Report& report);
 
 /// That the run was ended: "interrupted: 3 candidates were not checked".
 std::string not_reached_text(std::size_t count);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "checking/report.h"
 #include "reports/report_format.h"
@@ -14,15 +15,21 @@ using Write = std::function<void(const std::string&)>;
 
 class ReportWriter {
   public:
+    ReportWriter(ReportOptions options, Write write)
+        : options_(std::move(options)), write_(std::move(write)) {}
     virtual ~ReportWriter() = default;
 
     /// Writes what `report` adds to the document, or keeps it outside memory for as long as it
-    /// cannot be written.
-    virtual void add(const Report& report) = 0;
+    /// cannot be written. `findings` is what told_findings() makes of it.
+    virtual void add(const Report& report, const std::vector<Finding>& findings) = 0;
 
     /// Ends the document. `summary` are those of all candidates, of which `not_reached` have no
     /// report, since the run was ended.
     virtual void finish(const Summary& summary, std::size_t not_reached) = 0;
+
+  protected:
+    const ReportOptions options_;
+    const Write write_;
 };
 
 using MakeWriter = std::unique_ptr<ReportWriter>(const ReportOptions& options, const Write& write);
@@ -30,6 +37,9 @@ using MakeWriter = std::unique_ptr<ReportWriter>(const ReportOptions& options, c
 /// For a reader: each finding as compilers write theirs, those with one cause together; what was
 /// checked in a few lines for each candidate; one line for all of several.
 MakeWriter text_writer;
+
+/// A line a finding, for editors: "file:line:column: error: message [rule]".
+MakeWriter concise_writer;
 
 /// One JSON object, as docs/report.schema.json describes it.
 MakeWriter json_writer;

@@ -27,8 +27,7 @@ std::string uri_of(const std::string& file) {
            });
 }
 
-/// The name at `location`; without a location the beginning of the candidate, since tools need a
-/// place.
+/// The name at `location`; where only the file is known its beginning, since tools need a place.
 Json physical_location(const Report& report, const Location& location) {
     Json region = {{"startLine", std::max<std::size_t>(location.line, 1)}};
     if (location.column > 0) {
@@ -39,14 +38,13 @@ Json physical_location(const Report& report, const Location& location) {
             region["endColumn"] = location.column + count_characters(line.marked);
         }
     }
-    const std::string& file = location.is_known() ? location.file : report.candidate;
-    return {{"artifactLocation", {{"uri", uri_of(file)}}}, {"region", region}};
+    return {{"artifactLocation", {{"uri", uri_of(location.file)}}}, {"region", region}};
 }
 
 Json rule_json(const Rule& rule) {
     std::string text = rule.demand;
     std::string markdown = rule.demand + "\n";
-    bool is_warning = true;
+    bool is_warning = !rule.messages.empty();
     for (const RuleMessage& message : rule.messages) {
         is_warning = is_warning && message.is_warning;
         text += "\n\n" + message.text + "\n" + message.help;
@@ -59,26 +57,22 @@ Json rule_json(const Rule& rule) {
             {"defaultConfiguration", {{"level", is_warning ? "warning" : "error"}}}};
 }
 
-std::string message_of(const Finding& finding) {
+Json result_json(const Report& report, const Finding& finding) {
     std::string message = printable(finding.message);
     for (const auto& [word, text] :
          {std::pair("Cause: ", &finding.cause), std::pair("Note: ", &finding.note),
           std::pair("Help: ", &finding.help)}) {
-        if (!text->empty()) {
-            message += "\n" + (word + printable(*text));
-        }
+        message += text->empty() ? "" : "\n" + (word + printable(*text));
     }
-    return message;
-}
-
-Json result_json(const Report& report, const Finding& finding) {
     Json json = {{"ruleId", printable(finding.rule)},
                  {"level", severity_word(finding.severity)},
-                 {"message", {{"text", message_of(finding)}}}};
-    json["locations"] = {{{"physicalLocation", physical_location(report, finding.location)},
-                          {"logicalLocations",
-                           {{{"fullyQualifiedName", printable(finding.path)},
-                             {"decoratedName", printable(finding.cli_path)}}}}}};
+                 {"message", {{"text", message}}}};
+    Json place = {{"physicalLocation", physical_location(report, finding.location)}};
+    if (!finding.path.empty()) {
+        place["logicalLocations"] = {{{"fullyQualifiedName", printable(finding.path)},
+                                      {"decoratedName", printable(finding.cli_path)}}};
+    }
+    json["locations"] = {place};
     for (const ReadValue& value : finding.values) {
         if (value.location.is_known()) {
             json["relatedLocations"].push_back(
@@ -87,50 +81,51 @@ Json result_json(const Report& report, const Finding& finding) {
                  {"message", {{"text", value_text(value)}}}});
         }
     }
-    json["partialFingerprints"] = {{"finding/v1", fingerprint(report, finding)}};
+    json["partialFingerprints"] = {{"finding/v1", fingerprint(report.candidate, finding)}};
     return json;
-}
-
-Json notification(const char* level, const std::string& text) {
-    return {{"level", level}, {"message", {{"text", text}}}};
 }
 
 /// The results are written as they come; the notifications, which are beside them in another array,
 /// when there are no more.
 class SarifWriter final : public ReportWriter {
   public:
-    SarifWriter(bool accept_warnings, const Write& write)
-        : accept_warnings_(accept_warnings), write_(write), results_(write, kHead, 3) {}
+    using ReportWriter::ReportWriter;
 
-    void add(const Report& report) override {
+    void add(const Report& report, const std::vector<Finding>& findings) override {
         rules_ = report.rules != nullptr ? report.rules : rules_;
-        if (!report.failure.empty()) {
-            add(report, notification("error", printable(report.failure)));
-        }
-        for (const std::string& remark : remarks(report)) {
-            add(report, notification("note", remark));
-        }
-        for (const Finding& finding : report.findings) {
+        last_ = report.candidate;
+        for (const Finding& finding : findings) {
             Json result = result_json(report, finding);
-            if (finding.severity == Severity::warning && accept_warnings_) {
+            if (finding.severity == Severity::warning && options_.accept_warnings) {
                 result["suppressions"] = {
                     {{"kind", "external"}, {"justification", "accepted with --accept-warnings"}}};
             }
             results_.add(result);
         }
+        for (const std::string& note : notes(report)) {
+            notifications_.add(
+                {{"level", "note"},
+                 {"message", {{"text", note}}},
+                 {"locations", {{{"physicalLocation", physical_location(report, {last_})}}}}});
+        }
     }
 
     void finish(const Summary& summary, std::size_t not_reached) override {
         if (not_reached > 0) {
-            notifications_.add(notification("error", not_reached_text(not_reached)));
+            results_.add(result_json({}, told(kNotChecked, not_reached_text(not_reached), last_)));
         }
-        Json driver = {{"name", "vrrp-valid"},
-                       {"version", VRRP_VALID_VERSION},
-                       {"semanticVersion", VRRP_VALID_VERSION},
-                       {"rules", Json::array()}};
+        Json rules = Json::array();
         for (const Rule& rule : *rules_) {
-            driver["rules"].push_back(rule_json(rule));
+            rules.push_back(rule_json(rule));
         }
+        Rule not_checked;
+        not_checked.name = kNotChecked;
+        not_checked.demand = "Every candidate can be checked.";
+        rules.push_back(rule_json(not_checked));
+        const Json driver = {{"name", "vrrp-valid"},
+                             {"version", VRRP_VALID_VERSION},
+                             {"semanticVersion", VRRP_VALID_VERSION},
+                             {"rules", rules}};
         results_.finish(",\n      \"tool\": " + indented({{"driver", driver}}, "      ") +
                         ",\n      \"invocations\": [\n        {\n"
                         "          \"executionSuccessful\": " +
@@ -140,16 +135,9 @@ class SarifWriter final : public ReportWriter {
     }
 
   private:
-    void add(const Report& report, Json notification) {
-        notification["locations"] = {
-            {{"physicalLocation", physical_location(report, report.failure_at)}}};
-        notifications_.add(notification);
-    }
-
-    bool accept_warnings_;
-    Write write_;
     std::shared_ptr<const std::vector<Rule>> rules_ = std::make_shared<std::vector<Rule>>();
-    JsonElements results_;
+    std::string last_;  ///< whose file is the place of what has none
+    JsonElements results_{write_, kHead, 3};
     Spool notifications_text_;
     JsonElements notifications_{
         [this](const std::string& text) { notifications_text_.write(text); },
@@ -159,5 +147,5 @@ class SarifWriter final : public ReportWriter {
 }  // namespace
 
 std::unique_ptr<ReportWriter> sarif_writer(const ReportOptions& options, const Write& write) {
-    return std::make_unique<SarifWriter>(options.accept_warnings, write);
+    return std::make_unique<SarifWriter>(options, write);
 }

@@ -19,15 +19,13 @@ std::string folder() {
     return std::filesystem::temp_directory_path(error).string();
 }
 
-/// A file without a name; not open when there can be none.
-FileDescriptor temporary_file() {
+/// Opens a file without a name; negative when there can be none.
+int temporary_file() {
     std::string name = folder();
-    if (name.empty()) {
-        return FileDescriptor(-1);
-    }
+    const bool has_folder = !name.empty();
     name += "/vrrp-valid-XXXXXX";
-    FileDescriptor file(mkostemp(name.data(), O_CLOEXEC));
-    if (file.is_open()) {
+    const int file = has_folder ? mkostemp(name.data(), O_CLOEXEC) : -1;
+    if (file >= 0) {
         unlink(name.c_str());
     }
     return file;
@@ -46,7 +44,7 @@ void Spool::write(const std::string& text) {
         return;
     }
     if (!file_) {
-        file_ = temporary_file();
+        file_.emplace(temporary_file());
     }
     if (!file_->is_open()) {
         return;
@@ -62,8 +60,7 @@ void Spool::write(const std::string& text) {
 void Spool::copy_to(const Write& write) const {
     std::string part(kInMemory, '\0');
     for (off_t at = 0; file_ && file_->is_open();) {
-        const ssize_t size =
-            uninterrupted([&] { return pread(file_->number(), part.data(), part.size(), at); });
+        const ssize_t size = pread(file_->number(), part.data(), part.size(), at);
         if (size < 0) {
             refuse("read: " + last_system_error());
         }

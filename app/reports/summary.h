@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
+#include <vector>
 
 #include "checking/report.h"
 
@@ -10,8 +12,9 @@ struct Summary {
     std::size_t errors = 0;
     std::size_t warnings = 0;
     std::size_t requests = 0;
-    std::size_t not_checked = 0;    ///< candidates that could not be checked, or were not reached
-    std::size_t unknown_nodes = 0;  ///< that were not checked
+    std::size_t not_checked = 0;     ///< candidates that could not be checked, or were not reached
+    std::size_t unknown_nodes = 0;   ///< that were not checked
+    std::vector<std::string> notes;  ///< what a reader of the counts must know as well
 
     void add(const Report& report) {
         ++candidates;

@@ -8,15 +8,6 @@
 #include "files/file_descriptor.h"
 #include "text/printable.h"
 
-namespace {
-
-bool is_set(const char* variable) {
-    const char* const value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
-}
-
-}  // namespace
-
 void print(const std::string& text) {
     try {
         write_all(STDOUT_FILENO, text);
@@ -31,10 +22,9 @@ bool is_terminal(int fd) {
 }
 
 bool wants_colour(const std::string& when) {
-    if (when != "auto") {
-        return when == "always";
-    }
-    return is_set("CLICOLOR_FORCE") || (is_terminal(STDOUT_FILENO) && !is_set("NO_COLOR"));
+    const char* const unwanted = std::getenv("NO_COLOR");
+    const bool is_unwanted = unwanted != nullptr && *unwanted != '\0';
+    return when == "always" || (when == "auto" && is_terminal(STDOUT_FILENO) && !is_unwanted);
 }
 
 std::string complaint(std::string_view reason) {

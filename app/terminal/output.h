@@ -18,7 +18,7 @@ void print(const std::string& text);
 bool is_terminal(int fd);
 
 /// Whether to colour what goes to standard output: `when` is "always", "never", or "auto", which
-/// leaves it to the environment, CLICOLOR_FORCE before NO_COLOR, and then to the terminal.
+/// leaves it to NO_COLOR in the environment, and then to the terminal.
 bool wants_colour(const std::string& when);
 
 /// `reason` as the one line in which the command says on standard error why it failed.

@@ -23,7 +23,7 @@ mode_t usual_mode() {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& name) : shown_name_(name) {
+OutputFile::OutputFile(const std::string& name) {
     std::error_code error;
     name_ = fs::weakly_canonical(name, error);
     struct stat before {};
@@ -34,9 +34,6 @@ OutputFile::OutputFile(const std::string& name) : shown_name_(name) {
     }
     const FileDescriptor file(is_replaced ? mkostemp(temporary_name_.data(), O_CLOEXEC)
                                           : open(name.c_str(), O_WRONLY | O_CLOEXEC));
-    if (!file.is_open()) {
-        temporary_name_.clear();
-    }
     const mode_t mode = existed ? before.st_mode & 0777U : usual_mode();
     if (!file.is_open() || (is_replaced && fchmod(file.number(), mode) != 0) ||
         dup2(file.number(), STDOUT_FILENO) < 0) {
@@ -45,9 +42,7 @@ OutputFile::OutputFile(const std::string& name) : shown_name_(name) {
 }
 
 OutputFile::~OutputFile() {
-    if (!temporary_name_.empty()) {
-        unlink(temporary_name_.c_str());
-    }
+    unlink(temporary_name_.c_str());  // which may have no name
 }
 
 void OutputFile::put_in_place() {
@@ -55,7 +50,7 @@ void OutputFile::put_in_place() {
         return;
     }
     if (fsync(STDOUT_FILENO) != 0 || rename(temporary_name_.c_str(), name_.c_str()) != 0) {
-        throw InputError(shown_name_ + ": the output cannot be written: " + last_system_error());
+        throw InputError(name_ + ": the output cannot be written: " + last_system_error());
     }
     temporary_name_.clear();
 }

@@ -19,7 +19,6 @@ class OutputFile {
     void put_in_place();
 
   private:
-    std::string shown_name_;
     std::string name_;            ///< links followed
     std::string temporary_name_;  ///< empty when there is none
 };

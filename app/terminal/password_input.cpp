@@ -1,7 +1,7 @@
 #include "terminal/password_input.h"
 
 #include <bsd/readpassphrase.h>
-#include <poll.h>
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -17,43 +17,20 @@ constexpr std::size_t kLongestPassword = 8;
 /// Of what is read: enough to tell that it is too long.
 constexpr std::size_t kLongestLine = 64;
 
-[[noreturn]] void fail(const char* where) {
-    throw InputError(std::string(where) + " cannot be read: " + last_system_error());
-}
-
-/// Asks on the terminal, which does not show the answer and echoes again whatever signal comes.
-void ask(const char* question, Secret& answer) {
-    answer.text.resize(kLongestLine);
-    while (readpassphrase(question, answer.text.data(), kLongestLine, RPP_REQUIRE_TTY) == nullptr) {
+/// Asks on the terminal, which does not show the answer and echoes again whatever signal comes, or
+/// reads the first line of standard input and not a byte more: what follows is not ours.
+void read_answer(const char* question, bool from_terminal, Secret& answer) {
+    // No part of an answer, whose end is before the first of them.
+    answer.text.assign(kLongestLine + 1, '\n');
+    const int source = from_terminal ? RPP_REQUIRE_TTY : RPP_STDIN;
+    while (readpassphrase(question, answer.text.data(), kLongestLine, source) == nullptr) {
         if (errno != EINTR) {  // by a signal that is ignored
-            fail("the terminal");
+            throw InputError(std::string(from_terminal ? "the terminal" : "standard input") +
+                             " cannot be read: " + last_system_error());
         }
     }
-    answer.text.resize(answer.text.find_last_not_of('\0') + 1);
-}
-
-/// Reads the first line of standard input, without its end, byte by byte: what follows is not ours.
-void read_line(Secret& line) {
-    line.text.reserve(kLongestLine);
-    pollfd input{STDIN_FILENO, POLLIN, 0};  // which may have been made not to wait
-    char byte = 0;
-    while (line.text.size() < kLongestLine) {
-        uninterrupted([&] { return poll(&input, 1, -1); });
-        const ssize_t count = uninterrupted([&] { return read(STDIN_FILENO, &byte, 1); });
-        if (count < 0) {
-            fail("standard input");
-        }
-        if (count == 0 || byte == '\n') {
-            break;
-        }
-        line.text += byte;
-    }
-    if (!line.text.empty() && line.text.back() == '\r') {
-        line.text.pop_back();
-    }
-}
-
-void require_password(const std::string& text) {
+    answer.text.resize(answer.text.find('\n') - 1);
+    const std::string& text = answer.text;
     if (text.empty()) {
         throw InputError(
             "no password was given; type one, or send it as the first line of standard input");
@@ -72,13 +49,12 @@ void require_password(const std::string& text) {
 
 void read_password(Secret& password) {
     if (isatty(STDIN_FILENO) != 1) {
-        read_line(password);
-        return require_password(password.text);
+        fcntl(STDIN_FILENO, F_SETFL, O_RDONLY);  // to wait, whatever it was made to do
+        return read_answer("", false, password);
     }
-    ask("Password: ", password);
-    require_password(password.text);
+    read_answer("Password: ", true, password);
     Secret again;
-    ask("Again: ", again);
+    read_answer("Again: ", true, again);
     if (again.text != password.text) {
         throw InputError("the two passwords differ; run the command again");
     }

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <string>
 
 /// Writes to standard error, once a check has taken a second, and only to a terminal. Clears its

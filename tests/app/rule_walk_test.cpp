@@ -87,10 +87,8 @@ TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
         bench.read(R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}");
     for (const std::size_t threads : {1, 2, 5}) {
         Report report;
-        const bool is_timed = threads > 1;
-        walk_candidate({bench.model, bench.host, {}, {}, 15, threads, nullptr, is_timed},
-                       {pair, bench.read("{}"), {}}, report);
-        EXPECT_EQ(report.rule_seconds.size(), is_timed ? 4U : 0U) << "one for each rule that ran";
+        walk_candidate({bench.model, bench.host, {}, {}, 15, threads}, {pair, bench.read("{}"), {}},
+                       report);
         EXPECT_EQ(report.requests, 402U);
         const std::vector<std::string> findings = findings_of(report);
         ASSERT_EQ(findings.size(), 31U);

@@ -5,8 +5,8 @@ PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
-.PHONY: help build test demo programs install uninstall package check-package check-abi abi lint format coverage \
-        check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
+.PHONY: help build test demo programs install uninstall package check-package check-debian13 check-abi abi lint format \
+        coverage check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
         check-fleet build-bench clean
 
 help:
@@ -56,8 +56,12 @@ package: deps-build deps-package
 	cd build-package && cpack
 
 ## make check-package       install, use and remove the packages in a clean root (needs root)
-check-package: deps-build deps-package deps-check-package
+check-package: deps-build deps-package deps-root
 	scripts/package-test.sh build-package
+
+## make check-debian13      make test, make demo and make package on a bare Debian 13 (needs root)
+check-debian13: deps-root
+	scripts/check-debian13.sh
 
 PLUGIN = $(BUILD)/lib/vrrp-valid/libvrrp_valid.so
 

@@ -32,21 +32,11 @@ left=$(find "$destination" -type f -o -name '*vrrp*')
 
 # shellcheck source=/dev/null
 . /etc/os-release
-# The release and the mirror that this machine itself installs from.
-release=$VERSION_CODENAME
-# shellcheck disable=SC2016
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $release" 'Created-By: Packages' | head -1)
-debootstrap --variant=minbase "$release" "$root" "$mirror" >"$build/debootstrap.log" 2>&1 ||
-  { tail -20 "$build/debootstrap.log"; exit 1; }
-mount -t proc proc "$root/proc"
-rm -f "$root/etc/apt/sources.list"
-cp -r /etc/apt/. "$root/etc/apt/"
-cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
+scripts/bare-root.sh "$VERSION_CODENAME" "$root"
 cp -r examples "$root/root/"
 cp "$build"/*.deb "$root/root/"
 
 in_root() { chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C "$@"; }
-in_root apt-get update -qq
 in_root sh -c 'apt-get install -y -qq /root/*.deb' >/dev/null
 
 echo "--- installed; used:"

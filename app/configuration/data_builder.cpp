@@ -5,6 +5,7 @@
 #include <new>
 
 #include "configuration/leaf_value.h"
+#include "configuration/libyang_version.h"
 #include "configuration/yang_schema.h"
 #include "errors/input_error.h"
 
@@ -73,8 +74,7 @@ lyd_node* NodeMaker::make(DataForest& forest, lyd_node* parent, const FileNode& 
             break;
         default:
             // What it holds is nothing to the model.
-            require(lyd_new_any(parent, schema.module, schema.name, nullptr, 1,
-                                LYD_ANYDATA_DATATREE, 0, &made));
+            require(new_any(lyd_new_any, parent, schema, made));
     }
     set_origin(*made, node);
     if (parent == nullptr) {

@@ -3,11 +3,15 @@
 #pragma once
 
 #include <libyang/libyang.h>
+#include <libyang/version.h>
 
 #include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
+
+/// Whether the entries of a list come in the order of their keys, not in that of the file.
+constexpr bool kSortsEntries = LY_VERSION_MAJOR >= 3;
 
 /// Where libyang found an error; empty and 0 where it does not say.
 struct ErrorPlace {

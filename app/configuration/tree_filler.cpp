@@ -1,7 +1,10 @@
 #include "configuration/tree_filler.h"
 
-#include <libyang/libyang.h>
+#include <algorithm>
+#include <utility>
 
+#include "configuration/libyang_version.h"
+#include "configuration/origin.h"
 #include "configuration/yang_schema.h"
 
 using local_platform::Node;
@@ -39,18 +42,46 @@ class TreeFiller {
 
     void add_siblings(lyd_node* first, Parent& parent) {
         for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
+            if (kSortsEntries && node->schema->nodetype == LYS_LIST &&
+                !lysc_is_userordered(node->schema)) {
+                next = add_entries(node, parent);
+                continue;
+            }
             next = node->next;
-            // A key came with its entry.
-            if (is_supported(*node->schema) && !lysc_is_key(node->schema)) {
-                add(*node, parent);
-            }
-            if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
-                lyd_free_tree(node);
-            }
+            add_sibling(node, parent);
         }
     }
 
   private:
+    void add_sibling(lyd_node* node, Parent& parent) {
+        // A key came with its entry.
+        if (is_supported(*node->schema) && !lysc_is_key(node->schema)) {
+            add(*node, parent);
+        }
+        if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
+            lyd_free_tree(node);
+        }
+    }
+
+    /// Adds the entries of the list that begins with `entry` in the order of the file: what an edit
+    /// adds follows what was there. Gives what is behind them.
+    lyd_node* add_entries(lyd_node* entry, Parent& parent) {
+        std::vector<std::pair<std::pair<bool, std::uintptr_t>, lyd_node*>> entries;
+        const lysc_node* const list = entry->schema;
+        for (; entry != nullptr && entry->schema == list; entry = entry->next) {
+            const lyd_node* const key = lyd_child(entry);
+            const std::uintptr_t mark = key == nullptr ? 0 : mark_of(*key);
+            entries.push_back({{mark != 0 && origin_of(mark).source == 0, mark}, entry});
+        }
+        std::stable_sort(entries.begin(), entries.end(), [](const auto& one, const auto& other) {
+            return one.first < other.first;
+        });
+        for (const auto& [place, one] : entries) {
+            add_sibling(one, parent);
+        }
+        return entry;
+    }
+
     void add(const lyd_node& node, Parent& parent) {
         const lysc_node& schema = *node.schema;
         if (is_nonpresence_container(schema)) {

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Does on a bare Debian 13, which has another libyang, what the README begins with, and what comes of `make package`.
+# Does on a bare Debian 13, which has another libyang, what the README begins with, and uses what `make package` makes.
 # Needs root, for chroot.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/bare-root.sh
 root=$(mktemp -d)
-trap 'umount -q "$root/proc" || true; rm -rf "$root"' EXIT
-scripts/bare-root.sh trixie "$root"
+trap 'rm -rf "$root"' EXIT
+make_root trixie "$root"
 mkdir "$root/work"
 git ls-files -z | xargs -0 cp --parents -t "$root/work"
 
-in_root() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive "$@"; }
 in_root apt-get install -y -qq --no-install-recommends make git >/dev/null
 for target in test demo "deps FOR=package" package; do
   # shellcheck disable=SC2086

@@ -43,13 +43,14 @@ refuse() { printf '%s\n' "packages are missing: ${missing[*]}" "$@" >&2; exit 1;
 command -v apt-get >/dev/null ||
   refuse "This system has no apt-get: install them under the names that they have here, and then, without make:" \
     "cmake --preset default && cmake --build build && ctest --test-dir build"
-if [ "$only_check" ]; then
-  [ "$*" = "build" ] || [ "$*" = "build test" ] || refuse "To install them: make deps FOR=\"$*\""
-  refuse "To install them: make deps"
-fi
+case $* in
+  build | "build test") how="make deps" ;;
+  *) how="make deps FOR=\"$*\"" ;;
+esac
+[ -z "$only_check" ] || refuse "To install them: $how"
 sudo=()
 if [ "$(id -u)" -ne 0 ]; then
-  command -v sudo >/dev/null || refuse "You are not root, and there is no sudo: have root run make deps"
+  command -v sudo >/dev/null || refuse "You are not root, and there is no sudo: have root run: $how"
   sudo=(sudo)
 fi
 echo "First ${sudo[*]:+with sudo, }apt-get installs what is missing: ${missing[*]}"

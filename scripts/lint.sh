@@ -25,7 +25,7 @@ done
 echo "yanglint: models and $(wc -w <<<"$configurations") configurations valid"
 
 # Configured only: what clang-tidy needs is how each file is compiled.
-cmake -S . -B build-lint -G Ninja -DVRRP_VALID_BENCH=ON -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null
+cmake --preset lint >/dev/null
 tidy() {  # tidy FOLDER... [-- ARGUMENT...]
   local folders=()
   while [ $# -gt 0 ] && [ "$1" != -- ]; do folders+=("$1"); shift; done

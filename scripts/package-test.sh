@@ -3,13 +3,13 @@
 # usage: package-test.sh BUILD_DIR
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/bare-root.sh
 build=$1
 root=$(mktemp -d)
-trap 'umount -q "$root/proc" || true; rm -rf "$root"' EXIT
+trap 'rm -rf "$root"' EXIT
 
 umask 077
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
-  -DBUILD_TESTING=OFF >/dev/null
+cmake --preset package -B "$build" >/dev/null
 cmake --build "$build"
 rm -f "$build"/*.deb
 (cd "$build" && cpack >/dev/null)
@@ -31,12 +31,10 @@ left=$(find "$destination" -type f -o -name '*vrrp*')
 [ -z "$left" ] || { printf 'make uninstall leaves:\n%s\n' "$left"; exit 1; }
 
 # shellcheck source=/dev/null
-. /etc/os-release
-scripts/bare-root.sh "$VERSION_CODENAME" "$root"
+make_root "$(. /etc/os-release && echo "$VERSION_CODENAME")" "$root"
 cp -r examples "$root/root/"
 cp "$build"/*.deb "$root/root/"
 
-in_root() { chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C "$@"; }
 in_root sh -c 'apt-get install -y -qq /root/*.deb' >/dev/null
 
 echo "--- installed; used:"

@@ -47,7 +47,7 @@ in_root test -e /usr/share/man/man1/vrrp-valid.1.gz
 in_root test -e /usr/share/bash-completion/completions/vrrp-valid
 
 echo "--- removed:"
-in_root apt-get purge -y -qq vrrp-valid vrrp-valid-plugin >/dev/null
+in_root apt-get purge -y -qq vrrp-valid vrrp-valid-plugin vrrp-valid-platform >/dev/null
 left=$(in_root find / -xdev -path /root -prune -o -path /proc -prune -o -name '*vrrp*' -print)
 [ -z "$left" ] || { printf 'left behind:\n%s\n' "$left"; exit 1; }
 echo "nothing left behind"

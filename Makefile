@@ -40,7 +40,7 @@ test: build
 demo: programs
 	@scripts/demo.sh $(VRRP_VALID)
 
-## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint; line counts
+## make lint                clang-format, clang-tidy since the last tag, shellcheck; models and examples under yanglint; line counts
 lint: need-build-test-lint-bench
 	scripts/lint.sh
 
@@ -85,8 +85,8 @@ abi: need-build-abi programs
 coverage: need-build-test-deep
 	scripts/coverage.sh
 
-## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
-check-deep: need-build-test-deep build
+## make check-deep          other compilers, sanitizers, valgrind, fuzzing, clang-tidy over everything: minutes
+check-deep: need-build-test-lint-bench-deep build
 	scripts/check-deep.sh
 
 ## make check-cross         build for other processors, and run the rules' tests on two of them

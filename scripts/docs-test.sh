@@ -29,6 +29,7 @@ run_line() {
     return
   fi
   printf '%s: failed: %s\n' "$document" "$line"
+  [[ $line == make\ * ]] || cat "$tree/.log"
   failed=1
 }
 

@@ -10,6 +10,7 @@ make_root() {
   mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $own" 'Created-By: Packages' | head -1)
   debootstrap --variant=minbase "$release" "$root" "$mirror" >"$root.log" 2>&1 || { tail -20 "$root.log"; return 1; }
   rm "$root.log"
+  chmod 755 "$root"
   rm -f "$root/etc/apt/sources.list"
   cp -r /etc/apt/. "$root/etc/apt/"
   find "$root/etc/apt" \( -name '*.sources' -o -name '*.list' \) -exec sed -i "s/\b$own\b/$release/g" {} +

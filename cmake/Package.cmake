@@ -39,8 +39,8 @@ router identifiers, and the layer-3 interfaces that VRRP runs on.
 .
 Whoever loads it brings the platform's libraries.")
 set(CPACK_DEBIAN_PLATFORM_PACKAGE_NAME vrrp-valid-platform)
-set(CPACK_DEBIAN_PLATFORM_DESCRIPTION "A stand-in for a router's platform: its configuration in memory, and a host that
-loads a validation plug-in and hands it requests.
+set(CPACK_DEBIAN_PLATFORM_DESCRIPTION "A stand-in for a router's platform: its configuration in memory, and a host
+that loads a validation plug-in and hands it requests.
 .
 The package holds the libraries and their headers, for tests of such hosts and
 plug-ins.")

@@ -74,7 +74,7 @@ lyd_node* NodeMaker::make(DataForest& forest, lyd_node* parent, const FileNode& 
             break;
         default:
             // What it holds is nothing to the model.
-            require(new_any(lyd_new_any, parent, schema, made));
+            require(new_any(parent, schema, &made));
     }
     set_origin(*made, node);
     if (parent == nullptr) {

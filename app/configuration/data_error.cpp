@@ -119,7 +119,7 @@ InputError data_error(const ly_ctx& context, const DataForest& data, const Sourc
     }
     std::string message = error->msg;
     message.erase(message.find_last_not_of('.') + 1);
-    const auto [path, is_schema, line] = place_of(*error, 0);
+    const auto [path, is_schema, line] = place_of(*error);
     const lyd_node* node = nullptr;
     for (const lysc_node* lacking = is_schema ? schema_at(context, path) : nullptr;
          lacking != nullptr && node == nullptr; lacking = lysc_data_parent(lacking)) {

@@ -15,7 +15,7 @@ std::string schema_error(const ly_ctx& context, const std::string& file) {
     if (error == nullptr) {
         return file + ": libyang refused it and gave no reason";
     }
-    const ErrorPlace place = place_of(*error, 0);
+    const ErrorPlace place = place_of(*error);
     return file + (place.line == 0 ? "" : ":" + std::to_string(place.line)) + ": " + error->msg +
            (place.path.empty() ? "" : " At " + place.path + ".");
 }

@@ -43,7 +43,7 @@ class TreeFiller {
     void add_siblings(lyd_node* first, Parent& parent) {
         for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
             if (kSortsEntries && node->schema->nodetype == LYS_LIST &&
-                !lysc_is_userordered(node->schema)) {
+                is_supported(*node->schema) && !lysc_is_userordered(node->schema)) {
                 next = add_entries(node, parent);
                 continue;
             }
@@ -66,17 +66,19 @@ class TreeFiller {
     /// Adds the entries of the list that begins with `entry` in the order of the file: what an edit
     /// adds follows what was there. Gives what is behind them.
     lyd_node* add_entries(lyd_node* entry, Parent& parent) {
-        std::vector<std::pair<std::pair<bool, std::uintptr_t>, lyd_node*>> entries;
+        std::vector<lyd_node*> entries;
         const lysc_node* const list = entry->schema;
         for (; entry != nullptr && entry->schema == list; entry = entry->next) {
-            const lyd_node* const key = lyd_child(entry);
-            const std::uintptr_t mark = key == nullptr ? 0 : mark_of(*key);
-            entries.push_back({{mark != 0 && origin_of(mark).source == 0, mark}, entry});
+            entries.push_back(entry);
         }
-        std::stable_sort(entries.begin(), entries.end(), [](const auto& one, const auto& other) {
-            return one.first < other.first;
+        const auto place_of = [](const lyd_node* one) {
+            const Origin origin = origin_of(mark_of(*lyd_child(one)));
+            return std::pair(origin.source == 0, origin.offset);
+        };
+        std::stable_sort(entries.begin(), entries.end(), [&](const auto* one, const auto* other) {
+            return place_of(one) < place_of(other);
         });
-        for (const auto& [place, one] : entries) {
+        for (lyd_node* const one : entries) {
             add_sibling(one, parent);
         }
         return entry;

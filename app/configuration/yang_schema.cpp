@@ -194,7 +194,7 @@ RuleMessage read_message(const Substatement& stmt, bool is_warning) {
 Rule read_rule(const lysp_ext_instance& extension) {
     Rule rule;
     rule.point = extension.argument;
-    for (const Substatement& stmt : substatements(extension, 0)) {
+    for (const Substatement& stmt : substatements(extension)) {
         const std::string_view name = without_prefix(stmt.name);
         if (name == "opaque") {
             rule.name = argument_of(stmt);
@@ -216,17 +216,10 @@ Rule read_rule(const lysp_ext_instance& extension) {
 /// The line of the first use of a validation point in a module's `text` that has no selector; 0
 /// when it is not found. libyang, which has seen one, keeps no lines.
 std::size_t line_without_selector(const std::string& text) {
-    std::size_t end = 0;
-    for (std::size_t at = 0; (at = text.find(":validate", end)) != std::string::npos;) {
-        end = std::min(text.find_first_of(";{", at), text.size());
-        int depth = 0;
-        for (; end < text.size(); ++end) {
-            depth += text[end] == '{' ? 1 : text[end] == '}' ? -1 : 0;
-            if (depth == 0) {
-                break;
-            }
-        }
-        if (text.substr(at, end - at).find(":opaque") == std::string::npos) {
+    constexpr std::string_view kUse = ":validate";
+    for (std::size_t at = text.find(kUse), next = 0; at != std::string::npos; at = next) {
+        next = text.find(kUse, at + 1);
+        if (text.find(":opaque", at) >= next) {
             const auto use = text.begin() + static_cast<std::ptrdiff_t>(at);
             return 1 + static_cast<std::size_t>(std::count(text.begin(), use, '\n'));
         }

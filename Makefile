@@ -1,27 +1,35 @@
-# One word for each thing that one does here. Every target installs what it needs first.
+# One word for each thing that one does here; how each build is configured is in CMakePresets.json. Packages are
+# installed by `make deps` and, so that a fresh machine needs one word, by `make test` and `make demo`; every other
+# target says which are missing.
 # Root in another's tree, as after sudo, has a build folder of its own: what it writes would stop the owner's builds.
 BUILD ?= $(if $(and $(filter 0,$(shell id -u)),$(filter-out 0,$(shell stat -c %u .))),build-root,build)
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
-.PHONY: help build test demo programs install uninstall package check-package check-abi abi lint format coverage \
-        check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
+.PHONY: help deps build test demo programs install uninstall package check-package check-debian13 check-abi abi lint format \
+        coverage check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
         check-fleet build-bench clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
 
-CONFIGURE = cmake -S . -B $(BUILD) -G Ninja -DCMAKE_INSTALL_LIBDIR=lib -DVRRP_VALID_STRICT=ON
+need-%:
+	@scripts/install-deps.sh $(if $(filter test demo,$(MAKECMDGOALS)),,--check) $(subst -, ,$*)
+
+FOR ?= build test
+## make deps                install the packages that build and test need; of others with FOR="lint abi"
+deps:
+	@scripts/install-deps.sh $(FOR)
 
 # All that is installed, without the tests, which need more.
-programs: deps-build
-	@[ -e $(BUILD)/build.ninja ] || $(CONFIGURE) -DBUILD_TESTING=OFF
+programs: need-build
+	@[ -e $(BUILD)/build.ninja ] || cmake --preset default -B $(BUILD) -DBUILD_TESTING=OFF
 	cmake --build $(BUILD) --target vrrp-valid --parallel $(JOBS)
 
 ## make build               the plug-in, the local platform, the command and the tests, in build/
-build: deps-build deps-test
-	$(CONFIGURE) -DBUILD_TESTING=ON
+build: need-build-test
+	cmake --preset default -B $(BUILD)
 	cmake --build $(BUILD) --parallel $(JOBS)
 
 ## make test                build, and run every test
@@ -32,12 +40,12 @@ test: build
 demo: programs
 	@scripts/demo.sh $(VRRP_VALID)
 
-## make lint                clang-format, clang-tidy, shellcheck; models and examples under yanglint; line counts
-lint: deps-build deps-test deps-lint deps-bench
+## make lint                clang-format, clang-tidy since the last tag, shellcheck; models and examples under yanglint; line counts
+lint: need-build-test-lint-bench
 	scripts/lint.sh
 
 ## make format              clang-format every source in place
-format: deps-lint
+format: need-lint
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
 
 ## make install             install below PREFIX, /usr/local unless given; DESTDIR goes before it
@@ -49,42 +57,44 @@ uninstall: programs
 	@scripts/install.sh $(BUILD) $(PREFIX) --remove
 
 ## make package             the Debian packages of plug-in and command, in build-package/
-package: deps-build deps-package
-	cmake -S . -B build-package -G Ninja -DCMAKE_BUILD_TYPE=Release \
-	  -DCMAKE_INSTALL_PREFIX=/usr -DBUILD_TESTING=OFF
+package: need-build-package
+	cmake --preset package
 	cmake --build build-package --parallel $(JOBS)
 	cd build-package && cpack
 
 ## make check-package       install, use and remove the packages in a clean root (needs root)
-check-package: deps-build deps-package deps-check-package
+check-package: need-build-package-root
 	scripts/package-test.sh build-package
+
+## make check-debian13      make test, make demo and make package on a bare Debian 13 (needs root)
+check-debian13: need-root
+	scripts/check-debian13.sh
 
 PLUGIN = $(BUILD)/lib/vrrp-valid/libvrrp_valid.so
 
 ## make check-abi           compare the plug-in's entries with the kept interface, src/libvrrp_valid.abi
-check-abi: programs deps-abi
+check-abi: need-build-abi programs
 	abidiff src/libvrrp_valid.abi $(PLUGIN)
 
 ## make abi                 keep the interface anew, after a change that was meant
-abi: programs deps-abi
+abi: need-build-abi programs
 	abidw --no-corpus-path --exported-interfaces-only --no-show-locs --no-comp-dir-path \
 	  $(PLUGIN) > src/libvrrp_valid.abi
 
 ## make coverage            line and branch coverage of src/
-coverage: deps-build deps-test deps-deep
+coverage: need-build-test-deep
 	scripts/coverage.sh
 
-## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
-check-deep: build deps-deep
+## make check-deep          other compilers, sanitizers, valgrind, fuzzing, clang-tidy over everything: minutes
+check-deep: need-build-test-lint-bench-deep build
 	scripts/check-deep.sh
 
 ## make check-cross         build for other processors, and run the rules' tests on two of them
-check-cross: deps-build deps-cross
+check-cross: need-build-cross
 	scripts/check-cross.sh
 
-build-bench: deps-build deps-bench
-	cmake -S . -B build-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DVRRP_VALID_BENCH=ON \
-	  -DBUILD_TESTING=OFF
+build-bench: need-build-bench
+	cmake --preset bench
 	cmake --build build-bench --parallel $(JOBS)
 
 ## make bench               time of single rules and whole checks, beside their floor and YANG must
@@ -104,7 +114,7 @@ bench-fleet: build-bench
 	bench/fleet.sh build-bench
 
 ## make check-fleet         the fleet examples for real: GNU parallel over ssh, and Slurm (needs root)
-check-fleet: build-bench deps-fleet
+check-fleet: need-build-bench-fleet build-bench
 	scripts/check-fleet.sh build-bench
 
 ## make bench-report        all of it, written into docs/ with plots (two minutes)
@@ -120,13 +130,10 @@ check-docs: build
 	scripts/docs-test.sh $(BUILD)
 
 ## make check-formats       have every report format read by somebody else's reader
-check-formats: build deps-formats
+check-formats: need-build-test-formats build
 	scripts/check-formats.sh $(BUILD)
 	scripts/check-page.sh $(BUILD)
 
 ## make clean               remove every build folder
 clean:
 	rm -rf build build-*
-
-deps-%:
-	@scripts/install-deps.sh $*

@@ -50,7 +50,7 @@ void require(bool holds, const std::string& what) {
     }
 }
 
-/// The twelve requests and their bare calls.
+/// The requests of all rules and their bare calls.
 struct RuleBenchmarks {
     explicit RuleBenchmarks(const Transaction& transaction)
         : instance(transaction.candidate.tree, transaction.running.tree, transaction.key),

@@ -13,7 +13,7 @@ struct RuleRequest {
     confd_value_t newval;
 };
 
-/// A request for each of the twelve rules on a node of `candidate`, a workload of two instances or
+/// A request for each rule on a node of `candidate`, a workload of two instances or
 /// more, for which the rule makes all its calls. All of the arguments must outlive them.
 std::vector<RuleRequest> rule_requests(const local_platform::DataTree& candidate,
                                        const local_platform::Instance& instance);

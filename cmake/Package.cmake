@@ -1,5 +1,5 @@
-# What is installed beside the programs, and two Debian packages: the plug-in for whoever hosts it, and the command with
-# its models and local platform.
+# What is installed beside the programs, and three Debian packages: the plug-in for whoever hosts it, the local platform
+# for whoever tests with it, and the command with its models.
 find_program(GZIP gzip REQUIRED)
 
 set(docdir ${CMAKE_INSTALL_DATADIR}/doc/vrrp-valid)
@@ -23,11 +23,11 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vrrp-valid)
 set(CPACK_PACKAGE_CONTACT "libvrrp_valid developers <maintainers@vrrp-valid.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_COMPONENTS_ALL plugin command)
+set(CPACK_COMPONENTS_ALL plugin platform command)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The local platform is private to the packages: it is neither looked up elsewhere nor offered to others.
+# The local platform's libraries are found by their place, not by a package's list.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(CPACK_DEBIAN_PACKAGE_SECTION net)
 set(CPACK_STRIP_FILES ON)
@@ -38,15 +38,22 @@ check VRRP configuration before it is committed: virtual addresses, virtual
 router identifiers, and the layer-3 interfaces that VRRP runs on.
 .
 Whoever loads it brings the platform's libraries.")
+set(CPACK_DEBIAN_PLATFORM_PACKAGE_NAME vrrp-valid-platform)
+set(CPACK_DEBIAN_PLATFORM_DESCRIPTION "A stand-in for a router's platform: its configuration in memory, and a host
+that loads a validation plug-in and hands it requests.
+.
+The package holds the libraries and their headers, for tests of such hosts and
+plug-ins.")
 set(CPACK_DEBIAN_COMMAND_PACKAGE_NAME vrrp-valid)
-set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS "vrrp-valid-plugin (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_COMMAND_PACKAGE_DEPENDS
+  "vrrp-valid-plugin (= ${PROJECT_VERSION}), vrrp-valid-platform (= ${PROJECT_VERSION})")
 set(CPACK_DEBIAN_COMMAND_DESCRIPTION "Checks a router's VRRP configuration, as JSON or NETCONF XML, with the rules
 that its configuration manager applies. Nothing of a router is needed.
 .
 The package holds the YANG models, documentation and examples.")
 
 install(FILES docs/integration.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/vrrp-valid-plugin COMPONENT plugin)
-foreach(component plugin command)
+foreach(component plugin platform command)
   string(TOUPPER CPACK_DEBIAN_${component}_PACKAGE_NAME package)
   set(package ${${package}})
   file(CONFIGURE OUTPUT ${package}/changelog @ONLY CONTENT

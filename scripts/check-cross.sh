@@ -10,9 +10,8 @@ step() { printf '\n--- %s (%s s)\n' "$*" "$SECONDS"; }
 configure() {  # configure ARCHITECTURE BUILD [CMAKE_ARGUMENT]...
   local libraries=build-cross/$1
   scripts/fetch-target-libraries.sh "$1" "$libraries"
-  cmake -S . -B "$2" -G Ninja -DCMAKE_TOOLCHAIN_FILE="cmake/cross/$1.cmake" \
-    -DCMAKE_FIND_ROOT_PATH="$PWD/$libraries/root" -DCMAKE_INSTALL_LIBDIR=lib \
-    -DVRRP_VALID_STRICT=ON "${@:3}" >/dev/null
+  cmake --preset strict -B "$2" -DCMAKE_TOOLCHAIN_FILE="cmake/cross/$1.cmake" \
+    -DCMAKE_FIND_ROOT_PATH="$PWD/$libraries/root" "${@:3}" >/dev/null
 }
 
 check_library() { tests/library_test.sh "$1/lib/vrrp-valid/libvrrp_valid.so" src/libvrrp_valid.abi optimised; }

@@ -6,8 +6,11 @@ cd "$(dirname "$0")/.."
 command=$(realpath "$1")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-bold=$(tput bold 2>/dev/null || true)
-plain=$(tput sgr0 2>/dev/null || true)
+bold='' plain=''
+if [ -t 1 ]; then
+  bold=$(tput bold 2>/dev/null || true)
+  plain=$(tput sgr0 2>/dev/null || true)
+fi
 
 say() { printf '\n%s%s%s\n' "$bold" "$*" "$plain"; }
 

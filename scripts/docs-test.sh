@@ -29,6 +29,7 @@ run_line() {
     return
   fi
   printf '%s: failed: %s\n' "$document" "$line"
+  [[ $line == make\ * ]] || cat "$tree/.log"
   failed=1
 }
 
@@ -70,7 +71,5 @@ while IFS= read -r target; do
   make -n "$target" >/dev/null || { echo "no such target: make $target"; failed=1; }
 done < <(grep -ohP '`make \K[a-z-]+(?=`)' README.md CONTRIBUTING.md docs/*.md | sort -u)
 
-scripts/rules-doc.sh "$build/bin/vrrp-valid" | diff docs/rules.md - ||
-  { echo "docs/rules.md is not what the model says: run make rules-doc"; failed=1; }
 printf '%s commands of the documents run\n' "$count"
 exit $failed

@@ -2,8 +2,6 @@
 # Everything that can be checked without running it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-log=$(mktemp)
-trap 'rm -f "$log"' EXIT
 
 git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run -Werror
 echo "clang-format: clean"
@@ -24,18 +22,6 @@ for file in $configurations; do
 done
 echo "yanglint: models and $(wc -w <<<"$configurations") configurations valid"
 
-# Configured only: what clang-tidy needs is how each file is compiled.
-cmake -S . -B build-lint -G Ninja -DVRRP_VALID_BENCH=ON -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON >/dev/null
-tidy() {  # tidy FOLDER... [-- ARGUMENT...]
-  local folders=()
-  while [ $# -gt 0 ] && [ "$1" != -- ]; do folders+=("$1"); shift; done
-  git ls-files "${folders[@]}" | grep '\.cpp$' | grep -v '^tests/fuzz/' |
-    xargs -P "$(nproc)" -n 4 clang-tidy -p build-lint --quiet --warnings-as-errors='*' "${@:2}" 2>"$log" ||
-    { cat "$log"; exit 1; }
-}
-# What runs in a router is looked through along every path; elsewhere that takes most of the time.
-tidy src platform
-tidy app tests bench -- --extra-arg=-Xclang --extra-arg=-analyzer-config --extra-arg=-Xclang --extra-arg=mode=shallow
-echo "clang-tidy: clean"
+scripts/tidy.sh
 
 scripts/count-lines.sh

@@ -3,13 +3,13 @@
 # usage: package-test.sh BUILD_DIR
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. scripts/bare-root.sh
 build=$1
 root=$(mktemp -d)
-trap 'umount -q "$root/proc" || true; rm -rf "$root"' EXIT
+trap 'rm -rf "$root"' EXIT
 
 umask 077
-cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr \
-  -DBUILD_TESTING=OFF >/dev/null
+cmake --preset package -B "$build" >/dev/null
 cmake --build "$build"
 rm -f "$build"/*.deb
 (cd "$build" && cpack >/dev/null)
@@ -31,22 +31,10 @@ left=$(find "$destination" -type f -o -name '*vrrp*')
 [ -z "$left" ] || { printf 'make uninstall leaves:\n%s\n' "$left"; exit 1; }
 
 # shellcheck source=/dev/null
-. /etc/os-release
-# The release and the mirror that this machine itself installs from.
-release=$VERSION_CODENAME
-# shellcheck disable=SC2016
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Codename: $release" 'Created-By: Packages' | head -1)
-debootstrap --variant=minbase "$release" "$root" "$mirror" >"$build/debootstrap.log" 2>&1 ||
-  { tail -20 "$build/debootstrap.log"; exit 1; }
-mount -t proc proc "$root/proc"
-rm -f "$root/etc/apt/sources.list"
-cp -r /etc/apt/. "$root/etc/apt/"
-cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
+make_root "$(. /etc/os-release && echo "$VERSION_CODENAME")" "$root"
 cp -r examples "$root/root/"
 cp "$build"/*.deb "$root/root/"
 
-in_root() { chroot "$root" env DEBIAN_FRONTEND=noninteractive LC_ALL=C "$@"; }
-in_root apt-get update -qq
 in_root sh -c 'apt-get install -y -qq /root/*.deb' >/dev/null
 
 echo "--- installed; used:"
@@ -59,7 +47,7 @@ in_root test -e /usr/share/man/man1/vrrp-valid.1.gz
 in_root test -e /usr/share/bash-completion/completions/vrrp-valid
 
 echo "--- removed:"
-in_root apt-get purge -y -qq vrrp-valid vrrp-valid-plugin >/dev/null
+in_root apt-get purge -y -qq vrrp-valid vrrp-valid-plugin vrrp-valid-platform >/dev/null
 left=$(in_root find / -xdev -path /root -prune -o -path /proc -prune -o -name '*vrrp*' -print)
 [ -z "$left" ] || { printf 'left behind:\n%s\n' "$left"; exit 1; }
 echo "nothing left behind"

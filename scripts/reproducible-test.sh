@@ -10,8 +10,8 @@ trap 'rm -rf "$work"' EXIT
 build() {  # build SOURCE BUILD INSTALLED
   mkdir -p "$1"
   git ls-files -z | xargs -0 cp --parents -t "$1"
-  cmake -S "$1" -B "$2" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DBUILD_TESTING=OFF \
-    -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_INSTALL_LIBDIR=lib >/dev/null
+  cmake -S "$1" -B "$2" --preset default -DCMAKE_BUILD_TYPE=Debug -DBUILD_TESTING=OFF \
+    -DCMAKE_INSTALL_PREFIX=/usr >/dev/null
   cmake --build "$2" --parallel "$(nproc)" -- --quiet
   DESTDIR=$3 cmake --install "$2" >/dev/null
 }

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "configuration/leaf_value.h"
+#include "configuration/libyang_version.h"
 #include "configuration/yang_schema.h"
 #include "errors/input_error.h"
 
@@ -79,8 +80,7 @@ lyd_node* NodeMaker::make(DataForest& forest, lyd_node* parent, const FileNode& 
             made = new_value(parent, node);
             break;
         default:
-            require(lyd_new_any(parent, schema.module, schema.name, nullptr, 1,
-                                LYD_ANYDATA_DATATREE, 0, &made));
+            require(new_any(parent, schema, &made));
             set_content(reinterpret_cast<lyd_node_any&>(*made), node.text);
     }
     set_origin(*made, node);

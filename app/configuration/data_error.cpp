@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "configuration/libyang_log.h"
+#include "configuration/libyang_version.h"
 
 namespace {
 
@@ -118,8 +119,7 @@ InputError data_error(const ly_ctx& context, const DataForest& data, const Sourc
     }
     std::string message = error->msg;
     message.erase(message.find_last_not_of('.') + 1);
-    const std::string path = quoted_path(*error);
-    const bool is_schema = error->path != nullptr && error->path[0] == 'S';  // "Schema location"
+    const auto [path, is_schema, line] = place_of(*error);
     const lyd_node* node = nullptr;
     for (const lysc_node* lacking = is_schema ? schema_at(context, path) : nullptr;
          lacking != nullptr && node == nullptr; lacking = lysc_data_parent(lacking)) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 struct ly_ctx;
 struct ly_err_item;
@@ -10,9 +9,6 @@ struct ly_err_item;
 /// The first error that `context` noted since its errors were last cleared; null without one. The
 /// later ones follow from it, and a warning is not why it refused.
 const ly_err_item* first_error(const ly_ctx& context);
-
-/// The path that the location of `error` quotes; empty without one.
-std::string quoted_path(const ly_err_item& error);
 
 /// What was refused in a module's `file`: with the line and the node where there are any.
 std::string schema_error(const ly_ctx& context, const std::string& file);

@@ -1,9 +1,10 @@
 #include "configuration/tree_filler.h"
 
-#include <libyang/libyang.h>
-
 #include <algorithm>
+#include <utility>
 
+#include "configuration/libyang_version.h"
+#include "configuration/origin.h"
 #include "configuration/yang_schema.h"
 
 using local_platform::Node;
@@ -72,20 +73,50 @@ class TreeFiller {
 
     void add_siblings(lyd_node* first, Parent& parent) {
         for (lyd_node *node = first, *next = nullptr; node != nullptr; node = next) {
+            if (kSortsEntries && node->schema->nodetype == LYS_LIST &&
+                is_supported(*node->schema) && !lysc_is_userordered(node->schema)) {
+                next = add_entries(node, parent);
+                continue;
+            }
             next = node->next;
-            // A key came with its entry.
-            const bool is_value_of_last = node->schema->nodetype == LYS_LEAFLIST && node != first &&
-                                          node->prev->schema == node->schema;
-            if (is_supported(*node->schema) && !lysc_is_key(node->schema) && !is_value_of_last) {
-                add(*node, parent);
-            }
-            if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
-                lyd_free_tree(node);
-            }
+            add_sibling(node, parent);
         }
     }
 
   private:
+    void add_sibling(lyd_node* node, Parent& parent) {
+        // A key came with its entry, a value of a leaf-list with the first one.
+        const bool is_next_value = node->schema->nodetype == LYS_LEAFLIST &&
+                                   node->prev->next == node && node->prev->schema == node->schema;
+        if (is_supported(*node->schema) && !lysc_is_key(node->schema) && !is_next_value) {
+            add(*node, parent);
+        }
+        if (node->schema->nodetype == LYS_LIST && node->parent != nullptr) {
+            lyd_free_tree(node);
+        }
+    }
+
+    /// Adds the entries of the list that begins with `entry` in the order of the file: what an edit
+    /// adds follows what was there. Gives what is behind them.
+    lyd_node* add_entries(lyd_node* entry, Parent& parent) {
+        std::vector<lyd_node*> entries;
+        const lysc_node* const list = entry->schema;
+        for (; entry != nullptr && entry->schema == list; entry = entry->next) {
+            entries.push_back(entry);
+        }
+        const auto place_of = [](const lyd_node* one) {
+            const Origin origin = origin_of(mark_of(*lyd_child(one)));
+            return std::pair(origin.source == 0, origin.offset);
+        };
+        std::stable_sort(entries.begin(), entries.end(), [&](const auto* one, const auto* other) {
+            return place_of(one) < place_of(other);
+        });
+        for (lyd_node* const one : entries) {
+            add_sibling(one, parent);
+        }
+        return entry;
+    }
+
     void add(const lyd_node& node, Parent& parent) {
         const lysc_node& schema = *node.schema;
         if (is_nonpresence_container(schema)) {

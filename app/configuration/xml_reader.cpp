@@ -12,6 +12,14 @@
 
 namespace {
 
+#if XML_MAJOR_VERSION * 100 + XML_MINOR_VERSION < 209
+constexpr auto byte_index = XML_GetCurrentByteIndex;
+constexpr auto byte_count = XML_GetCurrentByteCount;
+#else  // which deprecates them
+constexpr auto byte_index = XML_GetCurrentByteIndex64;
+constexpr auto byte_count = XML_GetCurrentByteCount64;
+#endif
+
 constexpr char kSeparator = '\n';  // no namespace has one
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::string_view kBase = "urn:ietf:params:xml:ns:netconf:base:1.0";
@@ -226,11 +234,10 @@ class XmlReader {
     }
 
     std::size_t offset() const {
-        return begin_ + static_cast<std::size_t>(XML_GetCurrentByteIndex(parser_.get())) -
-               kAround.size();
+        return begin_ + static_cast<std::size_t>(byte_index(parser_.get())) - kAround.size();
     }
     std::size_t offset_behind() const {
-        return offset() + static_cast<std::size_t>(XML_GetCurrentByteCount(parser_.get()));
+        return offset() + static_cast<std::size_t>(byte_count(parser_.get()));
     }
     [[noreturn]] void refuse(const std::string& what_is_wrong) const {
         nodes_.refuse(offset(), what_is_wrong);

@@ -3,7 +3,10 @@
 #include <libyang/libyang.h>
 
 #include <algorithm>
+#include <fstream>
+#include <sstream>
 
+#include "configuration/libyang_version.h"
 #include "errors/input_error.h"
 
 using local_platform::NodeKind;
@@ -168,16 +171,16 @@ SchemaNode describe(const lysc_node& source) {
 }
 
 /// A statement's argument on one line, however the module breaks it.
-std::string argument_of(const lysp_stmt& stmt) {
-    std::string text = stmt.arg == nullptr ? "" : stmt.arg;
+std::string argument_of(const Substatement& stmt) {
+    std::string text = stmt.argument == nullptr ? "" : stmt.argument;
     std::replace(text.begin(), text.end(), '\n', ' ');
     return text;
 }
 
-RuleMessage read_message(const lysp_stmt& stmt, bool is_warning) {
+RuleMessage read_message(const Substatement& stmt, bool is_warning) {
     RuleMessage message{is_warning, argument_of(stmt), {}};
-    if (stmt.child != nullptr && without_prefix(stmt.child->stmt) == "help") {
-        message.help = argument_of(*stmt.child);
+    if (!stmt.below.empty() && without_prefix(stmt.below[0].name) == "help") {
+        message.help = argument_of(stmt.below[0]);
     }
     return message;
 }
@@ -185,23 +188,52 @@ RuleMessage read_message(const lysp_stmt& stmt, bool is_warning) {
 Rule read_rule(const lysp_ext_instance& extension) {
     Rule rule;
     rule.point = extension.argument;
-    for (const lysp_stmt* stmt = extension.child; stmt != nullptr; stmt = stmt->next) {
-        const std::string_view name = without_prefix(stmt->stmt);
+    for (const Substatement& stmt : substatements(extension)) {
+        const std::string_view name = without_prefix(stmt.name);
         if (name == "opaque") {
-            rule.name = argument_of(*stmt);
+            rule.name = argument_of(stmt);
         } else if (name == "only-when-changed") {
             rule.only_when_changed = true;
         } else if (name == "demand") {
-            rule.demand = argument_of(*stmt);
+            rule.demand = argument_of(stmt);
         } else if (name == "reads") {
-            rule.reads = argument_of(*stmt);
+            rule.reads = argument_of(stmt);
         } else if (name == "calls") {
-            rule.calls = argument_of(*stmt);
+            rule.calls = argument_of(stmt);
         } else if (name == "error" || name == "warning") {
-            rule.messages.push_back(read_message(*stmt, name == "warning"));
+            rule.messages.push_back(read_message(stmt, name == "warning"));
         }
     }
     return rule;
+}
+
+/// The line of the first use of a validation point in a module's `text` that has no selector; 0
+/// when it is not found. libyang, which has seen one, keeps no lines.
+std::size_t line_without_selector(const std::string& text) {
+    constexpr std::string_view kUse = ":validate";
+    for (std::size_t at = text.find(kUse), next = 0; at != std::string::npos; at = next) {
+        next = text.find(kUse, at + 1);
+        if (text.find(":opaque", at) >= next) {
+            const auto use = text.begin() + static_cast<std::ptrdiff_t>(at);
+            return 1 + static_cast<std::size_t>(std::count(text.begin(), use, '\n'));
+        }
+    }
+    return 0;
+}
+
+/// Refuses `use`, of `node`, which would call no rule.
+[[noreturn]] void refuse_without_selector(const lysp_ext_instance& use, const lysc_node& node) {
+    const auto& written_in = *static_cast<const lysp_module*>(use.prefix_data);
+    const char* const path = written_in.is_submod
+                                 ? reinterpret_cast<const lysp_submodule&>(written_in).filepath
+                                 : written_in.mod->filepath;
+    const std::string file = path == nullptr ? written_in.mod->name : path;
+    std::stringstream text;
+    text << std::ifstream(file).rdbuf();
+    const std::size_t line = line_without_selector(text.str());
+    throw InputError(file + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + use.name +
+                     " of " + node.name +
+                     " names no rule; add a substatement opaque with the rule's name");
 }
 
 /// Whether `extension` is a use of a validation point: its name is "prefix:validate", and the
@@ -296,7 +328,11 @@ void note_rules(const std::vector<const lysc_node*>& sources, const std::vector<
         LY_ARRAY_COUNT_TYPE use = 0;
         LY_ARRAY_FOR(parsed->exts, use) {
             if (is_validate(parsed->exts[use], sources[i]->module->ctx)) {
-                rules[&nodes[i]].push_back(read_rule(parsed->exts[use]));
+                Rule rule = read_rule(parsed->exts[use]);
+                if (rule.name.empty()) {
+                    refuse_without_selector(parsed->exts[use], *sources[i]);
+                }
+                rules[&nodes[i]].push_back(std::move(rule));
             }
         }
         note_rules(supported_below(*sources[i]), nodes[i].children, rules);

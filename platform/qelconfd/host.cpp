@@ -26,7 +26,11 @@ Library load(const std::string& file) {
         return 0;
     });
     if (library == nullptr) {
-        throw PlatformError(file + ": cannot load the plug-in: " + dlerror());
+        const std::string error = dlerror();
+        const bool is_file = error.compare(0, path.size(), path) == 0;
+        const bool lacks_platform = !is_file || error.find("undefined symbol") != std::string::npos;
+        throw PlatformError(file + ": cannot load the plug-in: " + error +
+                            (lacks_platform ? "; its platform differs from the local one" : ""));
     }
     return library;
 }

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <csignal>
+#include <system_error>
 #include <thread>
 
 namespace {
@@ -37,6 +38,16 @@ int exit_code(int status) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
+/// `process`, made by fork() or forkpty(). Throws when it could not be: a signal to -1 would end
+/// every other process of the machine.
+pid_t made(pid_t process) {
+    if (process < 0) {
+        throw std::system_error(errno, std::generic_category(),
+                                "no process, or no terminal for it");
+    }
+    return process;
+}
+
 }  // namespace
 
 bool holds(const std::string& text, const std::string& part) {
@@ -57,7 +68,7 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
     const std::string in = streams.put("in", surroundings.input);
     const std::string out = streams.put("out", "");
     const std::string err = streams.put("err", "");
-    const pid_t process = fork();
+    const pid_t process = made(fork());
     if (process == 0) {
         if (freopen(in.c_str(), "r", stdin) == nullptr ||
             freopen(err.c_str(), "w", stderr) == nullptr ||
@@ -79,7 +90,7 @@ Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
 
 Terminal::Terminal(const Arguments& arguments, const std::function<void()>& before,
                    const Variables& environment, const std::string& program)
-    : id_(forkpty(&master_, nullptr, nullptr, nullptr)) {
+    : id_(made(forkpty(&master_, nullptr, nullptr, nullptr))) {
     if (id_ == 0) {
         setenv("TERM", "xterm", 1);
         unsetenv("NO_COLOR");

@@ -66,5 +66,4 @@ TEST(Examples, FindAndExplainWhatEachExampleSays) {
             EXPECT_TRUE(is_explained(filled)) << filled;
         }
     }
-    EXPECT_GE(std::distance(fs::directory_iterator(VRRP_VALID_EXAMPLES "/messages"), {}), 22);
 }

@@ -64,6 +64,12 @@ TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
         {{"container c { leaf l { type string; } }",
           "import a { prefix a; } augment /a:c { leaf-list l { type string; } }"},
          "the modules a and b both have a node l in the same place"},
+        {{"leaf k { type string; " + use +
+          " } leaf l { type string;\n v:validate 'p' { v:error 'e' { v:help 'h'; } } }"},
+         "a.yang:3: v:validate of l names no rule"},
+        {{"grouping g { leaf l { type string;\n\nv:validate 'p'; } }",
+          "import a { prefix a; } uses a:g;"},
+         "a.yang:4: v:validate of l names no rule"},
         {{"rpc c;", "container c;"}, ""},
     };
     for (const auto& [bodies, complaint] : rows) {

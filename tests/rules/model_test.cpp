@@ -1,4 +1,4 @@
-// Built where there is a YANG library: the model is the one in yang/, and all its rules are tested.
+// The model is the one in yang/, and all its rules are tested.
 #include "model.h"
 
 #include <gmock/gmock.h>

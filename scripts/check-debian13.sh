@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Does on a bare Debian 13, which has another libyang, what the README begins with, and uses what `make package` makes.
+# Needs root, for chroot.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/bare-root.sh
+root=$(mktemp -d)
+trap 'rm -rf "$root"' EXIT
+make_root trixie "$root"
+mkdir "$root/work"
+git ls-files -z | xargs -0 cp --parents -t "$root/work"
+
+in_root apt-get install -y -qq --no-install-recommends make git >/dev/null
+for target in test demo "deps FOR=package" package; do
+  # shellcheck disable=SC2086
+  in_root make -C /work $target
+done
+in_root sh -c 'apt-get install -y -qq /work/build-package/*.deb' >/dev/null
+in_root vrrp-valid check --running /work/examples/router-running.json /work/examples/router-accepted.json

@@ -41,28 +41,25 @@ TEST(Session, IsOpenForItsLifetimeAndShowsItsFlag) {
     EXPECT_EQ(qelconfd_maapi_socket_get(nullptr), -1);
     EXPECT_EQ(qelconfd_instance_get(nullptr), nullptr);
     QelConfdInterface* const iface = qelconfd_instance_get(instance.handle());
-    Strings seen;
     for (const bool flag : {true, false}) {
+        std::string seen;
         const ScopedCallHook hook([&](const Call& call) {
-            seen.push_back(std::string(call.operation) + " " + std::to_string(call.socket) +
-                           (call.flag ? " true" : ""));
+            seen += std::string(call.operation) + " " + std::to_string(call.socket) +
+                    (call.flag ? " true, " : ", ");
             return std::optional<Answer>();
         });
-        QelConfdCdbSessionBase session(iface, CDB_RUNNING, flag);
-        EXPECT_EQ(cdb_exists(session.Socket(), "/config/interface/l3{a}"), 1);
-        EXPECT_EQ(open_sockets(), 2);
+        {
+            QelConfdCdbSessionBase session(iface, CDB_RUNNING, flag);
+            EXPECT_EQ(cdb_exists(session.Socket(), "/config/interface/l3{a}"), 1);
+            EXPECT_EQ(open_sockets(), 2);
+        }
+        EXPECT_EQ(seen, std::string("QelConfdCdbSessionBase -1") + (flag ? " true" : "") +
+                            ", QelConfdCdbSessionBase::Socket 1, cdb_exists 1, "
+                            "~QelConfdCdbSessionBase 1, ");
     }
-    EXPECT_EQ(seen, (Strings{"QelConfdCdbSessionBase -1 true", "QelConfdCdbSessionBase::Socket 1",
-                             "cdb_exists 1", "~QelConfdCdbSessionBase 1",
-                             "QelConfdCdbSessionBase -1", "QelConfdCdbSessionBase::Socket 1",
-                             "cdb_exists 1", "~QelConfdCdbSessionBase 1"}));
     for (const int answer : {CONFD_OK, CONFD_ERR}) {
-        const ScopedCallHook hook([&](const Call& call) {
-            EXPECT_EQ(call.socket, -1);
-            return Answer{answer};
-        });
+        const ScopedCallHook hook([&](const Call&) { return Answer{answer}; });
         EXPECT_EQ(qelconfd_instance_get(instance.handle()), answer == CONFD_OK ? iface : nullptr);
-        EXPECT_EQ(qelconfd_instance_get(nullptr), nullptr);
     }
     EXPECT_EQ(open_sockets(), 1) << "the instance's";
     EXPECT_LT(QelConfdCdbSessionBase(nullptr, CDB_RUNNING, true).Socket(), 0);

@@ -31,13 +31,22 @@ bool opens(const std::string& call) {
            call.rfind("maapi_init_cursor", 0) == 0;
 }
 
+constexpr std::size_t kStack = 1 << 15;
+
 /// A buffer that a rule leaves uninitialised holds "xxx" then, and not what an earlier call left.
 [[gnu::noinline]] void litter_stack() {
-    char litter[1 << 15];
+    char litter[kStack];
     for (std::size_t i = 0; i < sizeof litter; ++i) {
         litter[i] = i % 4 == 3 ? '\0' : 'x';
     }
     asm volatile("" : : "r"(litter) : "memory");
+}
+
+/// Whether what was called from here has left the start of a password in clear on the stack.
+[[gnu::noinline]] bool has_left_password() {
+    char left[kStack];
+    asm volatile("" : : "r"(left) : "memory");
+    return memmem(left, sizeof left, "Pa55wo", 6) != nullptr;
 }
 
 const std::map<int, std::string> kResults = {{CONFD_OK, "CONFD_OK"},
@@ -184,9 +193,11 @@ Outcome Delivery::run(const local_platform::CallHook& hook, std::size_t failing)
     allocations = {true, failing, 0};
     try {
         const int result = validate(&tctx, &kp, &newval);
+        EXPECT_FALSE(has_left_password());
         allocations.counting = false;
         outcome.answer = kResults.at(result);
     } catch (const std::exception& error) {
+        EXPECT_FALSE(has_left_password());
         allocations.counting = false;
         thrown = true;
         outcome.answer = std::string("exception: ") + error.what();

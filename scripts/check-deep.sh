@@ -47,7 +47,7 @@ valgrind --quiet --error-exitcode=9 --leak-check=full --errors-for-leak-kinds=de
   --suppressions=scripts/valgrind.supp \
   build/bin/vrrp-valid check --running examples/router-running.json examples/router-accepted.json
 
-build fuzz --target file_fuzzer path_fuzzer validate_fuzzer vrrp_valid
+build fuzz --target file_fuzzer validate_fuzzer vrrp_valid
 step "fuzz, $fuzz_seconds s a target"
 tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 

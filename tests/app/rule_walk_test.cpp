@@ -119,26 +119,20 @@ TEST(RuleWalk, EndsWhenToldToOrWhenAPluginThrows) {
     }
 }
 
-TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
+TEST(RuleMessage, HasTheHelpOfTheMessageThatItFits) {
     Rule use;
     use.messages = {{false, "no <name> there", "add"},
                     {false, "bad <name>.<reason>", "mend"},
-                    {true, "take care", "wait"},
-                    {true, "<name> is <other> of <third>.", "turn"}};
-    const std::vector<std::pair<std::string, std::string>> rows = {
-        {"no a b there", "add"},
-        {"no there there", "add"},
-        {"bad x.y.", "mend"},
-        {"bad x.", "mend"},
-        {"take care", "wait"},
-        {"take care!", ""},
-        {"bad x", ""},
-        {"no a b there?", ""},
-        {"", ""},
-        {"a is b of c.", "turn"},
-        {"alpha of b is c.", ""},
-    };
-    for (const auto& [message, help] : rows) {
+                    {true, "take care", "wait"}};
+    for (const auto& [message, help] :
+         std::vector<std::pair<std::string, std::string>>{{"no a b there", "add"},
+                                                          {"no there there", "add"},
+                                                          {"no a b there?", ""},
+                                                          {"bad x.y.", "mend"},
+                                                          {"bad x.", "mend"},
+                                                          {"bad x", ""},
+                                                          {"take care", "wait"},
+                                                          {"take care!", ""}}) {
         EXPECT_EQ(help_for(use, message), help) << message;
     }
 }

@@ -12,7 +12,6 @@
 
 #include "errors/input_error.h"
 #include "folder.h"
-#include "reports/difference_text.h"
 #include "reports/report_reader.h"
 #include "samples.h"
 
@@ -117,22 +116,6 @@ TEST(Text, ShowsTheLineAndWhatFindingsHaveInCommon) {
                     HasSubstr("\n    6 |   ä\"id\": 5\n      |    \033[1;31m^~~~\033[0m\n    at "),
                     HasSubstr("update_" + see), HasSubstr("version_" + see + "last.")));
     EXPECT_THAT(format_text(report, {}), Not(HasSubstr(" | ")));
-}
-
-TEST(Text, ShowsChangesBelowWhatTheyBelongTo) {
-    const std::vector<Change> changes = {
-        {ChangeKind::added, "/a", "a", "", {}, {}, {}},  // told by the one below it
-        {ChangeKind::added, "/a/b", "a b", "", {}, {}, {}},
-        {ChangeKind::added, "/a/b/c", "a b", "c", {}, "1", {}},
-        {ChangeKind::changed, "/d/e", "d", "e", "", "2", {}},
-        {ChangeKind::changed, "/d/f", "d", "f", "(secret)", "(secret)", {}},
-        {ChangeKind::moved, "/g", "", "g", "first", "after h", {}},
-        {ChangeKind::removed, "/i", "", "i", "3", {}, {}}};
-    EXPECT_EQ(format_difference_text(changes, false),
-              "+ a b\n    + c 1\n  d\n    ~ e \"\" → 2\n    ~ f (secret)\n"
-              "~ g moved: first → after h\n- i 3\n");
-    EXPECT_THAT(format_difference_text(changes, true),
-                StartsWith("\033[32m+ a b\033[0m\n    \033[32m+ c 1\033[0m\n  d\n    \033[33m~ e"));
 }
 
 TEST(Text, OnlyCountsTheCleanOfManyThatHaveNothingElseToSay) {

@@ -22,17 +22,6 @@ TEST(Validate, RefusesWhatItCannotDispatchWithoutAMessage) {
     EXPECT_EQ(messages, Lines());
 }
 
-TEST(Validate, HandsOnTheSocketOfTheHostAlsoNumberZero) {
-    for (const int number : {0, 1023}) {
-        Lines used;
-        Delivery(samples().back()).run([&](const local_platform::Call& call) {
-            used.push_back(std::to_string(call.socket));
-            return std::optional(local_platform::Answer{used.size() == 1 ? number : CONFD_ERR});
-        });
-        EXPECT_EQ(used.at(1), std::to_string(number));
-    }
-}
-
 TEST(Validate, RunsTheRuleWhoseNameTheSelectorBeginsWith) {
     for (const Case& sample : samples()) {
         Delivery delivery(sample);

@@ -55,34 +55,6 @@ const std::map<int, std::string> kResults = {{CONFD_OK, "CONFD_OK"},
 
 }  // namespace
 
-Calls::Calls(std::initializer_list<Calls> parts) : any(false) {
-    for (const Calls& part : parts) {
-        made.insert(made.end(), part.made.begin(), part.made.end());
-    }
-}
-
-Calls Calls::fails_unseen(const Answer& answer) const {
-    Calls calls = *this;
-    calls.made.back().failed = answer;
-    return calls;
-}
-
-Calls Calls::fails(const Answer& answer) const {
-    Calls calls = fails_unseen(answer);
-    calls.made.back().ends = true;
-    return calls;
-}
-
-Calls Calls::says_1(const Answer& answer) const {
-    Calls calls = *this;
-    calls.made.back().said_1 = answer;
-    return calls;
-}
-
-Calls Calls::whole() const {
-    return {Calls("qelconfd_maapi_socket_get").fails({"CONFD_ERR"}), *this};
-}
-
 Lines Calls::lines() const {
     Lines lines;
     for (const Call& call : made) {
@@ -135,14 +107,6 @@ std::string stored(const std::string& password) {
 
 bool is_release(const std::string& call) {
     return call[0] == '~' || call.rfind("maapi_destroy_cursor", 0) == 0;
-}
-
-std::string text_of(const Lines& calls) {
-    std::string text;
-    for (const std::string& call : calls) {
-        text += call + "\n";
-    }
-    return text;
 }
 
 Delivery::Delivery(const Case& one)

@@ -20,8 +20,7 @@ void deliver_all() {
             });
             EXPECT_EQ(outcome.answer, one.the<Answer>().text);
             const Calls& calls = one.the<Calls>();
-            EXPECT_EQ(text_of(outcome.calls),
-                      text_of(calls.any ? outcome.calls : calls.whole().lines()));
+            EXPECT_EQ(outcome.calls, calls.any ? outcome.calls : calls.whole().lines());
         }
     }
 }

@@ -28,20 +28,24 @@ Case asks(const std::string& name, const std::string& ip, const std::string& own
                 Request{kIpv4Instance + "/address/ipv4{" + ip + "}"}, parts...);
 }
 
-const AddRule kAddressRule("vrrp_ipv4_addr_validation", "validate_vrrp_ipv4_addr",
-                           {{7, "C_BUF"}, {0, "C_IPV4"}},
-                           {
-                               asks("within the network", "192.0.2.10", "192.0.2.1/24", ok(),
-                                    kReads),
-                               asks("outside", "10.0.0.10", "192.0.2.1/24", outside("192.0.2.1/24"),
-                                    Calls{kReads, kSetError}),
-                               asks("primary address", "192.0.2.1", "192.0.2.1/24", ok()),
-                               asks("network", "192.0.2.0", "192.0.2.77/24", kNetwork),
-                               asks("broadcast", "192.0.2.255", "192.0.2.1/24", kBroadcast),
-                               asks("31 bits", "192.0.2.5", "192.0.2.4/31", ok()),
-                               asks("no primary address before a wrong key", "192.0.2.1", "",
-                                    WrongType{0}, kMissing, Calls{kExists, kSetError}),
-                           });
+const AddRule kAddressRule(
+    "vrrp_ipv4_addr_validation", "validate_vrrp_ipv4_addr", {{7, "C_BUF"}, {0, "C_IPV4"}},
+    {
+        asks("within the network", "192.0.2.10", "192.0.2.1/24", ok(), kReads),
+        asks("outside", "10.0.0.10", "192.0.2.1/24", outside("192.0.2.1/24"),
+             Calls{kReads, kSetError}),
+        asks("primary address", "192.0.2.1", "192.0.2.1/24", ok()),
+        asks("network", "192.0.2.0", "192.0.2.77/24", kNetwork),
+        asks("broadcast", "192.0.2.255", "192.0.2.1/24", kBroadcast),
+        asks("broadcast of 16 bits", "10.1.255.255", "10.1.2.3/16", kBroadcast),
+        asks("broadcast of 24 in 16 bits", "10.1.200.255", "10.1.2.3/16", ok()),
+        asks("next 30 bits", "10.1.2.4", "10.1.2.3/30", outside("10.1.2.3/30")),
+        asks("no bits", "0.0.0.0", "10.1.2.3/0", kNetwork),
+        asks("32 bits", "192.0.2.4", "192.0.2.4/32", ok()),
+        asks("31 bits", "192.0.2.5", "192.0.2.4/31", ok()),
+        asks("no primary address before a wrong key", "192.0.2.1", "", WrongType{0}, kMissing,
+             Calls{kExists, kSetError}),
+    });
 
 const std::string kUpdateUnread =
     "Could not validate primary IPv4 address of interface l3 vlan%s%n.";

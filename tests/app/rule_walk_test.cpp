@@ -67,10 +67,8 @@ TEST(RuleWalk, AsksForEveryUseInDocumentOrderAndKeepsWhatIsSaidAndRead) {
 TEST(RuleWalk, LeavesAnUnchangedNodeAlone) {
     const Bench bench;
     EXPECT_EQ(bench.walk(kFull, kFull, {"silent"}).requests, 0U);
-    for (const std::string pairs :
-         {"", R"({"first": "b", "second": 2, "size": 10})",
-          R"({"first": "b", "second": 2, "size": 10}, {"first": "a b", "second": 1, "size": 8})"}) {
-        const std::string running = R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}";
+    for (const char* const running : {"{}", R"({"places:top": {"section": {"pair": [
+            {"first": "b", "second": 2, "size": 10}, {"first": "a b", "second": 1, "size": 8}]}}})"}) {
         EXPECT_EQ(bench.walk(kFull, running, {"silent"}).requests, 1U) << running;
     }
     EXPECT_EQ(bench.walk(R"({"places:top": {"section": {}}})", "{}").requests, 0U) << "empty";
@@ -96,10 +94,8 @@ TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
         ASSERT_EQ(findings.size(), 31U);
         EXPECT_EQ(findings[1], "odd top section pair 0 1 size");
         EXPECT_EQ(findings[30], "reading top section pair 34 1 size");
-        EXPECT_EQ(report.findings[30].values.front().value, "14");
         ASSERT_EQ(report.omitted.size(), 2U);
         EXPECT_EQ(report.omitted[0].errors + report.omitted[1].errors, 185U + 85U);
-        EXPECT_EQ(report.count(Severity::error), 301U);
     }
 }
 

@@ -180,11 +180,10 @@ TEST(EveryFormat, IsWholeInATemporaryFileAndSaysWhenThereIsNoRoomForOne) {
 }
 
 TEST(Json, IsOneObjectOfTheDescribedForm) {
-    for (const auto& reports :
-         std::vector<std::vector<Report>>{{}, {kClean}, {full(), kBroken, kWarned}}) {
-        EXPECT_EQ(against_schema(formatted(reports, "json")), "");
-    }
-    json all = json::parse(formatted({full(), kBroken, kWarned}, "json"));
+    EXPECT_EQ(against_schema(formatted({}, "json")), "");
+    const std::string text = formatted({full(), kBroken, kWarned}, "json");
+    EXPECT_EQ(against_schema(text), "");
+    json all = json::parse(text);
     EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 3, "errors": 2, "warnings": 4,
         "not_checked": 1, "unknown_nodes": 7})"));
     EXPECT_FALSE(all["reports"][0]["valid"] || all["reports"][1]["valid"]);

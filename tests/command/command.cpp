@@ -7,6 +7,7 @@
 
 #include <array>
 #include <csignal>
+#include <thread>
 
 namespace {
 
@@ -93,6 +94,11 @@ Outcome run_on_terminal(const Arguments& arguments, const Preparation& before,
         const std::size_t at = shown.find(question, answered);
         EXPECT_NE(at, std::string::npos) << "never asked \"" << question << "\"";
         answered = at + question.size();
+        // A signal that comes before the command waits would not end its wait.
+        const std::string state = "/proc/" + std::to_string(process) + "/stat";
+        while (!answer.empty() && !holds(content_of(state), ") S ")) {
+            std::this_thread::yield();
+        }
         EXPECT_EQ(write(terminal, answer.data(), answer.size()), ssize_t(answer.size()));
     }
     while (read_more(terminal, shown)) {

@@ -28,7 +28,7 @@ int wait_for(pid_t process);
 Outcome run(const Arguments& arguments, const Preparation& before = {},
             const Watch& watch = wait_for, const std::string& program = VRRP_VALID_COMMAND);
 
-/// Runs bash on a terminal, and types each second text once the first has been shown again; a
-/// failure when it is not within a minute.
+/// Runs bash on a terminal, and types each second text once the first has been shown again and
+/// bash, or what it has become, waits; a failure when it is not shown within a minute.
 Outcome run_on_terminal(const Arguments& arguments, const Preparation& before,
                         const std::vector<std::pair<std::string, std::string>>& answers);

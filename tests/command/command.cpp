@@ -55,6 +55,12 @@ bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+void wait_until_it_waits(pid_t process) {
+    while (!holds(content_of("/proc/" + std::to_string(process) + "/stat"), ") S ")) {
+        std::this_thread::yield();
+    }
+}
+
 int wait_for(pid_t process) {
     int status = 0;
     EXPECT_EQ(waitpid(process, &status, 0), process);
@@ -95,9 +101,8 @@ Outcome run_on_terminal(const Arguments& arguments, const Preparation& before,
         EXPECT_NE(at, std::string::npos) << "never asked \"" << question << "\"";
         answered = at + question.size();
         // A signal that comes before the command waits would not end its wait.
-        const std::string state = "/proc/" + std::to_string(process) + "/stat";
-        while (!answer.empty() && !holds(content_of(state), ") S ")) {
-            std::this_thread::yield();
+        if (!answer.empty()) {
+            wait_until_it_waits(process);
         }
         EXPECT_EQ(write(terminal, answer.data(), answer.size()), ssize_t(answer.size()));
     }

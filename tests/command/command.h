@@ -20,6 +20,9 @@ struct Outcome {
 /// What a process does last before it is the program.
 using Preparation = std::function<void()>;
 
+/// Returns once the process waits for something.
+void wait_until_it_waits(pid_t process);
+
 /// Watches a process to its end and gives its wait status.
 using Watch = std::function<int(pid_t)>;
 int wait_for(pid_t process);

@@ -4,6 +4,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 #include <sstream>
 
@@ -45,14 +46,25 @@ std::string memory_of(pid_t process) {
     return bytes;
 }
 
-/// What the memory of the command holds when it has done its work.
-std::string memory_at_end(const Arguments& arguments, int input) {
-    std::string memory;
+/// Neither the key, a half of it in a register's width, nor how it stands in its file.
+void expect_no_part_of(const std::string& text, const std::string& memory) {
+    EXPECT_GT(memory.size(), 1000U);
+    for (std::size_t at = 0; at < text.size(); at += 16) {
+        EXPECT_FALSE(holds(memory, text.substr(at, 16))) << "the key's part at " << at;
+    }
+}
+
+/// What the memory of the command holds when it has done its work. Where it waits for a password,
+/// it gets one, and what it has read the key from is gone.
+std::string memory_at_end(const Arguments& arguments) {
+    std::array<int, 2> ends{};
+    EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
     const auto be_traced = [&] {
         setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // the leak check is a tracer itself
-        dup2(input, STDIN_FILENO);
+        dup2(ends[0], STDIN_FILENO);
         ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
     };
+    std::string memory;
     const auto watch = [&](pid_t process) {
         for (;;) {
             const int status = wait_for(process);
@@ -61,13 +73,21 @@ std::string memory_at_end(const Arguments& arguments, int input) {
             }
             if (status >> 8 == (SIGTRAP | PTRACE_EVENT_EXIT << 8)) {
                 memory = memory_of(process);
+            } else if (WSTOPSIG(status) == SIGSTOP) {
+                expect_no_part_of(kHexKey, memory_of(process));
+                EXPECT_EQ(write(ends[1], "s3cretPw\n", 9), 9);
             }
             ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACEEXIT);
             ptrace(PTRACE_CONT, process, nullptr, nullptr);
+            if (arguments[0] == "encrypt" && status >> 8 == SIGTRAP) {
+                wait_until_it_waits(process);
+                kill(process, SIGSTOP);
+            }
         }
     };
     EXPECT_EQ(run(arguments, be_traced, watch).status, 0);
-    EXPECT_GT(memory.size(), 1000U);
+    close(ends[0]);
+    close(ends[1]);
     return memory;
 }
 
@@ -80,21 +100,15 @@ TEST(Password, AndItsKeyAreNotLeftInMemory) {
     const std::string example = VRRP_VALID_EXAMPLES "/messages/password-in-clear/candidate.json";
     const std::string candidate =
         folder.put("candidate", replaced(content_of(example), "changeme", kStored));
-    const int input = open(folder.put("password", "s3cretPw\n").c_str(), O_RDONLY);
     for (const Arguments& arguments :
          {Arguments{"check", "--key-file", key, candidate}, Arguments{"encrypt", "--key-file", key},
           Arguments{"keygen", folder / "new"}}) {
         SCOPED_TRACE(arguments[0]);
-        const std::string memory = memory_at_end(arguments, input);
+        const std::string memory = memory_at_end(arguments);
         EXPECT_FALSE(holds(memory, "s3cretPw"));
-        const std::string made = arguments[0] == "keygen" ? content_of(folder / "new") : "";
-        const std::string hex = made.empty() ? kHexKey : made.substr(15, 64);
-        // Neither the key, a half of it in a register's width, nor how it stands in its file.
-        for (const std::string& text : {hex, bytes_of(hex)}) {
-            for (std::size_t at = 0; at < text.size(); at += 16) {
-                EXPECT_FALSE(holds(memory, text.substr(at, 16))) << "the key's part at " << at;
-            }
-        }
+        const bool is_new = arguments[0] == "keygen";
+        const std::string hex = is_new ? content_of(folder / "new").substr(15, 64) : kHexKey;
+        expect_no_part_of(hex, memory);
+        expect_no_part_of(bytes_of(hex), memory);
     }
-    close(input);
 }

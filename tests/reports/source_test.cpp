@@ -30,9 +30,8 @@ TEST(SourceLines, MarkTheNameAtAPlace) {
     for (const Row& row : rows) {
         Report report;
         report.sources = {std::make_shared<SourceText>("f", row.text)};
-        const SourceText* const source = source_of(report, row.location);
         std::string shown;
-        if (source != nullptr) {
+        if (const SourceText* const source = source_of(report, row.location)) {
             const Excerpt line = excerpt(*source, row.location.line, row.location.column);
             shown = line.before + "«" + line.marked + "»" + line.after;
         }

@@ -67,6 +67,7 @@ TEST(JUnit, HasTheSameTestsWhateverIsFound) {
     }
     ASSERT_TRUE(document.load_string(formatted(reports, "junit", true).c_str()));
     EXPECT_TRUE(document.select_node("//testcase[@name='vrrp_version_validation']/system-out"));
+    EXPECT_EQ(document.select_nodes("//testcase[failure]").size(), 1U) << "the error";
 }
 
 /// Each row is the place of a value in `document`, and what that is to be.

@@ -5,6 +5,7 @@
 
 #include "checking/rule_message.h"
 #include "errors/input_error.h"
+#include "folder.h"
 
 using namespace testing;
 
@@ -67,10 +68,8 @@ TEST(RuleWalk, AsksForEveryUseInDocumentOrderAndKeepsWhatIsSaidAndRead) {
 TEST(RuleWalk, LeavesAnUnchangedNodeAlone) {
     const Bench bench;
     EXPECT_EQ(bench.walk(kFull, kFull, {"silent"}).requests, 0U);
-    for (const std::string pairs :
-         {"", R"({"first": "b", "second": 2, "size": 10})",
-          R"({"first": "b", "second": 2, "size": 10}, {"first": "a b", "second": 1, "size": 8})"}) {
-        const std::string running = R"({"places:top": {"section": {"pair": [)" + pairs + "]}}}";
+    const std::string other_size = replaced(kFull, "9", "8");
+    for (const std::string& running : {std::string("{}"), other_size}) {
         EXPECT_EQ(bench.walk(kFull, running, {"silent"}).requests, 1U) << running;
     }
     EXPECT_EQ(bench.walk(R"({"places:top": {"section": {}}})", "{}", {"silent"}).requests, 0U);
@@ -94,10 +93,8 @@ TEST(RuleWalk, GivesTheSameReportForAnyNumberOfThreads) {
         ASSERT_EQ(findings.size(), 31U);
         EXPECT_EQ(findings[1], "odd top section pair 0 1 size");
         EXPECT_EQ(findings[30], "reading top section pair 34 1 size");
-        EXPECT_EQ(report.findings[30].values.front().value, "14");
         ASSERT_EQ(report.omitted.size(), 2U);
         EXPECT_EQ(report.omitted[0].errors + report.omitted[1].errors, 185U + 85U);
-        EXPECT_EQ(report.count(Severity::error), 301U);
     }
 }
 
@@ -117,26 +114,20 @@ TEST(RuleWalk, EndsWhenToldToOrWhenAPluginThrows) {
     }
 }
 
-TEST(RuleMessage, HasTheRemedyOfTheMessageThatItFits) {
+TEST(RuleMessage, HasTheHelpOfTheMessageThatItFits) {
     Rule use;
     use.messages = {{false, "no <name> there", "add"},
                     {false, "bad <name>.<reason>", "mend"},
-                    {true, "take care", "wait"},
-                    {true, "<name> is <other> of <third>.", "turn"}};
-    const std::vector<std::pair<std::string, std::string>> rows = {
-        {"no a b there", "add"},
-        {"no there there", "add"},
-        {"bad x.y.", "mend"},
-        {"bad x.", "mend"},
-        {"take care", "wait"},
-        {"take care!", ""},
-        {"bad x", ""},
-        {"no a b there?", ""},
-        {"", ""},
-        {"a is b of c.", "turn"},
-        {"alpha of b is c.", ""},
-    };
-    for (const auto& [message, help] : rows) {
+                    {true, "take care", "wait"}};
+    for (const auto& [message, help] :
+         std::vector<std::pair<std::string, std::string>>{{"no a b there", "add"},
+                                                          {"no there there", "add"},
+                                                          {"no a b there?", ""},
+                                                          {"bad x.y.", "mend"},
+                                                          {"bad x.", "mend"},
+                                                          {"bad x", ""},
+                                                          {"take care", "wait"},
+                                                          {"take care!", ""}}) {
         EXPECT_EQ(help_for(use, message), help) << message;
     }
 }

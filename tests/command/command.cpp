@@ -14,10 +14,18 @@ namespace {
 
 constexpr int kPatience = 60000;  // milliseconds
 
-[[noreturn]] void execute(const Arguments& arguments, const Variables& environment,
-                          const std::string& program) {
-    for (const auto& [name, value] : environment) {
-        setenv(name.c_str(), value.c_str(), 1);
+/// Nothing that whoever runs the tests has set or ignores reaches the program.
+[[noreturn]] void execute(const std::string& program, const Arguments& arguments,
+                          const Preparation& before) {
+    for (const int ignored : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+        static_cast<void>(signal(ignored, SIG_DFL));
+    }
+    for (const char* const name : {"NO_COLOR", "CLICOLOR_FORCE", "TMPDIR"}) {
+        unsetenv(name);
+    }
+    setenv("TERM", "xterm", 1);
+    if (before) {
+        before();
     }
     std::vector<char*> argv = {const_cast<char*>("vrrp-valid")};
     for (const std::string& argument : arguments) {
@@ -28,24 +36,27 @@ constexpr int kPatience = 60000;  // milliseconds
     _exit(127);
 }
 
-int wait_for(pid_t process) {
-    int status = 0;
-    EXPECT_EQ(waitpid(process, &status, 0), process);
-    return status;
-}
-
 int exit_code(int status) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-/// `process`, made by fork() or forkpty(). Throws when it could not be: a signal to -1 would end
-/// every other process of the machine.
+/// `process`, made by fork() or forkpty(). Throws when it could not be: to wait for -1, or to signal
+/// it, would mean every other process.
 pid_t made(pid_t process) {
     if (process < 0) {
-        throw std::system_error(errno, std::generic_category(),
-                                "no process, or no terminal for it");
+        throw std::system_error(errno, std::generic_category(), "no process, or no terminal");
     }
     return process;
+}
+
+/// Waits for what the terminal shows next and adds it; whether there is anything.
+bool read_more(int terminal, std::string& shown) {
+    pollfd input{terminal, POLLIN, 0};
+    std::array<char, 4096> bytes{};
+    const ssize_t count =
+        poll(&input, 1, kPatience) == 0 ? 0 : read(terminal, bytes.data(), bytes.size());
+    shown.append(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    return count > 0;
 }
 
 }  // namespace
@@ -54,90 +65,61 @@ bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-testing::AssertionResult ended(const Outcome& outcome, int status, const Arguments& texts) {
-    bool is_as_told = outcome.status == status;
-    for (const std::string& text : texts) {
-        is_as_told = is_as_told && holds(outcome.out + outcome.err, text);
-    }
-    return testing::AssertionResult(is_as_told)
-           << outcome.status << ": " << outcome.out + outcome.err;
-}
-
-Outcome run(const Arguments& arguments, const Surroundings& surroundings) {
-    const Folder streams;
-    const std::string in = streams.put("in", surroundings.input);
-    const std::string out = streams.put("out", "");
-    const std::string err = streams.put("err", "");
-    const pid_t process = made(fork());
-    if (process == 0) {
-        if (freopen(in.c_str(), "r", stdin) == nullptr ||
-            freopen(err.c_str(), "w", stderr) == nullptr ||
-            freopen(out.c_str(), "w", stdout) == nullptr ||
-            chdir(surroundings.folder.c_str()) != 0) {
-            _exit(127);
-        }
-        if (surroundings.tracer) {
-            setenv("ASAN_OPTIONS", "detect_leaks=0", 1);  // the leak check is a tracer itself
-        }
-        if (surroundings.before) {
-            surroundings.before();
-        }
-        execute(arguments, surroundings.environment, surroundings.program);
-    }
-    const int end = surroundings.tracer ? surroundings.tracer(process) : wait_for(process);
-    return {exit_code(end), content_of(out), content_of(err)};
-}
-
-Terminal::Terminal(const Arguments& arguments, const std::function<void()>& before,
-                   const Variables& environment, const std::string& program)
-    : id_(made(forkpty(&master_, nullptr, nullptr, nullptr))) {
-    if (id_ == 0) {
-        setenv("TERM", "xterm", 1);
-        unsetenv("NO_COLOR");
-        if (before) {
-            before();
-        }
-        execute(arguments, environment, program);
-    }
-}
-
-void Terminal::answer(const std::string& question, const std::string& answer) {
-    while (shown_.find(question, answered_) == std::string::npos) {
-        ASSERT_TRUE(read_more()) << "never asked \"" << question << "\": " << shown_;
-    }
-    answered_ = shown_.find(question, answered_) + question.size();
-    EXPECT_EQ(write(master_, answer.data(), answer.size()), static_cast<int>(answer.size()));
-}
-
-void Terminal::wait_for_read() const {
-    const std::string status = "/proc/" + std::to_string(tcgetpgrp(master_)) + "/stat";
-    while (!holds(content_of(status), ") S ")) {
+void wait_until_it_waits(pid_t process) {
+    while (!holds(content_of("/proc/" + std::to_string(process) + "/stat"), ") S ")) {
         std::this_thread::yield();
     }
 }
 
-bool Terminal::echoes() const {
+int wait_for(pid_t process) {
+    int status = 0;
+    EXPECT_EQ(waitpid(process, &status, 0), process);
+    return status;
+}
+
+Outcome run(const Arguments& arguments, const Preparation& before, const Watch& watch,
+            const std::string& program) {
+    const Folder streams;
+    const std::string out = streams.put("out", "");
+    const std::string err = streams.put("err", "");
+    const pid_t process = made(fork());
+    if (process == 0) {
+        if (freopen("/dev/null", "r", stdin) == nullptr ||
+            freopen(err.c_str(), "w", stderr) == nullptr ||
+            freopen(out.c_str(), "w", stdout) == nullptr) {
+            _exit(127);
+        }
+        execute(program, arguments, before);
+    }
+    const int end = watch(process);
+    return {exit_code(end), content_of(out), content_of(err)};
+}
+
+Outcome run_on_terminal(const Arguments& arguments, const Preparation& before,
+                        const std::vector<std::pair<std::string, std::string>>& answers) {
+    int terminal = -1;
+    const pid_t process = made(forkpty(&terminal, nullptr, nullptr, nullptr));
+    if (process == 0) {
+        execute("bash", arguments, before);
+    }
+    std::string shown;
+    std::size_t answered = 0;
+    for (const auto& [question, answer] : answers) {
+        while (shown.find(question, answered) == std::string::npos && read_more(terminal, shown)) {
+        }
+        const std::size_t at = shown.find(question, answered);
+        EXPECT_NE(at, std::string::npos) << "never asked \"" << question << "\"";
+        answered = at + question.size();
+        // A signal that comes before the command waits would not end its wait.
+        if (!answer.empty()) {
+            wait_until_it_waits(process);
+        }
+        EXPECT_EQ(write(terminal, answer.data(), answer.size()), ssize_t(answer.size()));
+    }
+    while (read_more(terminal, shown)) {
+    }
     termios settings{};
-    EXPECT_EQ(tcgetattr(master_, &settings), 0);
-    return (settings.c_lflag & ECHO) != 0;
-}
-
-Outcome Terminal::finish() {
-    while (read_more()) {
-    }
-    const bool still_echoes = echoes();
-    close(master_);
-    return {exit_code(wait_for(id_)), shown_, {}, still_echoes};
-}
-
-bool Terminal::read_more() {
-    pollfd shown{master_, POLLIN, 0};
-    if (poll(&shown, 1, kPatience) == 0) {
-        kill(id_, SIGKILL);
-        return false;
-    }
-    std::array<char, 4096> bytes{};
-    const ssize_t count = read(master_, bytes.data(), bytes.size());
-    shown_.append(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
-    return count > 0;
+    EXPECT_EQ(tcgetattr(terminal, &settings), 0);
+    close(terminal);
+    return {exit_code(wait_for(process)), shown, {}, (settings.c_lflag & ECHO) != 0};
 }

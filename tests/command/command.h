@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "folder.h"
@@ -12,49 +11,27 @@ bool holds(const std::string& text, const std::string& part);
 using Arguments = std::vector<std::string>;
 
 struct Outcome {
-    int status;       ///< the exit code, or minus the signal that ended the command
+    int status;       ///< the exit code, or minus the signal that ended it
     std::string out;  ///< a terminal's: everything that it showed
     std::string err;
     bool echoes = true;  ///< whether the terminal echoes in the end
 };
 
-/// Whether it ended with `status`, and says each of the texts.
-testing::AssertionResult ended(const Outcome& outcome, int status, const Arguments& texts);
+/// What a process does last before it is the program.
+using Preparation = std::function<void()>;
 
-using Variables = std::map<std::string, std::string>;
+/// Returns once the process waits for something.
+void wait_until_it_waits(pid_t process);
 
-struct Surroundings {
-    std::string input = {};             ///< what standard input holds
-    std::string folder = ".";           ///< the working folder
-    Variables environment = {};         ///< beside the test's own
-    std::function<void()> before = {};  ///< what the process does last before it is the command
-    /// Watches the process to its end and gives its wait status.
-    std::function<int(pid_t)> tracer = {};
-    std::string program = VRRP_VALID_COMMAND;  ///< or another to run the same way
-};
+/// Watches a process to its end and gives its wait status.
+using Watch = std::function<int(pid_t)>;
+int wait_for(pid_t process);
 
 /// Runs the command, its standard streams no terminal.
-Outcome run(const Arguments& arguments, const Surroundings& surroundings = {});
+Outcome run(const Arguments& arguments, const Preparation& before = {},
+            const Watch& watch = wait_for, const std::string& program = VRRP_VALID_COMMAND);
 
-/// The command at work on a terminal. What it does not show within a minute, it never does.
-class Terminal {
-  public:
-    explicit Terminal(const Arguments& arguments, const std::function<void()>& before = {},
-                      const Variables& environment = {},
-                      const std::string& program = VRRP_VALID_COMMAND);
-    /// Types `answer` once the terminal has shown `question` again; a failure when it never does.
-    void answer(const std::string& question, const std::string& answer);
-    /// Returns once the command waits for what is typed.
-    void wait_for_read() const;
-    bool echoes() const;
-    pid_t process() const { return id_; }
-    Outcome finish();
-
-  private:
-    bool read_more();
-
-    int master_ = -1;
-    pid_t id_;
-    std::string shown_;
-    std::size_t answered_ = 0;
-};
+/// Runs bash on a terminal, and types each second text once the first has been shown again and
+/// bash, or what it has become, waits; a failure when it is not shown within a minute.
+Outcome run_on_terminal(const Arguments& arguments, const Preparation& before,
+                        const std::vector<std::pair<std::string, std::string>>& answers);

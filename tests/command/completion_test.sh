@@ -37,7 +37,8 @@ for shell in "${@:2}"; do
   subcommands=$("$command" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
   for subcommand in $subcommands; do
     expect "$shell" "$subcommand" vrrp-valid ''
-    for option in $("$command" "$subcommand" --help | grep -oE '^  -[-a-z,]+' | tr ',' '\n' | grep -- --); do
+    for option in $("$command" "$subcommand" --help | grep -oE '^  -[-a-z,]+' |
+                    tr ',' '\n' | grep -- --); do
       expect "$shell" "$option" vrrp-valid "$subcommand" --
     done
   done

@@ -7,13 +7,11 @@ set -eu
 seconds=$1
 build=$2
 here=$(cd "$(dirname "$0")" && pwd)
-for target in file_fuzzer path_fuzzer validate_fuzzer; do
+for target in file_fuzzer validate_fuzzer; do
     found=$build/fuzz/$target
     mkdir -p "$found"
-    dictionary=()
-    [ ! -f "$here/$target.dict" ] || dictionary=("-dict=$here/$target.dict")
     if ! "$build/bin/$target" -max_total_time="$seconds" -max_len=4096 -timeout=10 \
-        -print_final_stats=1 "${dictionary[@]}" -artifact_prefix="$found-" \
+        -print_final_stats=1 -dict="$here/tokens.dict" -artifact_prefix="$found-" \
         "$found" "$here/corpus/$target" >"$found.log" 2>&1; then
         cat "$found.log"
         exit 1

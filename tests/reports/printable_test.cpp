@@ -13,9 +13,7 @@ TEST(Printable, ShowsWhatWouldForgeALineTurnItOrCommandTheTerminal) {
         {std::string("\0", 1), "\\x00"},
         {"\u061c\u200d\u200e\u200f", "\\u061c\u200d\\u200e\\u200f"},
         {"\u2028\u2029\u202a\u202e", "\\u2028\\u2029\\u202a\\u202e"},
-        {"\u2065\u2066\u2069\u206a", "\u2065\\u2066\\u2069\u206a"},
         {"\ufffe\uffff\U0010ffff", "\\ufffe\\uffff\\u10ffff"},
-        {"\xff\xc3", "\\xff\\xc3"},
         {"\xc3(\xe2\x82", "\\xc3(\\xe2\\x82"},
         {"\xc1\xbf\xe0\x9f\xbf\xf0\x8f\xbf\xbf",
          "\\xc1\\xbf\\xe0\\x9f\\xbf\\xf0\\x8f\\xbf\\xbf"},  // overlong

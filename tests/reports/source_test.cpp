@@ -22,19 +22,16 @@ TEST(SourceLines, MarkTheNameAtAPlace) {
         {"\t\033[2J\"a\" \u202e", {"f", 1, 6}, " \\x1b[2J«\"a\"» \\u202e"},
         {wide + "\"a\"" + wide, {"f", 1, 401}, long_shown},
         {wide, {"f", 1, 0}, std::string(96, 'x') + "…«»"},
-        {"é" + wide.substr(1, 47) + "<a", {"f", 1, 49}, "…" + wide.substr(1, 47) + "«<a»"},
         {"<" + wide.substr(1, 46) + "€", {"f", 1, 1}, "«<" + wide.substr(1, 46) + "…»"},
         {"a\nb", {"f", 2, 9}, "b«»"},
-        {"a\nb", {"f", 3, 1}, ""},
         {"a\nb", {"other", 1, 1}, ""},
         {"a\nb", {"f", 0, 0}, ""},
     };
     for (const Row& row : rows) {
         Report report;
         report.sources = {std::make_shared<SourceText>("f", row.text)};
-        const SourceText* const source = source_of(report, row.location);
         std::string shown;
-        if (source != nullptr) {
+        if (const SourceText* const source = source_of(report, row.location)) {
             const Excerpt line = excerpt(*source, row.location.line, row.location.column);
             shown = line.before + "«" + line.marked + "»" + line.after;
         }

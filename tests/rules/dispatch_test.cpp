@@ -19,20 +19,7 @@ TEST(Validate, RefusesWhatItCannotDispatchWithoutAMessage) {
     EXPECT_EQ(calls, 0);
     EXPECT_EQ(validate(&tctx, &delivery.kp, &delivery.newval), CONFD_ERR) << "no selector";
     EXPECT_EQ(calls, 1);
-    tctx = {0, nullptr, delivery.selector.data(), &messages};
-    EXPECT_EQ(validate(&tctx, &delivery.kp, &delivery.newval), CONFD_ERR) << "no socket";
     EXPECT_EQ(messages, Lines());
-}
-
-TEST(Validate, HandsOnTheSocketOfTheHostAlsoNumberZero) {
-    for (const int number : {0, 1023}) {
-        Lines used;
-        Delivery(samples().back()).run([&](const local_platform::Call& call) {
-            used.push_back(std::to_string(call.socket));
-            return std::optional(local_platform::Answer{used.size() == 1 ? number : CONFD_ERR});
-        });
-        EXPECT_EQ(used.at(1), std::to_string(number));
-    }
 }
 
 TEST(Validate, RunsTheRuleWhoseNameTheSelectorBeginsWith) {
@@ -41,10 +28,8 @@ TEST(Validate, RunsTheRuleWhoseNameTheSelectorBeginsWith) {
         EXPECT_TRUE(lib_finish() == 0 && lib_init() == 0) << "a request needs neither";
         delivery.selector += "_and more";
         EXPECT_EQ(delivery.run().answer, sample.the<Answer>().text);
-        const std::string rest = sample.selector.substr(1);
-        for (const std::string& unknown :
-             {std::string(), "V" + rest, " v" + rest, "v" + rest.substr(1),
-              sample.selector.substr(0, rest.size())}) {
+        const std::string all_but_its_end(sample.selector, 0, sample.selector.size() - 1);
+        for (const std::string& unknown : {std::string(), " " + sample.selector, all_but_its_end}) {
             delivery.selector = unknown;
             const Outcome outcome = delivery.run();
             EXPECT_EQ(outcome.answer, "CONFD_ERR") << unknown;
@@ -54,8 +39,7 @@ TEST(Validate, RunsTheRuleWhoseNameTheSelectorBeginsWith) {
 }
 
 TEST(Entries, NameTheValidationPointInTheRoomThereIs) {
-    for (const auto& [size, expected] : {std::pair(17, std::string("vrrp_validation\0#", 17)),
-                                         std::pair(16, std::string("vrrp_validation\0#", 17)),
+    for (const auto& [size, expected] : {std::pair(16, std::string("vrrp_validation\0#", 17)),
                                          std::pair(10, std::string("vrrp_vali\0#######", 17)),
                                          std::pair(0, std::string(17, '#'))}) {
         std::string buffer(17, '#');

@@ -58,7 +58,7 @@ std::size_t fail_in_every_way(Delivery& delivery, const Case& sample, std::size_
         const Outcome outcome = fail(delivery, k, answer);
         EXPECT_EQ(outcome.answer, expected.text);
         const bool ends = !answer || (call.ends && answer != 1);
-        EXPECT_TRUE(!ends || ends_at(k, outcome.calls)) << text_of(outcome.calls);
+        EXPECT_TRUE(!ends || ends_at(k, outcome.calls)) << testing::PrintToString(outcome.calls);
     }
     return answers.size();
 }

@@ -11,16 +11,6 @@ SchemaNode list_of(const char* name, confd_vtype type) {
 
 }  // namespace
 
-SchemaNode vrrp_interfaces(confd_vtype id, const std::vector<SchemaNode>& others) {
-    SchemaNode family = leaf("family", C_ENUM_VALUE);
-    family.enums = {{0, "ipv4"}, {1, "ipv6"}};
-    std::vector<SchemaNode> instance = {leaf("id", id)};
-    instance.insert(instance.end(), others.begin(), others.end());
-    const SchemaNode families =
-        list("address-family", {"family"}, {family, list("vr-id", {"id"}, instance)});
-    return list("interface", {"name"}, {leaf("name", C_BUF), families});
-}
-
 SchemaNode vrrp_model() {
     const SchemaNode ipv4 =
         container("address", {leaf("ip", C_IPV4_AND_PLEN), list_of("secondary", C_IPV4_AND_PLEN)});
@@ -33,11 +23,16 @@ SchemaNode vrrp_model() {
         container("link-local", {leaf("auto-configuration", C_XMLTAG), leaf("ip", C_IPV6)});
     SchemaNode password = leaf("simple-text-password", C_BUF);
     password.is_encrypted = true;
-    const SchemaNode interfaces = vrrp_interfaces(
-        C_UINT8,
-        {leaf("version", C_UINT8), leaf("priority", C_UINT8),
+    const SchemaNode instance = list(
+        "vr-id", {"id"},
+        {leaf("id", C_UINT8), leaf("version", C_UINT8), leaf("priority", C_UINT8),
          container("address", {list_of("ipv4", C_IPV4), list_of("ipv6", C_IPV6)}),
          container("address-link-local", {link_local}), container("authentication", {password})});
+    SchemaNode family = leaf("family", C_ENUM_VALUE);
+    family.enums = {{0, "ipv4"}, {1, "ipv6"}};
+    const SchemaNode interfaces =
+        list("interface", {"name"},
+             {leaf("name", C_BUF), list("address-family", {"family"}, {family, instance})});
     return container("", {container("config", {container("interface", {l3})}),
                           container("router", {container("vrrp", {interfaces})})});
 }

@@ -52,21 +52,39 @@ struct Calls {
     Calls() = default;  ///< any
     Calls(const char* call) : made{{call}} {}
     Calls(const std::string& call) : made{{call}} {}
-    Calls(std::initializer_list<Calls> parts);
+    Calls(std::initializer_list<Calls> parts) : any(false) {
+        for (const Calls& part : parts) {
+            made.insert(made.end(), part.made.begin(), part.made.end());
+        }
+    }
 
-    /// What the rule answers when the last of them fails; nothing but reports and releases follows.
-    Calls fails(const Answer& answer) const;
-    /// The same, and the rule goes on.
-    Calls fails_unseen(const Answer& answer) const;
+    /// What the rule answers when the last of them fails, and then goes on.
+    Calls fails_unseen(const Answer& answer) const {
+        return but([&](Call& last) { last.failed = answer; });
+    }
+    /// The same, and nothing but reports and releases follows.
+    Calls fails(const Answer& answer) const {
+        return fails_unseen(answer).but([](Call& last) { last.ends = true; });
+    }
     /// What it answers when the last of them says 1.
-    Calls says_1(const Answer& answer) const;
+    Calls says_1(const Answer& answer) const {
+        return but([&](Call& last) { last.said_1 = answer; });
+    }
 
     /// All that a request with these calls makes, the first included.
-    Calls whole() const;
+    Calls whole() const { return {Calls("qelconfd_maapi_socket_get").fails({"CONFD_ERR"}), *this}; }
     Lines lines() const;
 
     std::vector<Call> made;
     bool any = made.empty();
+
+  private:
+    template <typename Change>
+    Calls but(const Change& change) const {
+        Calls calls = *this;
+        change(calls.made.back());
+        return calls;
+    }
 };
 
 /// Operations that answer this instead of doing their work.
@@ -174,9 +192,6 @@ struct Delivery {
 
 /// Whether `call` ends a session or a cursor.
 bool is_release(const std::string& call);
-
-/// The calls, a line each.
-std::string text_of(const Lines& calls);
 
 /// This binary's operator new counts the calling thread's allocations here.
 struct AllocationCounter {

@@ -1,22 +1,37 @@
 // What each rule answers, and the platform calls behind it.
 #include <gmock/gmock.h>
 
+#include <thread>
+
 #include "rule.h"
 
 using testing::HasSubstr;
 
 namespace {
 
-TEST(Rules, AnswerAndCallThePlatformAsTheirCasesSay) {
+/// Delivers every case, and lets others go before at every call.
+void deliver_all() {
     for (const RuleCases& rule : rules()) {
         for (const Case& one : rule.cases) {
             SCOPED_TRACE(testing::PrintToString(one));
-            const Outcome outcome = Delivery(one).run();
+            const Outcome outcome = Delivery(one).run([](const local_platform::Call&) {
+                std::this_thread::yield();
+                return std::nullopt;
+            });
             EXPECT_EQ(outcome.answer, one.the<Answer>().text);
             const Calls& calls = one.the<Calls>();
-            EXPECT_EQ(text_of(outcome.calls),
-                      text_of(calls.any ? outcome.calls : calls.whole().lines()));
+            EXPECT_EQ(outcome.calls, calls.any ? outcome.calls : calls.whole().lines());
         }
+    }
+}
+
+TEST(Rules, AnswerAndCallThePlatformAsTheirCasesSayOnAnyNumberOfThreads) {
+    std::thread threads[4];
+    for (std::thread& thread : threads) {
+        thread = std::thread(deliver_all);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
     }
 }
 
@@ -30,7 +45,7 @@ TEST(RulesDeathTest, StopTheProcessAtTheFirstKeyOfAWrongType) {
             const auto& [place, type] = rule.keys[i];
             const std::string key = "&kp->v[" + std::to_string(place) + "][0]";
             EXPECT_DEATH(delivery.run(),
-                         AllOf(HasSubstr(": src/lib/validate_vrrp_"),
+                         AllOf(HasSubstr("src/lib/validate_vrrp_"),
                                HasSubstr(": int32_t " + rule.handler + "(int32_t, confd_trans_ctx"),
                                HasSubstr("Assertion `(" + (place == kNewValue ? "newval" : key) +
                                          ")->type == " + type + "' failed")));

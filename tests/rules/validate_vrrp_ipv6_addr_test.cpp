@@ -44,8 +44,10 @@ const AddRule kAddressRule(
         asks("interface address", "2001:db8:1::1", {"2001:db8:1::1/64"}, ok()),
         asks("second network", "2001:db8:1::", {"2001:db8::1/32", "2001:db8:1::1/64"}, kNetwork),
         asks("first network", "2001:db8:1::", {"2001:db8:1::1/64", "2001:db8::1/32"}, kNetwork),
-        asks("own prefixes", "2001:db9:5::", {"2001:db8:1::1/64", "2001:db9::1/32"}, ok()),
+        asks("next 33 bits", "2001:db8:8000::1", {"2001:db8::1/33"}, kOutside),
+        asks("network of 33 bits", "2001:db8:8000::", {"2001:db8:8000::1/33"}, kNetwork),
         asks("128 bits", "2001:db8::2", {"2001:db8::2/128"}, ok()),
+        asks("own prefixes", "2001:db9:5::", {"2001:db8:1::1/64", "2001:db9::1/32"}, ok()),
         asks("entries counted but not listed", "2001:db8::2", {},
              PlatformAnswers{{"maapi_exists", 1}, {"maapi_num_instances", 1}}, kOutside,
              Calls{reads({}), kSetError}),
@@ -68,8 +70,6 @@ const AddRule kEnableRule("vrrp_l3_ipv6_link_local_addr_validation",
                                    kEnableReads),
                               Case("IPv6 disabled", Candidate{{kEnable, "false"}}, kLinkLocal,
                                    kDisabled, Calls{kEnableReads, kSetError}),
-                              Case("IPv6 not mentioned", kLinkLocal, kDisabled,
-                                   Calls{"maapi_exists " + kEnable, kSetError}),
                           });
 
 }  // namespace

@@ -26,8 +26,6 @@ const AddRule kRule(
         Case("IPv4 instance", Request{kIpv4Instance}, ok(), kNoCalls),
         Case("automatic", Candidate{{kIpv6Instance + kAutomatic}}, Request{kIpv6Instance}, ok(),
              reads(kIpv6Instance)),
-        Case("both", Candidate{{kIpv6Instance + kAutomatic}, {kIpv6Instance + kManual, "fe80::1"}},
-             Request{kIpv6Instance}, ok(), reads(kIpv6Instance)),
         Case("path cut to 255 characters", Candidate{{kLong + kManual, "fe80::1"}}, Request{kLong},
              kRefused, Calls{reads(kLong.substr(0, 255)), kSetError}),
         Case("path that is not printed", Request{kIpv6Instance},

@@ -21,7 +21,6 @@ const AddRule kRule(
              Calls{kReads, kSetError}),
         looks_at("key without a dash", "vlan%s%n", "vlan%s%n"),
         looks_at("key with two dashes", "l3-vlan-10", "vlan-10"),
-        looks_at("key that ends in a dash", "l3-", ""),
         looks_at("key with a NUL", std::string("l3-a\0b", 6), "a"),
         looks_at("key of 300 characters", "l3-" + std::string(300, 'k'), std::string(300, 'k')),
     });

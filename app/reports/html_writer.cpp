@@ -93,7 +93,7 @@ void add_figure(pugi::xml_node parent, const SourceText& source, const Location&
 
 /// The finding's place and those of the values, each line once, where the source is known.
 void add_figures(pugi::xml_node section, const Report& report, const Finding& finding) {
-    std::vector<Location> places = {finding.location};
+    std::vector<Location> places = {finding.location, finding.node_location};
     for (const ReadValue& value : finding.values) {
         places.push_back(value.location);
     }

@@ -32,13 +32,13 @@ constexpr auto members(const ReadValue& /*of*/) {
 }
 
 constexpr auto members(const Finding& /*of*/) {
-    return std::tuple(std::pair("severity", &Finding::severity), std::pair("rule", &Finding::rule),
-                      std::pair("path", &Finding::path), std::pair("cli_path", &Finding::cli_path),
-                      std::pair("instance", &Finding::instance),
-                      std::pair("message", &Finding::message), std::pair("note", &Finding::note),
-                      std::pair("help", &Finding::help), std::pair("cause", &Finding::cause),
-                      std::pair("location", &Finding::location),
-                      std::pair("values", &Finding::values));
+    return std::tuple(
+        std::pair("severity", &Finding::severity), std::pair("rule", &Finding::rule),
+        std::pair("path", &Finding::path), std::pair("cli_path", &Finding::cli_path),
+        std::pair("instance", &Finding::instance), std::pair("message", &Finding::message),
+        std::pair("note", &Finding::note), std::pair("help", &Finding::help),
+        std::pair("cause", &Finding::cause), std::pair("location", &Finding::location),
+        std::pair("node_location", &Finding::node_location), std::pair("values", &Finding::values));
 }
 
 constexpr auto members(const Omitted& /*of*/) {

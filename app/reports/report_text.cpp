@@ -70,7 +70,9 @@ std::string value_text(const ReadValue& value) {
 std::vector<std::string> finding_lines(const Finding& finding) {
     std::vector<std::string> lines;
     if (!finding.cli_path.empty()) {
-        lines.push_back("at " + printable(finding.cli_path));
+        const std::string place = text_of(finding.node_location);
+        const bool is_other = !place.empty() && place != text_of(finding.location);
+        lines.push_back("at " + printable(finding.cli_path + (is_other ? " (" + place + ")" : "")));
     }
     for (const ReadValue& value : finding.values) {
         const std::string place = printable(text_of(value.location));

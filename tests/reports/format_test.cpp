@@ -31,6 +31,7 @@ Report full() {
     Report report = kBoth;
     report.running = "running.json";
     report.findings[0].cause = "layer-3 interface x is not there";
+    report.findings[0].node_location = {"candidate.json", 9, 1};
     report.omitted = {{"first", 1, 2}};
     report.instances.push_back({"l3 a b", "ipv6", "7"});
     report.removed_instances = 2;

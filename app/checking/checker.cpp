@@ -104,7 +104,7 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
         };
     }
     walk_candidate(walk, {candidate, running, key_}, report);
-    if (!report.findings.empty()) {
+    if (!report.findings.empty() || options_.difference) {
         add_sources(candidate.sources, report.sources);
         add_sources(running.sources, report.sources);
     }

@@ -64,7 +64,7 @@ struct Report {
     UnknownData unknown_data;
     std::vector<VrrpInstance> instances;  ///< of the candidate, in its order
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
-    /// That findings are in; none without findings.
+    /// That findings are in, and changes; none without any.
     std::vector<std::shared_ptr<const SourceText>> sources;
     double seconds = 0;  ///< how long the check took
 

@@ -71,8 +71,10 @@ constexpr auto members(const Report& /*of*/) {
 
 constexpr auto members(const Summary& /*of*/) {
     return std::tuple(
-        std::pair("candidates", &Summary::candidates), std::pair("errors", &Summary::errors),
-        std::pair("warnings", &Summary::warnings), std::pair("not_checked", &Summary::not_checked),
+        std::pair("candidates", &Summary::candidates), std::pair("refused", &Summary::refused),
+        std::pair("warned", &Summary::warned), std::pair("clean", &Summary::clean),
+        std::pair("not_checked", &Summary::not_checked), std::pair("errors", &Summary::errors),
+        std::pair("warnings", &Summary::warnings),
         std::pair("unknown_nodes", &Summary::unknown_nodes));
 }
 

@@ -178,14 +178,20 @@ std::string not_reached_text(std::size_t count) {
            (count == 1 ? " was not checked" : " were not checked");
 }
 
-std::string summary_text(const Summary& summary) {
+std::vector<std::string> summary_lines(const Summary& summary) {
     std::string text = counted(summary.candidates, "candidate") + ": " +
                        counts(summary.errors, summary.warnings, summary.requests);
-    if (summary.not_checked > 0) {
-        text += ", " + std::to_string(summary.not_checked) + " not checked";
+    for (const auto& [count, word] :
+         {std::pair(summary.refused, "refused"), std::pair(summary.warned, "warned"),
+          std::pair(summary.clean, "clean"), std::pair(summary.not_checked, "not checked")}) {
+        text += count == 0 ? "" : ", " + std::to_string(count) + " " + word;
     }
     if (summary.unknown_nodes > 0) {
         text += ", " + counted(summary.unknown_nodes, "node") + " of other modules not checked";
     }
-    return text;
+    std::vector<std::string> lines = {text};
+    for (const auto& [rule, count] : summary.findings_by_rule) {
+        lines.push_back(printable(rule) + ": " + counted(count, "finding"));
+    }
+    return lines;
 }

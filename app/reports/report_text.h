@@ -61,5 +61,6 @@ std::vector<std::string> unknown_data_texts(const UnknownData& data, const std::
 /// That the run was ended: "interrupted: 3 candidates were not checked".
 std::string not_reached_text(std::size_t count);
 
-/// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 not checked".
-std::string summary_text(const Summary& summary);
+/// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 refused, 1 not checked";
+/// then how many findings each rule has, a line each.
+std::vector<std::string> summary_lines(const Summary& summary);

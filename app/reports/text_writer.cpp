@@ -63,7 +63,7 @@ class TextWriter final : public ReportWriter {
 
     void finish(const Summary& summary, std::size_t /*not_reached*/) override {
         if (!options_.quiet && (options_.counts_clean || summary.candidates > 1)) {
-            write_(summary_text(summary) + "\n");
+            write_(joined(summary_lines(summary), "\n") + "\n");
         }
     }
 

@@ -109,9 +109,12 @@ TEST(Text, TellsTheOperatorWhereWhyAndWhatToDo) {
     missing.running = missing.failure_at.file = "running";
     missing.failure = "running: cannot be opened";
     EXPECT_THAT(formatted({missing}, "text"), StartsWith("broken: error: running: cannot be"));
-    EXPECT_THAT(formatted({kBoth, kBroken, full()}, "text"),
-                EndsWith("3 candidates: 3 errors, 4 warnings in 6 checks, 1 not checked, "
-                         "7 nodes of other modules not checked\n"));
+    EXPECT_THAT(
+        formatted({kBoth, kBroken, full()}, "text"),
+        EndsWith("3 candidates: 3 errors, 4 warnings in 6 checks, 2 refused, 1 not checked, "
+                 "7 nodes of other modules not checked\nfirst: 3 findings\n"
+                 "vrrp_ipv4_addr_update_validation: 2 findings\n"
+                 "vrrp_version_validation: 2 findings\n"));
 }
 
 TEST(Text, ShowsTheLineAndWhatFindingsHaveInCommon) {
@@ -203,9 +206,13 @@ TEST(EveryFormat, SaysWhatItDoesNotHold) {
 
 TEST(EveryFormat, IsWholeInATemporaryFileAndSaysWhenThereIsNoRoomForOne) {
     const std::vector<Report> many(75, kBoth);
-    const std::string in_file = formatted(many, "html");
+    const auto page = [&] {
+        const std::string text = formatted(many, "html");
+        return text.substr(text.find("<article>"));  // behind the time
+    };
+    const std::string in_file = page();
     setenv("TMPDIR", "/missing", 1);
-    EXPECT_EQ(formatted(many, "html"), in_file) << "kept in memory";
+    EXPECT_EQ(page(), in_file) << "kept in memory";
     unsetenv("TMPDIR");
     rlimit sizes{};
     getrlimit(RLIMIT_FSIZE, &sizes);
@@ -225,8 +232,8 @@ TEST(Json, IsOneObjectOfTheDescribedForm) {
         EXPECT_EQ(against_schema(formatted(reports, "json")), "");
     }
     json all = json::parse(formatted({full(), kBroken, kWarned}, "json"));
-    EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 3, "errors": 2, "warnings": 4,
-        "not_checked": 1, "unknown_nodes": 7})"));
+    EXPECT_EQ(all["summary"], json::parse(R"({"candidates": 3, "refused": 1, "warned": 1,
+        "clean": 0, "not_checked": 1, "errors": 2, "warnings": 4, "unknown_nodes": 7})"));
     EXPECT_FALSE(all["reports"][0]["valid"] || all["reports"][1]["valid"]);
     EXPECT_TRUE(all["reports"][2]["valid"]) << "warnings do not count";
     all["reports"][0]["findings"][0].erase("message");

@@ -107,7 +107,8 @@ TEST(GitHub, AnnotatesEachPlace) {
                 AllOf(StartsWith("::error file=./a"),
                       HasSubstr("\n::notice file=./a%2C b%3Ac%25.json,title=vrrp_version_"),
                       EndsWith("\n::notice title=vrrp-valid::2 candidates: 1 error, 1 warning in "
-                               "6 checks\n")));
+                               "6 checks, 1 refused, 1 clean%0Avrrp_ipv4_addr_update_validation: "
+                               "1 finding%0Avrrp_version_validation: 1 finding\n")));
 }
 
 TEST(GitLab, TellsIssuesApartWhereverTheyMove) {

@@ -216,6 +216,7 @@ std::string format_difference_json(const std::string& running, const std::string
                                    const std::vector<Change>& changes,
                                    const UnknownData& not_compared) {
     const Json json = {{"format_version", kFormatVersion},
+                       {"command_version", VRRP_VALID_VERSION},
                        {"running", printable(running)},
                        {"candidate", printable(candidate)},
                        {"changes", ToJson()(changes)},

@@ -13,6 +13,7 @@
 #include "errors/input_error.h"
 #include "folder.h"
 #include "reports/difference_text.h"
+#include "reports/report_json.h"
 #include "reports/report_reader.h"
 #include "samples.h"
 
@@ -41,11 +42,12 @@ Report full() {
     return report;
 }
 
-/// What the schema in docs/ has against `text`, no member that it does not name; nothing when it is
-/// as described.
-std::string against_schema(const std::string& text) {
+/// What the schema `name` in docs/ has against `text`, no member that it does not name; nothing
+/// when it is as described.
+std::string against_schema(const std::string& text, const std::string& name = "report") {
     rapidjson::Document schema;
-    schema.Parse(std::regex_replace(content_of(REPORT_SCHEMA), std::regex("\"required\":"),
+    schema.Parse(std::regex_replace(content_of(SCHEMAS + name + ".schema.json"),
+                                    std::regex("\"required\":"),
                                     "\"additionalProperties\": false, \"required\":")
                      .c_str());
     rapidjson::Document document;
@@ -236,6 +238,9 @@ TEST(Json, IsOneObjectOfTheDescribedForm) {
         "clean": 0, "not_checked": 1, "errors": 2, "warnings": 4, "unknown_nodes": 7})"));
     EXPECT_FALSE(all["reports"][0]["valid"] || all["reports"][1]["valid"]);
     EXPECT_TRUE(all["reports"][2]["valid"]) << "warnings do not count";
+    EXPECT_EQ(against_schema(format_difference_json("a", "b", *full().changes, full().unknown_data),
+                             "diff"),
+              "");
     all["reports"][0]["findings"][0].erase("message");
     EXPECT_EQ(against_schema(all.dump()), "#/reports/0/findings/0: required");
 }

@@ -238,7 +238,7 @@ class HtmlWriter final : public ReportWriter {
 
     void add(const Report& report, const std::vector<Finding>& findings) override {
         const Article article(report, findings, options_.accept_warnings, ++count_);
-        const bool is_shown = !options_.counts_clean || !findings.empty() || !notes(report).empty();
+        const bool is_shown = !options_.counts_clean || !is_clean(report);
         const pugi::xml_document document;
         article.add_row_to(document.root(), is_shown);
         rows_[static_cast<std::size_t>(outcome_of(report))].write(

@@ -215,11 +215,9 @@ Summary summary_from_json(const Json& json) {
 std::string format_difference_json(const std::string& running, const std::string& candidate,
                                    const std::vector<Change>& changes,
                                    const UnknownData& not_compared) {
-    const Json json = {{"format_version", kFormatVersion},
-                       {"command_version", VRRP_VALID_VERSION},
-                       {"running", printable(running)},
-                       {"candidate", printable(candidate)},
-                       {"changes", ToJson()(changes)},
-                       {"not_compared", ToJson()(not_compared)}};
+    const Json json = {
+        {"format_version", kFormatVersion}, {"command_version", VRRP_VALID_VERSION},
+        {"running", printable(running)},    {"candidate", printable(candidate)},
+        {"changes", ToJson()(changes)},     {"not_compared", ToJson()(not_compared)}};
     return json.dump(2) + "\n";
 }

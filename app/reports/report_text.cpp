@@ -1,7 +1,7 @@
 #include "reports/report_text.h"
 
-#include <algorithm>
 #include <map>
+#include <set>
 
 #include "text/printable.h"
 
@@ -24,21 +24,6 @@ std::string omitted_text(const Omitted& omitted) {
 /// `place`, or the candidate's file when that is not known.
 Location place_in(const Report& report, const Location& place) {
     return place.is_known() ? place : Location{report.candidate};
-}
-
-/// `findings`, each behind the first one with its cause; those of a cause are together once sorted.
-std::vector<std::pair<const Finding*, const Finding*>> by_cause(
-    const std::vector<Finding>& findings) {
-    std::map<std::string, const Finding*> firsts;
-    std::vector<std::pair<const Finding*, const Finding*>> pairs;
-    for (const Finding& finding : findings) {
-        pairs.emplace_back(finding.cause.empty()
-                               ? &finding
-                               : firsts.emplace(finding.cause, &finding).first->second,
-                           &finding);
-    }
-    std::sort(pairs.begin(), pairs.end());
-    return pairs;
 }
 
 }  // namespace
@@ -117,7 +102,13 @@ std::vector<Finding> told_findings(const Report& report) {
         const std::string place = text_of(findings[0].location) + ": ";
         findings[0].message.erase(0, report.failure.rfind(place, 0) == 0 ? place.size() : 0);
     }
-    for (const auto& [first, finding] : by_cause(report.findings)) {
+    std::map<std::string, const Finding*> firsts;  // of each cause
+    std::set<std::pair<const Finding*, const Finding*>> order;
+    for (const Finding& finding : report.findings) {
+        const auto first = firsts.emplace(finding.cause, &finding).first;
+        order.emplace(finding.cause.empty() ? &finding : first->second, &finding);
+    }
+    for (const auto& [first, finding] : order) {
         findings.push_back(*finding);
         findings.back().location = place_in(report, finding->location);
     }
@@ -129,8 +120,7 @@ std::vector<Finding> told_findings(const Report& report) {
 }
 
 bool is_clean(const Report& report) {
-    return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
-           (!report.changes || report.changes->empty()) && report.requests > 0 &&
+    return outcome_of(report) == Outcome::clean && report.requests > 0 &&
            report.removed_instances == 0 && report.unknown_data.unknown.empty();
 }
 

@@ -42,8 +42,8 @@ Finding told(const std::string& rule, const std::string& message, const std::str
 /// of it. Each has a place, its file at least.
 std::vector<Finding> told_findings(const Report& report);
 
-/// Whether there is nothing to say of the candidate but what a sum of all says as well, so that it
-/// can be only counted.
+/// Whether there is nothing to say of the candidate, but for what it changes, that a sum of all
+/// does not say as well, so that it can be only counted.
 bool is_clean(const Report& report);
 
 /// What was checked and how much was found: "1 error, 0 warnings in 7 checks against running.json";

@@ -108,7 +108,10 @@ TEST(Page, SaysTheResultOfEachCandidate) {
     ReportOptions fleet;
     fleet.format = "html";
     fleet.counts_clean = true;
-    const Page page(formatted({checked("clean", {}), refused()}, fleet));
+    Report clean = checked("clean", {});
+    clean.changes = {{ChangeKind::added, "/f", "", "f", {}, "1", {}}};
+    clean.unknown_data.nodes = 7;
+    const Page page(formatted({clean, refused()}, fleet));
     EXPECT_EQ(page.texts("//article/h2")[1], ": candidate.json") << "the clean one has a row only";
     EXPECT_THAT(page.texts("//article[1]//td[1]/a | //article[1]//td[1][not(a)]"),
                 ElementsAre(": candidate.json", ": clean"));

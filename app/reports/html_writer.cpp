@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <iomanip>
 #include <set>
 
 #include "reports/difference_text.h"
@@ -222,9 +223,9 @@ class Article {
 /// "2026-11-23 20:15 UTC".
 std::string now() {
     const std::time_t time = std::time(nullptr);
-    std::array<char, 32> text{};
-    std::strftime(text.data(), text.size(), "%F %R UTC", std::gmtime(&time));
-    return text.data();
+    std::ostringstream text;
+    text << std::put_time(std::gmtime(&time), "%F %R UTC");
+    return text.str();
 }
 
 /// The page begins with the table of all candidates when there are several, so that all that it

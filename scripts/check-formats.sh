@@ -35,6 +35,15 @@ check empty "$work/empty.json"
 
 /usr/bin/python3 scripts/read_reports.py docs/report.schema.json "$work"
 
+# usage: describe SCHEMA ARGUMENT...
+describe() {
+  { "$command" "${@:2}" --format json || [ "$1" = diff ]; } | /usr/bin/python3 -c 'import json, jsonschema, sys
+jsonschema.Draft7Validator(json.load(open(sys.argv[1]))).validate(json.load(sys.stdin))' "docs/$1.schema.json"
+}
+describe rules rules
+describe rules explain --verbose
+describe diff diff --running examples/router-running.json examples/router-refused.json
+
 export DOTNET_SYSTEM_GLOBALIZATION_INVARIANT=1
 for log in "$work"/*.sarif; do
   "$work/node_modules/.bin/sarif-multitool" validate "$log" --output "$work/said.json" \

@@ -54,7 +54,7 @@ import html, json, re, sys
 report = json.load(open(sys.argv[1], encoding="utf-8"))
 text = html.unescape(re.sub(r"<[^>]*>", "", open(sys.argv[2], encoding="utf-8").read()))
 for one in report["reports"]:
-    wanted = [one["candidate"], one["error"]]
+    wanted = [one["candidate"], one["error"].split(": ")[-1]]
     for finding in one["findings"]:
         wanted += [finding[part] for part in ("message", "cli_path", "help", "rule")]
         wanted += [value["value"] for value in finding["values"]]

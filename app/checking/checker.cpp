@@ -111,7 +111,7 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
     if (report.instances.empty() && report.removed_instances > 0) {
         report.findings.push_back(removes_all(report, candidate.is_edit));
     }
-    if (!report.findings.empty()) {
+    if (!report.findings.empty() || options_.difference) {
         add_sources(candidate.sources, report.sources);
         add_sources(running.sources, report.sources);
     }

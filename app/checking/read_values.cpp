@@ -35,17 +35,23 @@ class ValueList {
         }
     }
 
-    /// Adds what a rule read at `path`. Throws PlatformError when it cannot have been read.
+    /// Adds what a rule read at `path`, and keeps which place that is. Throws PlatformError when it
+    /// cannot have been read.
     void add_read(bool is_running, bool is_count, std::string_view path) {
         const Node* const found = of(is_running).tree.find(path);
         if (found != nullptr && found->schema->kind == NodeKind::leaf) {
             add_leaf(is_running, *found);
+            last_read_ = is_running ? last_read_ : candidate_.location_of(*found);
         } else if (found != nullptr && is_count) {
             for (const Node* const entry : found->children) {
                 add_keys(is_running, *entry);
+                last_read_ = candidate_.location_of(*entry);
             }
         }
     }
+
+    /// The place of what was read last of the candidate.
+    const Location& last_read() const { return last_read_; }
 
   private:
     const Configuration& of(bool is_running) const { return is_running ? running_ : candidate_; }
@@ -54,6 +60,7 @@ class ValueList {
     const Configuration& running_;
     std::vector<ReadValue>& values_;
     std::set<const Node*> seen_;
+    Location last_read_;
 };
 
 }  // namespace
@@ -92,6 +99,11 @@ void add_values(const Configuration& candidate, const Configuration& running, co
     }
     if (node.schema->kind == NodeKind::leaf) {
         values.add_leaf(false, node);
+    }
+    // A leaf, or an entry of keys alone, is itself what is wrong.
+    const bool is_value = node.schema->children.size() == node.schema->keys.size();
+    if (!is_value && values.last_read().file == candidate.name()) {
+        finding.location = values.last_read();
     }
     const Node* const other = has_read_table && finding.instance
                                   ? conflicting_instance(candidate.tree, *finding.instance)

@@ -33,6 +33,7 @@ class ReadLog {
 
 /// Adds to `finding` on `node` of `candidate` the values behind it, each once: those of the leaves
 /// and counted entries that the rule read, the node's own, and the keys of the instance that it
-/// conflicts with. A path that cannot be read for its names becomes the finding's note.
+/// conflicts with. Where the candidate's file has what a rule on more than a value read last, the
+/// finding's place is there. A path that cannot be read for its names becomes the finding's note.
 void add_values(const Configuration& candidate, const Configuration& running,
                 const local_platform::Node& node, const ReadLog& log, Finding& finding);

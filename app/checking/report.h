@@ -34,9 +34,11 @@ struct Finding {
         cli_path;  ///< the same in the operator's words: "router vrrp interface l3-vlan10 ..."
     std::string message;
     std::vector<ReadValue> values;
-    std::string note;   ///< why the message may not be the whole truth; empty without a reason
-    std::string help;   ///< what to do, from the model
-    Location location;  ///< of the node in the candidate, or in the edit where that holds it
+    std::string note;  ///< why the message may not be the whole truth; empty without a reason
+    std::string help;  ///< what to do, from the model
+    /// Of the value that has to change where the candidate's file has it, else of the node.
+    Location location;
+    Location node_location = {};  ///< in the candidate, or in the edit where that holds it
     std::optional<VrrpInstance> instance = {};  ///< that the node is of
     std::string cause = {};  ///< what it has in common with others; empty without a reason
 };
@@ -62,7 +64,7 @@ struct Report {
     UnknownData unknown_data;
     std::vector<VrrpInstance> instances;  ///< of the candidate, in its order
     std::size_t removed_instances = 0;    ///< VRRP instances of running that the candidate lacks
-    /// That findings are in; none without findings.
+    /// That findings are in, and changes; none without any.
     std::vector<std::shared_ptr<const SourceText>> sources;
     double seconds = 0;  ///< how long the check took
 

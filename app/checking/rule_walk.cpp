@@ -184,7 +184,7 @@ class Worker {
                               ? "the rule refuses " + finding.path + " without a message."
                               : response.messages.back();
         finding.help = help_for(*request.rule, finding.message);
-        finding.location = candidate_.location_of(node);
+        finding.location = finding.node_location = candidate_.location_of(node);
         finding.instance = instance_around(node);
         finding.cause = cause_of(finding);
         add_values(candidate_, running_, node, log_, finding);

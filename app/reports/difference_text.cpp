@@ -49,10 +49,11 @@ std::vector<ChangeLine> difference_lines(const std::vector<Change>& changes) {
         }
         const bool is_whole = change.node.empty();
         if (!is_whole && !change.group.empty() && change.group != group) {
-            lines.push_back({nullptr, 1, printable(change.group)});
+            lines.push_back({nullptr, 1, printable(change.group), false});
         }
         lines.push_back({&look_of(change.kind), is_whole || change.group.empty() ? 0U : 2U,
-                         printable(is_whole ? change.group : change.node) + values_of(change)});
+                         printable(is_whole ? change.group : change.node) + values_of(change),
+                         change.group.empty()});
         group = change.group;
     }
     return lines;

@@ -20,6 +20,7 @@ struct ChangeLine {
     const ChangeLook* look;  ///< null for the mere name of a group
     std::size_t depth;  ///< 0 for what has no group, 1 for the name of one, 2 for what is in it
     std::string text;
+    bool is_alone = false;  ///< in no group
 };
 
 /// The changes below their layer-3 interface or VRRP instance; what comes and goes as a whole says

@@ -13,13 +13,17 @@ std::string fingerprint(const std::string& candidate, const Finding& finding) {
          {repository_path(candidate), finding.rule, finding.path, finding.message}) {
         whole.append(text).push_back('\0');
     }
+    return sha256(whole);
+}
+
+std::string sha256(std::string_view bytes) {
     sha256_ctx context{};
     sha256_init(&context);
-    sha256_update(&context, whole.size(), reinterpret_cast<const unsigned char*>(whole.data()));
-    std::array<unsigned char, SHA256_DIGEST_SIZE> bytes{};
-    sha256_digest(&context, bytes.size(), bytes.data());
+    sha256_update(&context, bytes.size(), reinterpret_cast<const unsigned char*>(bytes.data()));
+    std::array<unsigned char, SHA256_DIGEST_SIZE> digest{};
+    sha256_digest(&context, digest.size(), digest.data());
     std::string digits;
-    for (const unsigned char byte : bytes) {
+    for (const unsigned char byte : digest) {
         digits += hex(byte, 2);
     }
     return digits;

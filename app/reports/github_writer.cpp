@@ -50,7 +50,7 @@ class GithubWriter final : public ReportWriter {
 
     void finish(const Summary& summary, std::size_t not_reached) override {
         if (options_.counts_clean || !summary.notes.empty()) {
-            write_(command("notice", {}, "vrrp-valid", {summary_text(summary)}));
+            write_(command("notice", {}, "vrrp-valid", summary_lines(summary)));
         }
         if (not_reached > 0) {
             write_(command("error", {}, kNotChecked, {not_reached_text(not_reached)}));

@@ -64,6 +64,9 @@ mark { background: var(--mark); color: inherit; border-radius: 3px; font-weight:
   color: var(--text); background: var(--code); border: 1px solid var(--soft); border-radius: 6px; }
 .chip.error { color: var(--error); background: var(--error-tint); border: 2px solid var(--error); }
 .chip.warning { color: var(--warning); background: var(--warning-tint); border: 2px solid var(--warning); }
+.scroll { overflow-x: auto; } .scroll table { min-width: 32rem; } .hint { display: none; }
+.scroll:focus-visible { outline: 3px solid var(--link); }
+@media screen and (max-width: 36rem) { .hint { display: block; } }
 @media (max-width: 50rem) { .finding { grid-template-columns: minmax(0, 1fr); } }
 @media print {
   main { max-width: none; padding: 0; } article { border: 0; padding: 0; }

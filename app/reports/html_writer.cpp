@@ -1,7 +1,11 @@
 #include <algorithm>
+#include <array>
+#include <ctime>
+#include <iomanip>
 #include <set>
 
 #include "reports/difference_text.h"
+#include "reports/fingerprint.h"
 #include "reports/html_style.h"
 #include "reports/instance_table.h"
 #include "reports/report_text.h"
@@ -32,20 +36,25 @@ struct Result {
 };
 
 Result result_of(const Report& report, bool accept_warnings) {
-    if (!report.failure.empty()) {
-        return {"error", "Could not be checked"};
-    }
-    if (report.count(Severity::error) > 0) {
-        return {"error", "Refused"};
-    }
-    if (report.requests == 0) {
+    const Outcome outcome = outcome_of(report);
+    if (outcome == Outcome::clean && report.requests == 0) {
         return {"warning", "Nothing to check"};
     }
-    if (report.count(Severity::warning) == 0) {
-        return {"good", "Accepted"};
+    if (outcome == Outcome::warned && accept_warnings) {
+        return {"good", "Accepted, warnings included"};
     }
-    return accept_warnings ? Result{"good", "Accepted, warnings included"}
-                           : Result{"warning", "Accepted once the warnings are confirmed"};
+    constexpr Result kResults[] = {{"error", "Refused"},
+                                   {"error", "Could not be checked"},
+                                   {"warning", "Accepted once the warnings are confirmed"},
+                                   {"good", "Accepted"}};
+    return kResults[static_cast<std::size_t>(outcome)];
+}
+
+pugi::xml_node add_group(pugi::xml_node body, const std::string& name) {
+    pugi::xml_node heading = add_element(add_element(body, "tr"), "th", {}, name + " ");
+    heading.append_attribute("colspan") = 2;
+    heading.append_attribute("scope") = "rowgroup";
+    return heading;
 }
 
 void add_changes(pugi::xml_node article, const std::vector<Change>& changes) {
@@ -55,18 +64,18 @@ void add_changes(pugi::xml_node article, const std::vector<Change>& changes) {
         return;
     }
     pugi::xml_node body = add_element(add_element(article, "table"), "tbody");
+    bool was_alone = false;
     for (const ChangeLine& line : difference_lines(changes)) {
         const std::string word = line.look == nullptr ? "" : line.look->word;
-        if (line.depth == 2) {
+        if (line.is_alone && !was_alone) {
+            add_group(body, "Elsewhere");
+        }
+        was_alone = line.is_alone;
+        if (line.is_alone || line.depth == 2) {
             pugi::xml_node row = add_element(body, "tr", "change");
             add_element(row, "td", word, line.look->mark + word);
             add_element(row, "td", {}, line.text);
-            continue;
-        }
-        pugi::xml_node heading = add_element(add_element(body, "tr"), "th", {}, line.text + " ");
-        heading.append_attribute("colspan") = 2;
-        heading.append_attribute("scope") = "rowgroup";
-        if (line.look != nullptr) {
+        } else if (pugi::xml_node heading = add_group(body, line.text); line.look != nullptr) {
             add_element(heading, "span", word, word);
         }
     }
@@ -93,7 +102,7 @@ void add_figure(pugi::xml_node parent, const SourceText& source, const Location&
 
 /// The finding's place and those of the values, each line once, where the source is known.
 void add_figures(pugi::xml_node section, const Report& report, const Finding& finding) {
-    std::vector<Location> places = {finding.location};
+    std::vector<Location> places = {finding.location, finding.node_location};
     for (const ReadValue& value : finding.values) {
         places.push_back(value.location);
     }
@@ -124,11 +133,11 @@ class Article {
         set_attribute(article, "id", name_);
         add_element(article, "h2", {}, report_.candidate);
         add_result(article);
-        if (report_.changes) {
-            add_changes(article, *report_.changes);
-        }
         if (!findings_.empty()) {
             add_findings(article);
+        }
+        if (report_.changes) {
+            add_changes(article, *report_.changes);
         }
         if (!report_.instances.empty()) {
             add_element(article, "h3", {}, counted(report_.instances.size(), "VRRP instance"));
@@ -137,11 +146,15 @@ class Article {
         }
     }
 
-    /// The same in a table of all candidates.
-    void add_row_to(pugi::xml_node table) const {
+    /// The same in a table of all candidates, with a link to it when it `is_shown`.
+    void add_row_to(pugi::xml_node table, bool is_shown) const {
         pugi::xml_node row = add_element(table, "tr");
-        pugi::xml_node link = add_element(add_element(row, "td"), "a", {}, report_.candidate);
-        set_attribute(link, "href", "#" + name_);
+        pugi::xml_node name = add_element(row, "td");
+        if (is_shown) {
+            name = add_element(name, "a");
+            set_attribute(name, "href", "#" + name_);
+        }
+        add_text(name, report_.candidate);
         add_element(row, "td", result_.look, result_.words);
         for (const Severity severity : {Severity::error, Severity::warning}) {
             add_element(row, "td", {}, std::to_string(report_.count(severity)));
@@ -166,6 +179,10 @@ class Article {
             article, "p", "soft",
             "Running configuration: " + (report_.running.empty() ? "empty" : report_.running) +
                 "; " + counted(report_.rule_names.size(), "rule"));
+        for (const auto& source : report_.sources) {
+            add_element(add_element(article, "p", "soft", "SHA-256 of " + source->name() + ": "),
+                        "code", {}, sha256(source->bytes()));
+        }
     }
 
     void add_findings(pugi::xml_node article) const {
@@ -203,31 +220,44 @@ class Article {
     std::string name_;
 };
 
+/// "2026-11-23 20:15 UTC".
+std::string now() {
+    const std::time_t time = std::time(nullptr);
+    std::ostringstream text;
+    text << std::put_time(std::gmtime(&time), "%F %R UTC");
+    return text.str();
+}
+
 /// The page begins with the table of all candidates when there are several, so that all that it
-/// shows of each waits for that.
+/// shows of each waits for that. Of a fleet, what is clean has its row and no more.
 class HtmlWriter final : public ReportWriter {
   public:
     HtmlWriter(const ReportOptions& options, const Write& write) : ReportWriter(options, write) {
-        write_(std::string(kBeforeStyle) + kPageStyle + kBehindStyle);
+        write_(std::string(kBeforeStyle) + kPageStyle + kBehindStyle +
+               "<p class=\"soft\">vrrp-valid " VRRP_VALID_VERSION ", " + now() + "</p>");
     }
 
     void add(const Report& report, const std::vector<Finding>& findings) override {
         const Article article(report, findings, options_.accept_warnings, ++count_);
+        const bool is_shown = !options_.counts_clean || !is_clean(report);
         const pugi::xml_document document;
-        article.add_row_to(document.root());
-        rows_.write(xml_of(document.first_child(), kPage));
-        article.add_to(document.root());
-        articles_.write(xml_of(document.last_child(), kPage));
+        article.add_row_to(document.root(), is_shown);
+        rows_[static_cast<std::size_t>(outcome_of(report))].write(
+            xml_of(document.first_child(), kPage));
+        if (is_shown) {
+            article.add_to(document.root());
+            articles_.write(xml_of(document.last_child(), kPage));
+        }
     }
 
     void finish(const Summary& summary, std::size_t not_reached) override {
+        const pugi::xml_document document;
         if (not_reached > 0) {
-            const pugi::xml_document document;
             write_(xml_of(
                 add_element(document.root(), "div", "result error", not_reached_text(not_reached)),
                 kPage));
         }
-        if (count_ > 1) {
+        if (options_.counts_clean || count_ > 1) {
             write_overview(summary);
         }
         articles_.copy_to(write_);
@@ -235,18 +265,24 @@ class HtmlWriter final : public ReportWriter {
     }
 
   private:
-    /// All candidates in a table.
+    /// All candidates in a table, what to look at first on top.
     void write_overview(const Summary& summary) const {
         const pugi::xml_document head;
+        std::string lines;
+        for (const std::string& line : summary_lines(summary)) {
+            const char* const element = lines.empty() ? "h2" : "p";
+            lines += xml_of(add_element(head.root(), element, {}, line), kPage);
+        }
         add_heads(head.root(), {"Candidate", "Result", "Errors", "Warnings"});
-        write_("<article><h2>" + summary_text(summary) + "</h2><table>" +
-               xml_of(head.first_child(), kPage) + "<tbody>");
-        rows_.copy_to(write_);
+        write_("<article>" + lines + "<table>" + xml_of(head.last_child(), kPage) + "<tbody>");
+        for (const Spool& rows : rows_) {
+            rows.copy_to(write_);
+        }
         write_("</tbody></table></article>");
     }
 
     std::size_t count_ = 0;
-    Spool rows_;
+    std::array<Spool, 4> rows_;  ///< by outcome
     Spool articles_;
 };
 

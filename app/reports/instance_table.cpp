@@ -34,7 +34,10 @@ void add_instances(pugi::xml_node parent, const std::vector<VrrpInstance>& insta
                    const std::vector<Finding>& findings,
                    const std::function<std::string(const Finding&)>& anchor) {
     const auto worst = worst_findings(findings);
-    pugi::xml_node table = add_element(parent, "table");
+    add_element(parent, "p", "hint soft", "Scroll sideways to see the IPv6 identifiers.");
+    pugi::xml_node frame = add_element(parent, "div", "scroll");
+    frame.append_attribute("tabindex") = 0;
+    pugi::xml_node table = add_element(frame, "table");
     add_heads(table, {"VRRP interface", "IPv4 identifiers", "IPv6 identifiers"});
     pugi::xml_node body = add_element(table, "tbody");
     pugi::xml_node ipv4;

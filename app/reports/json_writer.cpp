@@ -15,9 +15,11 @@ class JsonWriter final : public ReportWriter {
     }
 
   private:
-    JsonElements reports_{
-        write_,
-        std::string("{\n  \"format_version\": \"") + kFormatVersion + "\",\n  \"reports\": ", 1};
+    JsonElements reports_{write_,
+                          std::string("{\n  \"format_version\": \"") + kFormatVersion +
+                              "\",\n  \"command_version\": \"" VRRP_VALID_VERSION
+                              "\",\n  \"reports\": ",
+                          1};
 };
 
 }  // namespace

@@ -24,15 +24,6 @@ pugi::xml_node add_test(pugi::xml_node suite, const std::string& name) {
     return test;
 }
 
-/// `text` has lines, each of them printable.
-void add_outcome(pugi::xml_node test, const char* element, const char* type,
-                 const std::string& message, const std::string& text) {
-    pugi::xml_node outcome = test.append_child(element);
-    outcome.append_attribute("type") = type;
-    set_attribute(outcome, "message", message);
-    outcome.text() = text.c_str();
-}
-
 /// The outcome of a test: `of_rule`, the first of them in its message.
 void add_findings(pugi::xml_node test, const std::vector<Finding>& of_rule, bool accept_warnings) {
     const Finding& first = of_rule.front();
@@ -46,9 +37,10 @@ void add_findings(pugi::xml_node test, const std::vector<Finding>& of_rule, bool
         test.append_child("system-out").text() = text.c_str();
         return;
     }
-    add_outcome(test, first.rule == kNotChecked ? "error" : "failure",
-                has_error ? "error" : "warning",
-                first.message + (of_rule.size() == 1 ? "" : " (and more)"), text);
+    pugi::xml_node outcome = test.append_child(first.rule == kNotChecked ? "error" : "failure");
+    outcome.append_attribute("type") = has_error ? "error" : "warning";
+    set_attribute(outcome, "message", first.message + (of_rule.size() == 1 ? "" : " (and more)"));
+    outcome.text() = text.c_str();
 }
 
 /// Writes `suite`, which is complete, with its counts.

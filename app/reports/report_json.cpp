@@ -32,13 +32,13 @@ constexpr auto members(const ReadValue& /*of*/) {
 }
 
 constexpr auto members(const Finding& /*of*/) {
-    return std::tuple(std::pair("severity", &Finding::severity), std::pair("rule", &Finding::rule),
-                      std::pair("path", &Finding::path), std::pair("cli_path", &Finding::cli_path),
-                      std::pair("instance", &Finding::instance),
-                      std::pair("message", &Finding::message), std::pair("note", &Finding::note),
-                      std::pair("help", &Finding::help), std::pair("cause", &Finding::cause),
-                      std::pair("location", &Finding::location),
-                      std::pair("values", &Finding::values));
+    return std::tuple(
+        std::pair("severity", &Finding::severity), std::pair("rule", &Finding::rule),
+        std::pair("path", &Finding::path), std::pair("cli_path", &Finding::cli_path),
+        std::pair("instance", &Finding::instance), std::pair("message", &Finding::message),
+        std::pair("note", &Finding::note), std::pair("help", &Finding::help),
+        std::pair("cause", &Finding::cause), std::pair("location", &Finding::location),
+        std::pair("node_location", &Finding::node_location), std::pair("values", &Finding::values));
 }
 
 constexpr auto members(const Omitted& /*of*/) {
@@ -71,8 +71,10 @@ constexpr auto members(const Report& /*of*/) {
 
 constexpr auto members(const Summary& /*of*/) {
     return std::tuple(
-        std::pair("candidates", &Summary::candidates), std::pair("errors", &Summary::errors),
-        std::pair("warnings", &Summary::warnings), std::pair("not_checked", &Summary::not_checked),
+        std::pair("candidates", &Summary::candidates), std::pair("refused", &Summary::refused),
+        std::pair("warned", &Summary::warned), std::pair("clean", &Summary::clean),
+        std::pair("not_checked", &Summary::not_checked), std::pair("errors", &Summary::errors),
+        std::pair("warnings", &Summary::warnings),
         std::pair("unknown_nodes", &Summary::unknown_nodes));
 }
 
@@ -213,10 +215,9 @@ Summary summary_from_json(const Json& json) {
 std::string format_difference_json(const std::string& running, const std::string& candidate,
                                    const std::vector<Change>& changes,
                                    const UnknownData& not_compared) {
-    const Json json = {{"format_version", kFormatVersion},
-                       {"running", printable(running)},
-                       {"candidate", printable(candidate)},
-                       {"changes", ToJson()(changes)},
-                       {"not_compared", ToJson()(not_compared)}};
+    const Json json = {
+        {"format_version", kFormatVersion}, {"command_version", VRRP_VALID_VERSION},
+        {"running", printable(running)},    {"candidate", printable(candidate)},
+        {"changes", ToJson()(changes)},     {"not_compared", ToJson()(not_compared)}};
     return json.dump(2) + "\n";
 }

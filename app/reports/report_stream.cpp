@@ -1,8 +1,5 @@
 #include "reports/report_stream.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "reports/report_text.h"
 
 namespace {
@@ -19,9 +16,10 @@ constexpr Format kFormats[] = {
 };
 
 std::unique_ptr<ReportWriter> make_writer(const ReportOptions& options, const Write& write) {
-    const auto* const format =
-        std::find_if(std::begin(kFormats), std::end(kFormats),
-                     [&](const Format& one) { return options.format == one.name; });
+    const Format* format = kFormats;
+    while (options.format != format->name) {
+        ++format;
+    }
     return format->make(options, write);
 }
 

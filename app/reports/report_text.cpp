@@ -1,7 +1,7 @@
 #include "reports/report_text.h"
 
-#include <algorithm>
 #include <map>
+#include <set>
 
 #include "text/printable.h"
 
@@ -24,21 +24,6 @@ std::string omitted_text(const Omitted& omitted) {
 /// `place`, or the candidate's file when that is not known.
 Location place_in(const Report& report, const Location& place) {
     return place.is_known() ? place : Location{report.candidate};
-}
-
-/// `findings`, each behind the first one with its cause; those of a cause are together once sorted.
-std::vector<std::pair<const Finding*, const Finding*>> by_cause(
-    const std::vector<Finding>& findings) {
-    std::map<std::string, const Finding*> firsts;
-    std::vector<std::pair<const Finding*, const Finding*>> pairs;
-    for (const Finding& finding : findings) {
-        pairs.emplace_back(finding.cause.empty()
-                               ? &finding
-                               : firsts.emplace(finding.cause, &finding).first->second,
-                           &finding);
-    }
-    std::sort(pairs.begin(), pairs.end());
-    return pairs;
 }
 
 }  // namespace
@@ -70,7 +55,9 @@ std::string value_text(const ReadValue& value) {
 std::vector<std::string> finding_lines(const Finding& finding) {
     std::vector<std::string> lines;
     if (!finding.cli_path.empty()) {
-        lines.push_back("at " + printable(finding.cli_path));
+        const std::string place = text_of(finding.node_location);
+        const bool is_other = !place.empty() && place != text_of(finding.location);
+        lines.push_back("at " + printable(finding.cli_path + (is_other ? " (" + place + ")" : "")));
     }
     for (const ReadValue& value : finding.values) {
         const std::string place = printable(text_of(value.location));
@@ -115,7 +102,13 @@ std::vector<Finding> told_findings(const Report& report) {
         const std::string place = text_of(findings[0].location) + ": ";
         findings[0].message.erase(0, report.failure.rfind(place, 0) == 0 ? place.size() : 0);
     }
-    for (const auto& [first, finding] : by_cause(report.findings)) {
+    std::map<std::string, const Finding*> firsts;  // of each cause
+    std::set<std::pair<const Finding*, const Finding*>> order;
+    for (const Finding& finding : report.findings) {
+        const auto first = firsts.emplace(finding.cause, &finding).first;
+        order.emplace(finding.cause.empty() ? &finding : first->second, &finding);
+    }
+    for (const auto& [first, finding] : order) {
         findings.push_back(*finding);
         findings.back().location = place_in(report, finding->location);
     }
@@ -127,8 +120,7 @@ std::vector<Finding> told_findings(const Report& report) {
 }
 
 bool is_clean(const Report& report) {
-    return report.failure.empty() && report.findings.empty() && report.omitted.empty() &&
-           (!report.changes || report.changes->empty()) && report.requests > 0 &&
+    return outcome_of(report) == Outcome::clean && report.requests > 0 &&
            report.removed_instances == 0 && report.unknown_data.unknown.empty();
 }
 
@@ -178,11 +170,13 @@ std::string not_reached_text(std::size_t count) {
            (count == 1 ? " was not checked" : " were not checked");
 }
 
-std::string summary_text(const Summary& summary) {
+std::vector<std::string> summary_lines(const Summary& summary) {
     std::string text = counted(summary.candidates, "candidate") + ": " +
                        counts(summary.errors, summary.warnings, summary.requests);
-    if (summary.not_checked > 0) {
-        text += ", " + std::to_string(summary.not_checked) + " not checked";
+    for (const auto& [count, word] :
+         {std::pair(summary.refused, "refused"), std::pair(summary.warned, "warned"),
+          std::pair(summary.clean, "clean"), std::pair(summary.not_checked, "not checked")}) {
+        text += count == 0 ? "" : ", " + std::to_string(count) + " " + word;
     }
     if (summary.unknown_nodes > 0) {
         text += ", " + counted(summary.unknown_nodes, "node") + " of other modules not checked";
@@ -190,5 +184,9 @@ std::string summary_text(const Summary& summary) {
     for (const std::string& note : summary.notes) {
         text += ", " + note;
     }
-    return text;
+    std::vector<std::string> lines = {text};
+    for (const auto& [rule, count] : summary.findings_by_rule) {
+        lines.push_back(printable(rule) + ": " + counted(count, "finding"));
+    }
+    return lines;
 }

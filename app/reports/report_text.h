@@ -42,8 +42,8 @@ Finding told(const std::string& rule, const std::string& message, const std::str
 /// of it. Each has a place, its file at least.
 std::vector<Finding> told_findings(const Report& report);
 
-/// Whether there is nothing to say of the candidate but what a sum of all says as well, so that it
-/// can be only counted.
+/// Whether there is nothing to say of the candidate, but for what it changes, that a sum of all
+/// does not say as well, so that it can be only counted.
 bool is_clean(const Report& report);
 
 /// What was checked and how much was found: "1 error, 0 warnings in 7 checks against running.json";
@@ -61,5 +61,6 @@ std::vector<std::string> unknown_data_texts(const UnknownData& data, const std::
 /// That the run was ended: "interrupted: 3 candidates were not checked".
 std::string not_reached_text(std::size_t count);
 
-/// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 not checked".
-std::string summary_text(const Summary& summary);
+/// The result of all: "2 candidates: 1 error, 0 warnings in 9 checks, 1 refused, 1 not checked";
+/// then how many findings each rule has, a line each.
+std::vector<std::string> summary_lines(const Summary& summary);

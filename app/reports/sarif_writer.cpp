@@ -73,13 +73,16 @@ Json result_json(const Report& report, const Finding& finding) {
                                       {"decoratedName", printable(finding.cli_path)}}};
     }
     json["locations"] = {place};
-    for (const ReadValue& value : finding.values) {
-        if (value.location.is_known()) {
-            json["relatedLocations"].push_back(
-                {{"id", json["relatedLocations"].size() + 1},
-                 {"physicalLocation", physical_location(report, value.location)},
-                 {"message", {{"text", value_text(value)}}}});
+    const auto relate = [&](const Location& at, const std::string& text) {
+        if (at.is_known()) {
+            json["relatedLocations"].push_back({{"id", json["relatedLocations"].size() + 1},
+                                                {"physicalLocation", physical_location(report, at)},
+                                                {"message", {{"text", text}}}});
         }
+    };
+    relate(finding.node_location, printable(finding.cli_path));
+    for (const ReadValue& value : finding.values) {
+        relate(value.location, value_text(value));
     }
     json["partialFingerprints"] = {{"finding/v1", fingerprint(report.candidate, finding)}};
     return json;

@@ -33,13 +33,14 @@ class TextWriter final : public ReportWriter {
     using ReportWriter::ReportWriter;
 
     void add(const Report& report, const std::vector<Finding>& findings) override {
-        if (options_.counts_clean && is_clean(report)) {
+        const bool has_changes = report.changes && !report.changes->empty();
+        if (options_.counts_clean && is_clean(report) && !has_changes) {
             return;
         }
         std::string text;
         if (report.changes) {
-            text += report.changes->empty() ? "no changes\n"
-                                            : format_difference_text(*report.changes, has_colour_);
+            text +=
+                has_changes ? format_difference_text(*report.changes, has_colour_) : "no changes\n";
         }
         std::string cause;
         for (const Finding& finding : findings) {
@@ -64,7 +65,7 @@ class TextWriter final : public ReportWriter {
     void finish(const Summary& summary, std::size_t /*not_reached*/) override {
         const bool has_more = summary.candidates > 1 || !summary.notes.empty();
         if (!options_.quiet && (options_.counts_clean || has_more)) {
-            write_(summary_text(summary) + "\n");
+            write_(joined(summary_lines(summary), "\n") + "\n");
         }
     }
 

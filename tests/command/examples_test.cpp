@@ -55,6 +55,7 @@ TEST(Examples, FindAndExplainWhatEachExampleSays) {
         ASSERT_EQ(findings.size(), expected["findings"].size()) << findings;
         for (std::size_t i = 0; i < findings.size(); ++i) {
             json found = findings[i];
+            found["line"] = found["location"]["line"];
             for (json& value : found["values"]) {
                 value["line"] = value["location"]["line"];
                 value.erase("location");

@@ -17,6 +17,7 @@ Report oddly_named() {
     report.findings[0].location.file = report.candidate;
     report.findings[0].message = "100%: a, b";
     report.findings[0].cause = "x";
+    report.findings[0].node_location = {report.candidate, 5, 1};
     report.findings[0].values[1].location = {};
     report.sources = {
         std::make_shared<SourceText>(report.candidate, "1\n2\n3\n4\n5\n    \"ä\": 1")};
@@ -97,7 +98,8 @@ TEST(GitHub, AnnotatesEachPlace) {
                 AllOf(StartsWith("::error file=./a"),
                       HasSubstr("\n::notice file=./a%2C b%3Ac%25.json,title=vrrp_version_"),
                       EndsWith("\n::notice title=vrrp-valid::2 candidates: 1 error, 1 warning in "
-                               "6 checks\n")));
+                               "6 checks, 1 refused, 1 clean%0Avrrp_ipv4_addr_update_validation: "
+                               "1 finding%0Avrrp_version_validation: 1 finding\n")));
 }
 
 TEST(GitLab, TellsIssuesApartWhereverTheyMove) {
@@ -150,8 +152,9 @@ TEST(Sarif, HasRulesResultsAndPlaces) {
          {"/results/0/locations/0/physicalLocation", json::parse(R"({
             "artifactLocation": {"uri": "a%2C%20b%3Ac%25.json"},
             "region": {"startLine": 6, "startColumn": 5, "endLine": 6, "endColumn": 8}})")},
-         {"/results/0/relatedLocations/0/physicalLocation/region/startLine", 8},
-         {"/results/0/relatedLocations/1", "missing"},
+         {"/results/0/relatedLocations/0/physicalLocation/region/startLine", 5},
+         {"/results/0/relatedLocations/1/physicalLocation/region/startLine", 8},
+         {"/results/0/relatedLocations/2", "missing"},
          {"/results/1/locations/0/physicalLocation/region/startLine", 1},
          {"/results/1/suppressions", "missing"},
          {"/invocations/0/executionSuccessful", false},

@@ -7,7 +7,7 @@ VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
 .PHONY: help build test demo programs install uninstall package check-package check-abi abi lint format coverage \
         check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
-        check-fleet build-bench clean
+        check-fleet build-bench netconf demo-netconf check-netconf clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
@@ -75,7 +75,7 @@ coverage: deps-build deps-test deps-deep
 	scripts/coverage.sh
 
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing: minutes, not seconds
-check-deep: build deps-deep
+check-deep: build deps-deep netconf
 	scripts/check-deep.sh
 
 ## make check-cross         build for other processors, and run the rules' tests on two of them
@@ -106,6 +106,19 @@ bench-fleet: build-bench
 ## make check-fleet         the fleet examples for real: GNU parallel over ssh, and Slurm (needs root)
 check-fleet: build-bench deps-fleet
 	scripts/check-fleet.sh build-bench
+
+## make netconf             the module with which netconfd hosts the plug-in
+netconf: programs deps-netconf
+	cmake -S . -B $(BUILD)
+	cmake --build $(BUILD) --target router-vrrp --parallel $(JOBS)
+
+## make demo-netconf        a live NETCONF server refuses a commit
+demo-netconf: netconf
+	@netconf/demo.py $(BUILD)
+
+## make check-netconf       a live server against the command, faults of the plug-in, and its memory
+check-netconf: netconf
+	netconf/check.py $(BUILD)
 
 ## make bench-report        all of it, written into docs/ with plots (two minutes)
 bench-report: build-bench

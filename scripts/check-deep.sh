@@ -51,6 +51,9 @@ build fuzz --target file_fuzzer path_fuzzer validate_fuzzer vrrp_valid
 step "fuzz, $fuzz_seconds s a target"
 tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 
+step "live server"
+netconf/check.py build
+
 step "completion"
 tests/command/completion_test.sh "$PWD/build/bin/vrrp-valid" bash fish zsh
 

@@ -1,8 +1,6 @@
 #!/usr/bin/python3
-"""Holds a live server against the command: what it refuses, what it tells, and what it outlives.
-
-usage: check.py BUILD
-"""
+# Holds a live server against the command: what it refuses, what it tells, and what it outlives.
+# usage: check.py BUILD
 
 import json
 import pathlib
@@ -34,15 +32,15 @@ def require(is_true, what):
         sys.exit(f"check-netconf: {what}")
 
 
+# Has the server run what is in `file`, or nothing.
 def set_running(client, file=None):
-    """Has the server run what is in `file`, or nothing."""
     for nodes in ["", nodes_in(file)] if file else [""]:
         errors = commit(client, request("copy-config", nodes))
         require(not errors, f"{file}: {errors}")
 
 
+# Holds what the server says of a change against a check of `file`.
 def compare(lab, client, file, change):
-    """Holds what the server says of a change against a check of `file`."""
     running = lab.folder / "running.xml"
     running.write_text(client.get_config("running").xml)
     options = ["--key-file", lab.folder / "router.key", "--running", running, file]
@@ -72,8 +70,8 @@ def check_findings(lab, client):
         compare(lab, client, file, next(change.iter(f"{{{NETCONF}}}edit-config")))
 
 
+# Commits `nodes` 500 times, each time with another number; each leads to what is wanted.
 def commit_often(lab, nodes, wanted):
-    """Commits `nodes` 500 times, each time with another number; each leads to what is wanted."""
     client = lab.connect()
     for number in range(500):
         while not client.lock("candidate").ok:
@@ -85,8 +83,8 @@ def commit_often(lab, nodes, wanted):
             lab.failures.append(f"commit {number} of two clients: {told} in place of {wanted}")
 
 
+# How many pages of memory clients that work at the same time cost the server.
 def growth(lab, *work):
-    """How many pages of memory clients that work at the same time cost the server."""
     statm = pathlib.Path(f"/proc/{lab.server.pid}/statm")
     before = int(statm.read_text().split()[1])
     clients = [threading.Thread(target=commit_often, args=(lab, *one)) for one in work]
@@ -97,8 +95,8 @@ def growth(lab, *work):
     return int(statm.read_text().split()[1]) - before
 
 
+# A thousand commits of two clients; netconfd alone keeps some memory of each that it takes.
 def check_memory(lab, client):
-    """A thousand commits of two clients; netconfd alone keeps some memory of each that it takes."""
     set_running(client, EXAMPLES / "router-running.xml")
     lab.failures, accepted = [], (PRIORITY, [])
     checked = growth(lab, accepted, (VLAN, ["vrrp_lower_layer_update_validation"]))
@@ -124,7 +122,12 @@ def check_wrong_plugins(lab):
             pass  # the server went, too
         after = lab.start().get_config("running").data_xml
         require(after == before, f"{wrong}: something else runs")
-    require(lab.start("missing.so") is None, "the server starts without its plug-in")
+    try:
+        lab.start("missing.so")
+    except SystemExit as log:
+        require("router-vrrp: " in str(log), "the log does not say what is missing")
+    else:
+        require(False, "the server starts without its plug-in")
 
 
 with lab_of(sys.argv[1]) as the_lab:

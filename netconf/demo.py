@@ -1,8 +1,6 @@
 #!/usr/bin/python3
-"""An evening in the lab: a live NETCONF server refuses a commit, and takes a better one.
-
-usage: demo.py BUILD
-"""
+# An evening in the lab: a live NETCONF server refuses a commit, and takes a better one.
+# usage: demo.py BUILD
 
 import sys
 

@@ -1,8 +1,6 @@
 #!/usr/bin/python3
-"""A router for the lab: netconfd with the plug-in, behind an sshd on the loopback.
-
-usage: lab.py BUILD    runs it until Ctrl-C
-"""
+# A router for the lab: netconfd with the plug-in, behind an sshd on the loopback.
+# usage: lab.py BUILD    runs it until Ctrl-C
 
 import contextlib
 import os
@@ -33,9 +31,8 @@ NETCONFD = """/usr/sbin/netconfd --module=l3-interface --module=router-vrrp --ta
 --port={port} --ncxserver-sockname={folder}/socket --superuser={user} --log-level=info"""
 
 
+# A server, what it commits, and an sshd with keys of its own.
 class Lab:
-    """A server, what it commits, and an sshd with keys of its own."""
-
     def __init__(self, build, folder):
         self.library, self.folder = pathlib.Path(build).resolve() / "lib/vrrp-valid", folder
         self.command = self.library.parents[1] / "bin/vrrp-valid"
@@ -56,8 +53,8 @@ class Lab:
             environment = {**os.environ, **variables}
             return subprocess.Popen(command, stdout=log, stderr=log, env=environment)
 
+    # Starts the server with what it committed; a client of it. Exits with its log when it does not start.
     def start(self, plugin="libvrrp_valid.so", runpath=None):
-        """Starts the server with what it committed; a client, or None when it does not start."""
         self.stop()
         parts = {"root": ROOT, "runpath": runpath or self.library, **vars(self)}
         self.server = self.run(
@@ -65,11 +62,13 @@ class Lab:
             VRRP_VALID_PLUGIN=str(self.library / plugin),
             VRRP_VALID_KEY_FILE=str(self.folder / "router.key"),
         )
-        while self.server.poll() is None:
+        for _ in range(100):
+            if self.server.poll() is not None:
+                break
             with contextlib.suppress(transport.TransportError):
                 return self.connect()
             time.sleep(0.1)
-        return None
+        return sys.exit((self.folder / "log").read_text(encoding="utf-8"))
 
     def stop(self):
         if self.server is not None:
@@ -85,9 +84,9 @@ class Lab:
         return client
 
 
+# A lab that leaves nothing behind, also after Ctrl-C.
 @contextlib.contextmanager
 def lab_of(build):
-    """A lab that leaves nothing behind, also after Ctrl-C."""
     for number in (signal.SIGTERM, signal.SIGHUP):
         signal.signal(number, signal.default_int_handler)
     # The server counts its commits in the home of its user, whatever folder it is given.
@@ -108,8 +107,8 @@ def lab_of(build):
                 shutil.rmtree(path, ignore_errors=True)
 
 
+# The top-level nodes of a configuration, as XML.
 def nodes_in(file):
-    """The top-level nodes of a configuration, as XML."""
     text = file.read_text(encoding="utf-8")
     if file.suffix == ".json":
         models = [f"{ROOT}/yang/{name}.yang" for name in ("l3-interface", "router-vrrp")]
@@ -118,16 +117,16 @@ def nodes_in(file):
     return re.sub(r"<\?xml[^>]*>", "", text)
 
 
+# The copy-config or edit-config of the candidate that has `nodes`.
 def request(operation, nodes):
-    """The copy-config or edit-config of the candidate that has `nodes`."""
     config = f"<config>{nodes}</config>"
     config = f"<source>{config}</source>" if operation == "copy-config" else config
     parts = f"<target><candidate/></target>{config}"
     return xml_.to_ele(f'<{operation} xmlns="{NETCONF}">{parts}</{operation}>')
 
 
+# Commits the candidate, with `changes`; what the server says of them.
 def commit(client, *changes):
-    """Commits the candidate, with `changes`; what the server says of them."""
     replies = [client.dispatch(change) for change in changes]
     replies += [client.commit()] if all(reply.ok for reply in replies) else []
     client.discard_changes()
@@ -136,7 +135,6 @@ def commit(client, *changes):
 
 if __name__ == "__main__":
     with lab_of(sys.argv[1]) as lab:
-        if lab.start() is None:
-            sys.exit((lab.folder / "log").read_text(encoding="utf-8"))
+        lab.start()
         print(f"ssh -p {lab.port} -i {lab.folder}/client {lab.user}@127.0.0.1 -s netconf", flush=True)
         signal.pause()

@@ -64,7 +64,11 @@ def check_findings(lab, client):
             edit.write_bytes(xml_.etree.tostring(change))
             set_running(client, running if running.exists() else None)
             compare(lab, client, file, change)
-    for file in EXAMPLES.glob("forms/edit-*.xml"):
+    # A container without presence is not there while it is empty, but the server keeps it.
+    empty = PRIORITY.replace("<priority>%d</priority>", "<address-link-local/>")
+    edit = lab.folder / "empty.xml"
+    edit.write_bytes(xml_.etree.tostring(request("edit-config", empty)))
+    for file in (*EXAMPLES.glob("forms/edit-*.xml"), edit):
         set_running(client, EXAMPLES / "router-running.xml")
         change = xml_.to_ele(file.read_text().replace("<running/>", "<candidate/>"))
         compare(lab, client, file, next(change.iter(f"{{{NETCONF}}}edit-config")))

@@ -8,9 +8,10 @@ from lab import ROOT, commit, lab_of, nodes_in, request
 
 running = nodes_in(ROOT / "examples/router-running.xml")
 accepted = nodes_in(ROOT / "examples/router-accepted.xml")
+twice = running.replace("<id>20<", "<id>10<", 1)
 steps = (
     ("The router's configuration:", running, True),
-    ("VR-ID 10, which l3-vlan10 has, for l3-vlan20:", running.replace("<id>20<", "<id>10<", 1), False),
+    ("VR-ID 10, which l3-vlan10 has, for l3-vlan20:", twice, False),
     ("IPv6 for vlan30, and VRRP on the new vlan40:", accepted, True),
 )
 with lab_of(sys.argv[1]) as lab:

@@ -53,7 +53,7 @@ class Lab:
             environment = {**os.environ, **variables}
             return subprocess.Popen(command, stdout=log, stderr=log, env=environment)
 
-    # Starts the server with what it committed; a client of it. Exits with its log when it does not start.
+    # Starts the server with what it committed; a client of it. Exits with the log when it fails.
     def start(self, plugin="libvrrp_valid.so", runpath=None):
         self.stop()
         parts = {"root": ROOT, "runpath": runpath or self.library, **vars(self)}
@@ -91,7 +91,7 @@ def lab_of(build):
         signal.signal(number, signal.default_int_handler)
     # The server counts its commits in the home of its user, whatever folder it is given.
     yuma = pathlib.Path(pwd.getpwuid(os.getuid()).pw_dir, ".yuma")
-    made = [] if yuma.exists() else [yuma]
+    is_new = not yuma.exists()
     with tempfile.TemporaryDirectory(prefix="netconf-lab-") as folder:
         lab = Lab(build, pathlib.Path(folder))
         try:
@@ -103,8 +103,8 @@ def lab_of(build):
             lab.stop()
             lab.sshd.terminate()
             lab.sshd.wait()
-            for path in made:
-                shutil.rmtree(path, ignore_errors=True)
+            if is_new:
+                shutil.rmtree(yuma, ignore_errors=True)
 
 
 # The top-level nodes of a configuration, as XML.
@@ -136,5 +136,6 @@ def commit(client, *changes):
 if __name__ == "__main__":
     with lab_of(sys.argv[1]) as lab:
         lab.start()
-        print(f"ssh -p {lab.port} -i {lab.folder}/client {lab.user}@127.0.0.1 -s netconf", flush=True)
+        key = f"{lab.folder}/client"
+        print(f"ssh -p {lab.port} -i {key} {lab.user}@127.0.0.1 -s netconf", flush=True)
         signal.pause()

@@ -9,7 +9,7 @@ VRRP_VALID = $(BUILD)/bin/vrrp-valid
 
 .PHONY: help deps build test demo programs install uninstall package check-package check-debian13 check-abi abi lint format \
         coverage check-deep check-cross rules-doc check-docs check-formats bench bench-instructions bench-report bench-large bench-fleet \
-        check-fleet build-bench clean
+        check-fleet build-bench netconf demo-netconf check-netconf clean
 
 help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
@@ -86,7 +86,7 @@ coverage: need-build-test-deep
 	scripts/coverage.sh
 
 ## make check-deep          other compilers, sanitizers, valgrind, fuzzing, clang-tidy over everything: minutes
-check-deep: need-build-test-lint-bench-deep build
+check-deep: need-build-test-lint-bench-deep-netconf build netconf
 	scripts/check-deep.sh
 
 ## make check-cross         build for other processors, and run the rules' tests on two of them
@@ -116,6 +116,19 @@ bench-fleet: build-bench
 ## make check-fleet         the fleet examples for real: GNU parallel over ssh, and Slurm (needs root)
 check-fleet: need-build-bench-fleet build-bench
 	scripts/check-fleet.sh build-bench
+
+## make netconf             the module with which netconfd hosts the plug-in
+netconf: programs need-netconf
+	cmake -S . -B $(BUILD)
+	cmake --build $(BUILD) --target router-vrrp --parallel $(JOBS)
+
+## make demo-netconf        a live NETCONF server refuses a commit
+demo-netconf: netconf
+	@netconf/demo.py $(BUILD)
+
+## make check-netconf       a live server against the command, faults of the plug-in, and its memory
+check-netconf: netconf
+	netconf/check.py $(BUILD)
 
 ## make bench-report        all of it, written into docs/ with plots (two minutes)
 bench-report: build-bench

@@ -54,6 +54,9 @@ tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 step "clang-tidy over everything"
 scripts/tidy.sh --all
 
+step "live server"
+netconf/check.py build
+
 step "completion"
 tests/command/completion_test.sh "$PWD/build/bin/vrrp-valid" bash fish zsh
 

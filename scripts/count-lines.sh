@@ -13,7 +13,7 @@ data() {
   git ls-files tests | grep -vE "$is_source|CMakeLists|fuzz/corpus" | xargs cat |
     awk '{lines += length($0) > 100 ? int((length($0) + 99) / 100) : NF > 0} END {print lines + 0}'
 }
-code=$(sources src platform app bench)
+code=$(sources src platform app bench netconf)
 tests=$(($(sources tests) + $(data)))
 percent=$((100 * tests / code))
 echo "lines: $tests of tests to $code of code, $percent in a hundred; app $(sources app), platform $(sources platform)"

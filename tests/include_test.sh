@@ -58,7 +58,7 @@ while IFS=: read -r file include; do
     done
   done
   [ $may = yes ] || fail "$file must not include <$include>"
-done < <(grep -roP --include='*.'{h,cpp} '^#include <\K[^>]+[./][^>]+' src platform app |
+done < <(grep -roP --include='*.'{h,cpp} '^#include <\K[^>]+[./][^>]+' src platform app netconf |
          grep -vE ":$system$")
 
 # The platform's control side is no router's.

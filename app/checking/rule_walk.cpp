@@ -7,24 +7,17 @@
 
 #include "checking/ordered_work.h"
 #include "checking/read_values.h"
+#include "checking/requests.h"
 #include "checking/rule_message.h"
 #include "configuration/cli_path.h"
-#include "errors/input_error.h"
-#include "keypath.h"
 
 using local_platform::Node;
-using local_platform::NodeKind;
 
 namespace {
 
 /// What a thread takes at a time: enough that taking costs nothing, and few enough that the last
 /// ones end together.
 constexpr std::size_t kBlockSize = 16;
-
-struct Request {
-    const Rule* rule;
-    const Node* node;
-};
 
 /// What came of the requests of a block.
 struct BlockResult {
@@ -34,63 +27,6 @@ struct BlockResult {
 
 /// How many findings of each rule the report holds; the threads need describe no more.
 using Kept = std::map<std::string, std::atomic<std::size_t>>;
-
-bool same_subtree(const Node* one, const Node* other) {
-    if (one == nullptr || other == nullptr) {
-        return one == other;
-    }
-    return one->text == other->text &&
-           std::equal(one->children.begin(), one->children.end(), other->children.begin(),
-                      other->children.end(), same_subtree);
-}
-
-/// The requests of a candidate.
-class RequestList {
-  public:
-    RequestList(const RuleWalk& walk, const Transaction& transaction)
-        : walk_(walk), running_(transaction.running.tree) {
-        visit(transaction.candidate.tree.root());
-    }
-
-    std::vector<Request> requests;
-
-  private:
-    void require_served(const Rule& rule) const {
-        const std::string& served = walk_.host.validation_point();
-        if (rule.point != served) {
-            throw InputError("the model uses the validation point \"" + rule.point +
-                             "\", the plug-in serves \"" + served +
-                             "\": give the plug-in that belongs to the model with --plugin");
-        }
-    }
-
-    bool is_wanted(const Rule& rule, const Node& node) const {
-        if (!walk_.rule_names.empty() && walk_.rule_names.count(rule.name) == 0) {
-            return false;
-        }
-        return !rule.only_when_changed || !same_subtree(&node, running_.find(keypath_of(node)));
-    }
-
-    void visit(const Node& node) {
-        const bool is_whole_list = node.schema->kind == NodeKind::list && !node.is_entry();
-        if (!is_whole_list) {
-            for (const Rule& rule : walk_.model.rules(*node.schema)) {
-                require_served(rule);
-                if (is_wanted(rule, node)) {
-                    requests.push_back({&rule, &node});
-                }
-            }
-        }
-        for (const Node* const child : node.children) {
-            if (child != nullptr) {
-                visit(*child);
-            }
-        }
-    }
-
-    const RuleWalk& walk_;
-    const local_platform::DataTree& running_;
-};
 
 /// Makes requests on an instance of its own.
 class Worker {
@@ -112,34 +48,13 @@ class Worker {
     }
 
   private:
-    local_platform::Response ask(const Request& request) {
-        confd_hkeypath_t kp;
-        local_platform::fill_keypath(*request.node, kp);
-        confd_value_t newval = request.node->value();
-        local_platform::take_model_misfit();
-        auto response = walk_.host.validate(instance_, request.rule->name, kp, newval);
-        require_fitting_model(request);
-        return response;
-    }
-
-    /// A rule takes a node that it cannot read for one that is not configured: what it answers then
-    /// says nothing about this model. A name that cannot be written in a path is another matter.
-    static void require_fitting_model(const Request& request) {
-        const std::string misfit = local_platform::take_model_misfit();
-        if (!misfit.empty() && keypath_of(*request.node).find('[') == std::string::npos) {
-            throw InputError("the rule " + request.rule->name +
-                             " cannot work on this model: it reads " + misfit +
-                             "; give the model that belongs to the plug-in with --yang-dir");
-        }
-    }
-
     local_platform::Response ask_and_watch(const Request& request) {
         log_.clear();
         const local_platform::ScopedCallHook watch([this](const local_platform::Call& call) {
             log_.note(call);
             return std::optional<local_platform::Answer>();
         });
-        return ask(request);
+        return ask(walk_.host, instance_, request);
     }
 
     bool is_full(const Rule& rule) const { return kept_.at(rule.name) >= walk_.max_findings; }
@@ -149,7 +64,8 @@ class Worker {
     void make(const Request& request, std::vector<Finding>& findings) {
         const Rule& rule = *request.rule;
         const bool is_watched = !refusing_.empty() && refusing_.count(&rule) > 0 && !is_full(rule);
-        local_platform::Response response = is_watched ? ask_and_watch(request) : ask(request);
+        local_platform::Response response =
+            is_watched ? ask_and_watch(request) : ask(walk_.host, instance_, request);
         if (response.result == CONFD_OK) {
             if (is_watched) {
                 refusing_.erase(&rule);
@@ -180,9 +96,7 @@ class Worker {
                              "; give the plug-in that belongs to the model with --plugin");
         }
         finding.cli_path = cli_path(node);
-        finding.message = response.messages.empty()
-                              ? "the rule refuses " + finding.path + " without a message."
-                              : response.messages.back();
+        finding.message = message_of(response, node);
         finding.help = help_for(*request.rule, finding.message);
         finding.location = finding.node_location = candidate_.location_of(node);
         finding.instance = instance_around(node);
@@ -235,7 +149,9 @@ void add_block(const RuleWalk& walk, BlockResult block, Kept& kept, Report& repo
 }  // namespace
 
 void walk_candidate(const RuleWalk& walk, const Transaction& transaction, Report& report) {
-    const std::vector<Request> requests = RequestList(walk, transaction).requests;
+    const std::vector<Request> requests =
+        requests_of(walk.model.rules(), walk.host, transaction.candidate.tree,
+                    transaction.running.tree, walk.rule_names);
     Kept kept;
     for (const Request& request : requests) {
         kept[request.rule->name] = 0;

@@ -19,6 +19,8 @@ class YangModel {
 
     const std::shared_ptr<const local_platform::SchemaNode>& schema() const { return schema_; }
 
+    const RulesByNode& rules() const { return rules_; }
+
     /// The rules of `node`, in the model's order.
     const std::vector<Rule>& rules(const local_platform::SchemaNode& node) const;
 

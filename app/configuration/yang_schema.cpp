@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "configuration/libyang_version.h"
+#include "configuration/type_name.h"
 #include "errors/input_error.h"
 
 using local_platform::NodeKind;
@@ -64,13 +65,7 @@ bool is_secret(const lysc_node& leaf) {
 
 namespace {
 
-std::string_view without_prefix(std::string_view name) {
-    const std::size_t colon = name.find(':');
-    return colon == std::string_view::npos ? name : name.substr(colon + 1);
-}
-
-/// What the platform holds a leaf's value as. Address types are told by the name of their typedef,
-/// since YANG knows them as strings only; every other type is kept as its text.
+/// What the platform holds a leaf's value as.
 confd_vtype value_type(const lysc_node_leaf& leaf, const lysp_node_leaf& parsed) {
     switch (leaf.type->basetype) {
         case LY_TYPE_INT32:
@@ -86,19 +81,7 @@ confd_vtype value_type(const lysc_node_leaf& leaf, const lysp_node_leaf& parsed)
         default:
             break;
     }
-    static constexpr std::pair<std::string_view, confd_vtype> kAddressTypes[] = {
-        {"ipv4-address-no-zone", C_IPV4},
-        {"ipv6-address-no-zone", C_IPV6},
-        {"ipv4-address-and-prefix-length", C_IPV4_AND_PLEN},
-        {"ipv6-address-and-prefix-length", C_IPV6_AND_PLEN},
-    };
-    const std::string_view type_name = without_prefix(parsed.type.name);
-    for (const auto& [name, type] : kAddressTypes) {
-        if (name == type_name) {
-            return type;
-        }
-    }
-    return C_BUF;
+    return text_type(parsed.type.name);
 }
 
 void describe_leaf(const lysc_node_leaf& leaf, SchemaNode& node) {

@@ -1,5 +1,5 @@
 # One word for each thing that one does here; how each build is configured is in CMakePresets.json. Packages are
-# installed by `make deps` and, so that a fresh machine needs one word, by `make test` and `make demo`; every other
+# installed by `make deps` and, so that a fresh machine needs one word, by `make test` and the demos; every other
 # target says which are missing.
 # Root in another's tree, as after sudo, has a build folder of its own: what it writes would stop the owner's builds.
 BUILD ?= $(if $(and $(filter 0,$(shell id -u)),$(filter-out 0,$(shell stat -c %u .))),build-root,build)
@@ -15,7 +15,7 @@ help:
 	@sed -n 's/^## //p' $(MAKEFILE_LIST)
 
 need-%:
-	@scripts/install-deps.sh $(if $(filter test demo,$(MAKECMDGOALS)),,--check) $(subst -, ,$*)
+	@scripts/install-deps.sh $(if $(filter test demo demo-netconf,$(MAKECMDGOALS)),,--check) $(subst -, ,$*)
 
 FOR ?= build test
 ## make deps                install the packages that build and test need; of others with FOR="lint abi"

@@ -10,6 +10,7 @@
 #include "checking/requests.h"
 #include "checking/rule_message.h"
 #include "configuration/cli_path.h"
+#include "errors/input_error.h"
 
 using local_platform::Node;
 

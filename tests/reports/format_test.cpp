@@ -12,7 +12,7 @@
 
 #include "errors/input_error.h"
 #include "folder.h"
-#include "reports/difference_text.h"
+#include "reports/report_json.h"
 #include "reports/report_reader.h"
 #include "samples.h"
 

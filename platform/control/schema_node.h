@@ -20,10 +20,10 @@ struct SchemaNode {
     confd_vtype type = C_NOEXISTS;                       ///< a leaf's; C_XMLTAG for type empty
     std::vector<std::pair<int32_t, std::string>> enums;  ///< an enumeration's values and labels
     bool is_encrypted = false;                           ///< a leaf's: its text is for no reader
-    bool is_anydata = false;          ///< a leaf whose text is what a file has there, as it has it
     std::vector<std::string> keys;    ///< a list's, names of leaves among children
     bool is_ordered_by_user = false;  ///< a list's: the order of its entries means something
     std::vector<SchemaNode> children;
+    bool is_anydata = false;  ///< a leaf whose text is what a file has there, as it has it
 
     /// The child's position in `children`, or -1.
     int child_index(std::string_view child_name) const;

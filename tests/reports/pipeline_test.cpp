@@ -50,8 +50,9 @@ TEST(JUnit, HasTheSameTestsWhateverIsFound) {
     EXPECT_EQ(tests,
               "candidate.json can be checked  \n"
               "candidate.json vrrp_ipv4_addr_update_validation failure IPv4 address cannot be "
-              "changed on interface l3 vlan10. (and 9 more)\n"
-              "candidate.json vrrp_version_validation failure 1 finding\n"
+              "changed on interface l3 vlan10. (and more)\n"
+              "candidate.json vrrp_version_validation failure 1 more warning of "
+              "vrrp_version_validation; check with a larger --max-findings to see them\n"
               "candidate.json vrrp_vrf_validation  \n"
               "broken can be checked error ends too early.\n"
               "broken vrrp_ipv4_addr_update_validation skipped \n"

@@ -51,6 +51,9 @@ build fuzz --target file_fuzzer validate_fuzzer vrrp_valid
 step "fuzz, $fuzz_seconds s a target"
 tests/fuzz/run.sh "$fuzz_seconds" build-fuzz
 
+step "growth"
+scripts/growth-test.py build/bin/vrrp-valid
+
 step "clang-tidy over everything"
 scripts/tidy.sh --all
 

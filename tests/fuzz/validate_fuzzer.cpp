@@ -43,8 +43,8 @@ DataTree any_tree(const YangModel& model, const CryptoKey& key, FuzzedDataProvid
 /// Asks about `node` and all below it, with `tail` behind a rule's name and as a selector.
 void ask(const YangModel& model, const Instance& instance, const Node& node, std::string& tail) {
     const bool is_list = node.schema->kind == NodeKind::list && !node.is_entry();
-    for (std::size_t i = 0; !is_list && i < model.uses(*node.schema).size(); ++i) {
-        std::string selector = model.uses(*node.schema)[i].selector + tail;
+    for (std::size_t i = 0; !is_list && i < model.rules(*node.schema).size(); ++i) {
+        std::string selector = model.rules(*node.schema)[i].name + tail;
         std::vector<std::string> messages;
         confd_trans_ctx tctx{instance.thandle(), instance.handle(), selector.data(), &messages};
         confd_hkeypath_t kp;

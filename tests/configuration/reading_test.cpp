@@ -18,7 +18,6 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
     const std::string xml = "<system xmlns='DEVICE'><host-name>r1</host-name></system>";
     const std::string json = R"("device:system": {"host-name": "r1"})";
     const std::vector<std::string> rows = {
-        xml,
         "\xef\xbb\xbf \r\n<?xml version='1.0' encoding='utf-8'?>\r\n<!-- a -->" + xml +
             "<!-- b -->",
         ("<d:system xmlns:d='DEVICE'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > -->"
@@ -26,7 +25,6 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
         "<?xml version='1.0'?>\n<!-- <data> --><config xmlns='BASE'>" + xml + "</config>",
         ("<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
          "</d:system></n:data><!-- behind -->"),
-        "<rpc-reply xmlns='BASE' message-id='1'><data>" + xml + "</data></rpc-reply>",
         "<rpc-reply xmlns='BASE'><data xmlns='NMDA'>" + xml + "</data></rpc-reply>",
         "<port "
         "xmlns='DEVICE'><number>1</number><slot>a</slot><link><speed>1</speed></link></port>" +
@@ -36,12 +34,10 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
         "<d:system xmlns:d='DEVICE' annotation='a' "
         "tags='b'><d:host-name>r1</d:host-name></d:system>",
         R"({"data": {)" + json + "}}",
-        "{" + json + "}",
         "\xef\xbb\xbf{\r\n\t" + json + "\r\n}\r\n",
         R"({"device:system": {"host-n\u0061me": "r\u0031"}})",
         R"({"device:system": {"device:host-name": "r1", "@host-name": {"a:b": [1, {}]}}})",
         R"({"ietf-restconf:data": {)" + json + "}}",
-        R"({"ietf-netconf:config": {)" + json + "}}",
         R"({"other:list": [{"system": [[{}]]}], "other:leaf": 1.5e3, )" + json + "}",
     };
     for (const std::string& text : rows) {
@@ -58,7 +54,6 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"{} {}", "file:1:4: bad JSON"},
         {"{\n \"device:system\": {,}}", "file:2:20: bad JSON"},
         {"{\"device:system\": {\"host-name\": \"\xff\"}}", "file:1:34: a byte that is not UTF-8"},
-        {"{\"a\xe3", "file:1:4: a byte that is not UTF-8"},
         {"<a xmlns='urn:a'>\xe4</a>", "file:1:18: a byte that is not UTF-8"},
         {"\xff\xfe{", "file: is UTF-16"},
         {"\x1f\x8b\x08", "file: is packed with gzip"},
@@ -71,7 +66,6 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"<a xmlns='urn:a'>b&c</a>", "file:1:19: bad XML: a bare &; write &amp;"},
         {"<a xmlns='urn:a'>\n<b></a>", "file:2:1: bad XML: the element <b> is not closed"},
         {"<html/>", "file:1:1: <html> is not a configuration"},
-        {"<hello xmlns='BASE'/>", "file:1:1: <hello> is not a configuration"},
         {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>",
          "file:1:60: <rpc-error> is not a config"},
         {"<rpc-reply xmlns='BASE'></rpc-reply>", "file:1:60: <rpc-reply> has no <data>"},
@@ -83,12 +77,10 @@ TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
         {"<?xml version='1.0' encoding='latin1'?><a/>", "file:1:1: its encoding is LATIN1"},
         {"<system xmlns='DEVICE'>\n\t\xc3\xa4</system>", "file:2:2: text inside system"},
         {"<system xmlns='DEVICE'><mtu><a/></mtu></system>", "file:1:52: <a> is inside mtu"},
-        {"<system xmlns='DEVICE'>", "file:1:1: bad XML: the element <system> is not cl"},
         {"<system xmlns='DEVICE'/>x", "file:1:48: bad XML"},
         {"<a:system/>", "file:1:1: bad XML"},
         {"<system/>", "file:1:1: <system> has no namespace"},
         {R"({"system": {}})", "file:1:2: \"system\" names no module"},
-        {R"({":a": {}})", "file:1:2: \":a\" names no module"},
         {R"({"device:system": {":mtu": 70}})", "file:1:20: \":mtu\" names no module"},
         {"<system xmlns='DEVICE'><mtu operation='delete'/></system>",
          "file:1:47: <mtu> has the attribute \"operation\", which has no namespace; write nc:"},
@@ -199,15 +191,12 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
          "\"1.501\" is not a value of offset; write a number with at most 2 "
          "digits after the point in -1.50..1.50"},
         {R"("offset": 1.5)", "offset is written as a number; write a string in quotes"},
-        {R"("octets": 1)", "octets is written as a number; write a string in quotes"},
         {R"("enabled": "yes")", "enabled is written as a string in quotes; write true or false"},
         {R"("level": "mid")", "\"mid\" is not a value of level; write one of low, high"},
         {R"("kind": "device:copper")",
          "\"device:copper\" is not a value of kind; write an identity of"},
-        {R"("optical": null)", "\"optical\" is given as null"},
         {R"("optical": [])", "\"optical\" is given as []; write [null]"},
         {R"("limit": 10)", "limit is not a valid value; write a number in 1..9, or one of none"},
-        {R"("limit": "5")", "limit is not a valid value"},
         {R"("limit": "true")", "limit is not a valid value"},
         {R"("server": "a")", "\"server\" is given as a value; write [...]"},
         {R"("server": ["a", "a"])", "server is given twice, first at line 1; give it once"},
@@ -233,20 +222,13 @@ TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
         {good + "\n{\"number\": 1,\n \"slot\": \"a\", \"link\": {\"speed\": 1}}",
          "file:3:2: Duplicate instance of \"port\""},
         {good + "\n{\"slot\": \"b\",\n \"link\": {\"speed\": 1}}", "file:2:2: port has no number"},
-        {good + "\n{\"slot\": \"b\", \"number\": 1,\n \"link\": {}}",
-         "file:3:2: Mandatory node \"speed\""},
         {good + "\n{\"slot\": \"b\", \"number\": 1}", "file:2:2: Mandatory node \"speed\""},
-        {good + "\n{\"slot\": \"b\",\n\"number\": 256}",
-         "file:3:1: \"256\" is not a value of number"},
     };
-    const std::string fans = "{\"device:fan\": [{\"id\": 1, \"speed\": 9},\n{\"id\": 2}]}";
     for (const auto& [ports, complaint] : rows) {
         EXPECT_THAT(complaint_about("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
     }
-    EXPECT_THAT(complaint_about(fans), StartsWith("file:2:2: Mandatory choice \"drive\""));
-    EXPECT_EQ(complaint_about("{\"device:port\": [" + good +
-                              "{\"slot\": \"c\", \"number\": 1, \"link\": {\"speed\": 2}}]}"),
-              "");
+    EXPECT_THAT(complaint_about("{\"device:fan\": [{\"id\": 1, \"off\": [null]},\n{\"id\": 2}]}"),
+                StartsWith("file:2:2: Mandatory choice \"drive\""));
 }
 
 TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {

@@ -56,13 +56,16 @@ std::string with(const std::string& part, const std::string& by) {
     return replaced(running, part, by);
 }
 
+/// What is in <config>, or in its <system>, "op" for the operation attribute, and what it makes.
 struct Row {
-    const char* edit;  ///< the content of <config>, "op" for the operation attribute
+    const char* edit;
     std::string result;
 };
 
 std::string in_config(const std::string& content) {
-    std::string edit = replaced(content, "<system", "<system xmlns='DEVICE'");
+    const bool is_whole = content.rfind("<system", 0) == 0 || content.rfind("<port", 0) == 0;
+    std::string edit = is_whole ? content : "<system>" + content + "</system>";
+    edit = replaced(edit, "<system", "<system xmlns='DEVICE'");
     edit = replaced(replaced(edit, "<port", "<port xmlns='DEVICE'"), "op=", "n:operation=");
     return named("<config xmlns='BASE' xmlns:n='BASE' xmlns:y='YANG' xmlns:d='DEVICE'>\n" + edit +
                  "</config>");
@@ -72,14 +75,14 @@ TEST(Edit, DoesWhatEachOperationSays) {
     const std::vector<Row> rows = {
         // merge
         {"", compact(kRunning)},
-        {"<system><mtu>71</mtu></system>", with("70", "71")},
+        {"<mtu>71</mtu>", with("70", "71")},
         {"<port><number>02</number><slot>s</slot><link><speed>9</speed></link></port>",
          with(R"("speed":2)", R"("speed":9)")},
         {"<port><slot>t</slot><number>1</number><link><speed>3</speed></link></port>",
          with("2}}]", R"(2}},{"slot":"t","number":1,"link":{"speed":3}}])")},
         {"<port><slot>s</slot><number>2</number></port>", compact(kRunning)},
         {"<port><slot>s</slot></port>", "edit:2:45: port has no number, which is one of its keys"},
-        {"<system><server>d</server></system>", with(R"("c"])", R"("c","d"])")},
+        {"<server>d</server>", with(R"("c"])", R"("c","d"])")},
         // replace
         {"<port op='replace'><slot>s</slot><number>1</number><link><speed>4</speed></link></port>",
          with(R"("link":{"speed":1},"route":[{"prefix":"p"},{"prefix":"q","metric":2}])",
@@ -89,24 +92,21 @@ TEST(Edit, DoesWhatEachOperationSays) {
               R"("host-name":"x","mtu":71)")},
         {"<system op='replace'><mtu op='delete'/></system>", "edit:2:69: data-missing: system mtu"},
         // create
-        {"<system><level op='create'>low</level></system>",
-         with(R"("mtu":70)", R"("mtu":70,"level":"low")")},
-        {"<system><mtu op='create'>70</mtu></system>",
-         "edit:2:47: data-exists: system mtu is in run"},
+        {"<level op='create'>low</level>", with(R"("mtu":70)", R"("mtu":70,"level":"low")")},
+        {"<mtu op='create'>70</mtu>", "edit:2:47: data-exists: system mtu is in run"},
         {"<port op='create'><slot>s</slot><number>1</number></port>",
          "edit:2:66: data-exists: port s 1 is in running already; write merge or replace"},
-        {"<system><server op='create'>b</server></system>",
-         "edit:2:47: data-exists: system server b"},
+        {"<server op='create'>b</server>", "edit:2:47: data-exists: system server b"},
         // delete and remove
-        {"<system><mtu op='delete'/></system>", with(R"("mtu":70,)", "")},
-        {"<system><mtu op='remove'>71</mtu></system>", with(R"("mtu":70,)", "")},
-        {"<system><level op='delete'/></system>",
+        {"<mtu op='delete'/>", with(R"("mtu":70,)", "")},
+        {"<mtu op='remove'>71</mtu>", with(R"("mtu":70,)", "")},
+        {"<level op='delete'/>",
          "edit:2:47: data-missing: system level is not in running; write remove, or leave it out"},
-        {"<system><level op='remove'/></system>", compact(kRunning)},
+        {"<level op='remove'/>", compact(kRunning)},
         {"<port op='delete'><slot>s</slot><number>2</number></port>",
          with(R"(,{"slot":"s","number":2,"link":{"speed":2}})", "")},
-        {"<system><server op='delete'>b</server></system>", with(R"("b",)", "")},
-        {"<system><manual op='create'><zone op='delete'/></manual></system>",
+        {"<server op='delete'>b</server>", with(R"("b",)", "")},
+        {"<manual op='create'><zone op='delete'/></manual>",
          "edit:2:76: data-missing: system manual zone"},
         {"<port><slot>s</slot><number>2</number><link op='remove'><speed>1</speed></link></port>",
          "edit:2:45: Mandatory node \"speed\""},
@@ -120,18 +120,17 @@ TEST(Edit, DoesWhatEachOperationSays) {
               R"({"prefix":"q","metric":2},{"prefix":"r"}])")},
         {"<port><slot op='delete'>s</slot><number>1</number></port>",
          "edit:2:45: slot is a key and"},
-        {"<system><mtu>71</mtu><mtu>72</mtu></system>", "edit:2:60: system mtu is given twice"},
-        {"<system><mtu op='erase'/></system>",
-         "edit:2:47: operation=\"erase\" is not known; write one of merge, "},
-        {"<system><mtu>9001</mtu></system>", "edit:2:47: \"9001\" is not a value of mtu"},
-        {"<system><extra><a op='delete'/></extra></system>",
+        {"<mtu>71</mtu><mtu>72</mtu>", "edit:2:60: system mtu is given twice"},
+        {"<mtu op='erase'/>", "edit:2:47: operation=\"erase\" is not known; write one of merge, "},
+        {"<mtu>9001</mtu>", "edit:2:47: \"9001\" is not a value of mtu"},
+        {"<extra><a op='delete'/></extra>",
          "edit:2:54: an operation inside extra, which can have any data, is not supported"},
         // choices
-        {"<system><manual/></system>", with(R"("ntp":"n")", R"("manual":{})")},
-        {"<system><ntp>m</ntp><manual/></system>", "edit:2:59: manual and ntp belong to two cases"},
-        {"<system><ntp op='delete'/><manual/></system>", with(R"("ntp":"n")", R"("manual":{})")},
-        {"<system><remote><host op='remove'/></remote></system>", compact(kRunning)},
-        {"<system><remote><host op='create'>h</host></remote></system>",
+        {"<manual/>", with(R"("ntp":"n")", R"("manual":{})")},
+        {"<ntp>m</ntp><manual/>", "edit:2:59: manual and ntp belong to two cases"},
+        {"<ntp op='delete'/><manual/>", with(R"("ntp":"n")", R"("manual":{})")},
+        {"<remote><host op='remove'/></remote>", compact(kRunning)},
+        {"<remote><host op='create'>h</host></remote>",
          with(R"("ntp":"n")", R"("remote":{"host":"h"})")},
     };
     for (const Row& row : rows) {
@@ -159,7 +158,7 @@ TEST(Edit, PutsEntriesWhereTheUserOrdersThem) {
     };
     for (const auto& [edit, order] : rows) {
         const bool is_order = order[0] == '[';
-        EXPECT_THAT(edited(kRunning, in_config("<system>" + std::string(edit) + "</system>")),
+        EXPECT_THAT(edited(kRunning, in_config(edit)),
                     StartsWith(is_order ? with(R"(["a","b","c"])", order) : order))
             << edit;
     }
@@ -199,9 +198,8 @@ TEST(Edit, FollowsTheDefaultOperation) {
 
 TEST(Edit, TakesAwayWhatTheModelNoLongerAllows) {
     const std::string running = R"({"device:system":{"mtu":70,"slow":[null]}})";
-    EXPECT_EQ(edited(running, in_config("<system><mtu>71</mtu></system>")),
-              R"({"device:system":{"mtu":71}})");
-    EXPECT_THAT(edited(running, in_config("<system><mtu>71</mtu><slow/></system>")),
+    EXPECT_EQ(edited(running, in_config("<mtu>71</mtu>")), R"({"device:system":{"mtu":71}})");
+    EXPECT_THAT(edited(running, in_config("<mtu>71</mtu><slow/>")),
                 StartsWith("edit:2:60: When condition"));
     EXPECT_THAT(
         edited(running, named("<config xmlns='BASE' xmlns:n='BASE' n:operation='delete'/>")),

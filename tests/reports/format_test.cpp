@@ -94,6 +94,7 @@ TEST(Text, TellsTheOperatorWhereWhyAndWhatToDo) {
     options.silent = true;
     EXPECT_EQ(formatted({kBoth, kBroken}, options), "");
     Report missing = kBroken;
+    missing.failure_at = {};
     missing.running = missing.failure_at.file = "running";
     missing.failure = "running: cannot be opened";
     EXPECT_THAT(formatted({missing}, "text"), StartsWith("broken: error: running: cannot be"));
@@ -157,9 +158,7 @@ TEST(EveryFormat, SaysWhatItDoesNotHold) {
     report.instances.clear();
     report.requests = 0;
     for (const std::string& format : report_formats()) {
-        ReportOptions options;
-        options.format = format;
-        const std::string text = formatted({report}, options, 3);
+        const std::string text = formatted({report}, in(format), 3);
         if (format == "concise") {
             EXPECT_EQ(text, "candidate.json:1:1: error: " + std::string(rows[0].first) +
                                 " them [first]\n");
@@ -215,12 +214,10 @@ TEST(Json, IsOneObjectOfTheDescribedForm) {
 
 TEST(Json, IsReadBack) {
     const std::vector<Report> reports = {full(), kBroken, kWarned};
-    ReportOptions options;
-    options.format = "json";
-    const std::string text = formatted(reports, options, 4);
+    const std::string text = formatted(reports, in("json"), 4);
     const StoredReports stored = read_reports("file", text);
     EXPECT_EQ(stored.not_reached, 4U);
-    EXPECT_EQ(formatted(stored.reports, options, 4), text);
+    EXPECT_EQ(formatted(stored.reports, in("json"), 4), text);
     EXPECT_EQ(formatted(stored.reports, "text"), formatted(reports, "text"));
     const std::string kNoReport = "file: not a report of vrrp-valid check --format json: ";
     const std::pair<std::string, std::string> rows[] = {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 
 /// A folder of one test's own, removed when it goes.
@@ -25,6 +26,17 @@ struct Folder {
 
     std::string path = testing::TempDir() + "vrrp-valid-XXXXXX";
 };
+
+/// Why `work` cannot be done; empty when it can.
+template <typename Work>
+std::string refusal_of(Work work) {
+    try {
+        work();
+        return "";
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+}
 
 inline std::string content_of(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);

@@ -40,8 +40,8 @@ int exit_code(int status) {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
-/// `process`, made by fork() or forkpty(). Throws when it could not be: to wait for -1, or to signal
-/// it, would mean every other process.
+/// `process`, made by fork() or forkpty(). Throws when it could not be: to wait for -1, or to
+/// signal it, would mean every other process.
 pid_t made(pid_t process) {
     if (process < 0) {
         throw std::system_error(errno, std::generic_category(), "no process, or no terminal");

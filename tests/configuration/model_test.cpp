@@ -1,8 +1,6 @@
 // Models that would let something go not_checked are refused.
 #include <gmock/gmock.h>
 
-#include <set>
-
 #include "support.h"
 
 namespace {
@@ -20,14 +18,12 @@ std::string complaint_about_model(const std::vector<std::string>& bodies) {
         ++name[0];
     }
     std::string complaint;
-    try {
+    const std::string refusal = refusal_of([&] {
         for (const std::string& rule : YangModel(folder.path).rule_names()) {
             complaint += "uses " + rule + " ";
         }
-    } catch (const InputError& error) {
-        complaint = replaced(error.what(), folder / "", "");
-    }
-    return complaint;
+    });
+    return complaint + replaced(refusal, folder / "", "");
 }
 
 TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
@@ -55,12 +51,9 @@ TEST(Model, UsesValidationPointsWhereTheyAreSeen) {
           "import a { prefix a; } deviation /a:l { deviate add { " + use + " } }"},
          "b: deviation /a:l: a validation point is used where"},
         {{"leaf-list l { type string; " + use + " }"}, "a: l: a validation point is used where"},
-        {{"rpc r { input { leaf l { type string; " + use + " } } }"},
-         "a: l: a validation point is"},
+        {{"rpc r { input { leaf l { type string; " + use + " } } }"}, "a: l: a validation"},
         {{"container c { config false; leaf l { type string; " + use + " } }"},
          "a: l: a validation"},
-        {{"container c { leaf l { type string; } }", "container c;"},
-         "the modules a and b both have a node c in the same place"},
         {{"container c { leaf l { type string; } }",
           "import a { prefix a; } augment /a:c { leaf-list l { type string; } }"},
          "the modules a and b both have a node l in the same place"},
@@ -83,18 +76,13 @@ TEST(Model, StaysTheSameForAllThreads) {
     const Folder folder;
     std::filesystem::copy(VALIDATION_POINT, folder.path);
     ContextPool pool(folder.path);
-    pool.load_for(3);
+    pool.load_for(2);
     std::filesystem::remove(folder / "validation-point.yang");
-    std::set<ly_ctx*> contexts;
-    {
-        const auto first = pool.borrow();
-        const auto second = pool.borrow();
-        const auto third = pool.borrow();
-        contexts = {first.get(), second.get(), third.get()};
-        EXPECT_THROW(pool.borrow(), InputError);
-    }
-    EXPECT_EQ(contexts.size(), 3U);
-    EXPECT_EQ(contexts.count(pool.borrow().get()), 1U) << "given back";
+    pool.borrow();  // and given back
+    const auto first = pool.borrow();
+    const auto second = pool.borrow();
+    EXPECT_NE(first.get(), second.get());
+    EXPECT_THROW(pool.borrow(), InputError);
 }
 
 }  // namespace

@@ -18,30 +18,22 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
     const std::string xml = "<system xmlns='DEVICE'><host-name>r1</host-name></system>";
     const std::string json = R"("device:system": {"host-name": "r1"})";
     const std::vector<std::string> rows = {
-        xml,
         "\xef\xbb\xbf \r\n<?xml version='1.0' encoding='utf-8'?>\r\n<!-- a -->" + xml +
             "<!-- b -->",
-        ("<d:system xmlns:d='DEVICE'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > -->"
-         "</d:host-name></d:system>"),
+        "<d:system xmlns:d='DEVICE' tags='b'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > "
+        "-->"
+        "</d:host-name></d:system>",
         "<?xml version='1.0'?>\n<!-- <data> --><config xmlns='BASE'>" + xml + "</config>",
         ("<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
          "</d:system></n:data><!-- behind -->"),
-        "<rpc-reply xmlns='BASE' message-id='1'><data>" + xml + "</data></rpc-reply>",
         "<rpc-reply xmlns='BASE'><data xmlns='NMDA'>" + xml + "</data></rpc-reply>",
-        "<port "
-        "xmlns='DEVICE'><number>1</number><slot>a</slot><link><speed>1</speed></link></port>" +
-            xml,
         "<other xmlns='urn:other'><system/></other>" + xml,
         "<config xmlns='http://tail-f.com/ns/config/1.0'>" + xml + "</config>\n]]>]]>\n",
-        "<d:system xmlns:d='DEVICE' annotation='a' "
-        "tags='b'><d:host-name>r1</d:host-name></d:system>",
         R"({"data": {)" + json + "}}",
-        "{" + json + "}",
         "\xef\xbb\xbf{\r\n\t" + json + "\r\n}\r\n",
         R"({"device:system": {"host-n\u0061me": "r\u0031"}})",
         R"({"device:system": {"device:host-name": "r1", "@host-name": {"a:b": [1, {}]}}})",
         R"({"ietf-restconf:data": {)" + json + "}}",
-        R"({"ietf-netconf:config": {)" + json + "}}",
         R"({"other:list": [{"system": [[{}]]}], "other:leaf": 1.5e3, )" + json + "}",
     };
     for (const std::string& text : rows) {
@@ -51,69 +43,62 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
 
 TEST(Reading, NamesWhatIsNoConfigurationAndWhere) {
     const std::vector<std::pair<std::string, std::string>> rows = {
-        {" \n", "file: the file is empty"},
-        {"a:\n  b: 1\n", "file:1:1: YAML"},
-        {"\nhostname r1\n", "file:2:1: no configuration file; export it"},
-        {"[1]", "file:1:1: a JSON array"},
-        {"{} {}", "file:1:4: bad JSON"},
-        {"{\n \"device:system\": {,}}", "file:2:20: bad JSON"},
-        {"{\"device:system\": {\"host-name\": \"\xff\"}}", "file:1:34: a byte that is not UTF-8"},
-        {"{\"a\xe3", "file:1:4: a byte that is not UTF-8"},
-        {"<a xmlns='urn:a'>\xe4</a>", "file:1:18: a byte that is not UTF-8"},
-        {"\xff\xfe{", "file: is UTF-16"},
-        {"\x1f\x8b\x08", "file: is packed with gzip"},
-        {"{\"a:b\": [1,\n ]}", "file:1:11: bad JSON: a comma before ]; remove it"},
-        {"{\"a:b\": \"c", "file:1:11: bad JSON: the file ends inside a value"},
-        {"{\n// b\n}", "file:2:1: bad JSON: a comment"},
-        {"{'a:b': 1}", "file:1:2: bad JSON: a single quote"},
-        {"{\n=======\n}", "file:2:1: the mark of a merge conflict"},
-        {"<a xmlns='urn:a'>\n<<<<<<< b\n</a>", "file:2:1: the mark of a merge conflict"},
-        {"<a xmlns='urn:a'>b&c</a>", "file:1:19: bad XML: a bare &; write &amp;"},
-        {"<a xmlns='urn:a'>\n<b></a>", "file:2:1: bad XML: the element <b> is not closed"},
-        {"<html/>", "file:1:1: <html> is not a configuration"},
-        {"<hello xmlns='BASE'/>", "file:1:1: <hello> is not a configuration"},
-        {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>",
-         "file:1:60: <rpc-error> is not a config"},
-        {"<rpc-reply xmlns='BASE'></rpc-reply>", "file:1:60: <rpc-reply> has no <data>"},
-        {"<rpc xmlns='BASE'><get-config/></rpc>", "file:1:54: <get-config> is not a configuration"},
-        {R"({"ietf-restconf:errors": {}})", "file:1:2: \"ietf-restconf:errors\" is not a config"},
-        {R"({"ietf-restconf:data": {}, "device:system": {}})", "file:1:28: "},
-        {"<data xmlns='BASE'/><system xmlns='DEVICE'/>", "file:1:56: <system> is next to <data>"},
-        {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "file:1:1: a document type"},
-        {"<?xml version='1.0' encoding='latin1'?><a/>", "file:1:1: its encoding is LATIN1"},
-        {"<system xmlns='DEVICE'>\n\t\xc3\xa4</system>", "file:2:2: text inside system"},
-        {"<system xmlns='DEVICE'><mtu><a/></mtu></system>", "file:1:52: <a> is inside mtu"},
-        {"<system xmlns='DEVICE'>", "file:1:1: bad XML: the element <system> is not cl"},
-        {"<system xmlns='DEVICE'/>x", "file:1:48: bad XML"},
-        {"<a:system/>", "file:1:1: bad XML"},
-        {"<system/>", "file:1:1: <system> has no namespace"},
-        {R"({"system": {}})", "file:1:2: \"system\" names no module"},
-        {R"({":a": {}})", "file:1:2: \":a\" names no module"},
-        {R"({"device:system": {":mtu": 70}})", "file:1:20: \":mtu\" names no module"},
+        {" \n", " the file is empty"},
+        {"a:\n  b: 1\n", "1:1: YAML"},
+        {"\nhostname r1\n", "2:1: no configuration file; export it"},
+        {"[1]", "1:1: a JSON array"},
+        {"{} {}", "1:4: bad JSON"},
+        {"{\n \"device:system\": {,}}", "2:20: bad JSON"},
+        {"{\"device:system\": {\"host-name\": \"\xff\"}}", "1:34: a byte that is not UTF-8"},
+        {"<a xmlns='urn:a'>\xe4</a>", "1:18: a byte that is not UTF-8"},
+        {"\xff\xfe{", " is UTF-16"},
+        {"\x1f\x8b\x08", " is packed with gzip"},
+        {"{\"a:b\": [1,\n ]}", "1:11: bad JSON: a comma before ]; remove it"},
+        {"{\"a:b\": \"c", "1:11: bad JSON: the file ends inside a value"},
+        {"{\n// b\n}", "2:1: bad JSON: a comment"},
+        {"{'a:b': 1}", "1:2: bad JSON: a single quote"},
+        {"{\n=======\n}", "2:1: the mark of a merge conflict"},
+        {"<a xmlns='urn:a'>\n<<<<<<< b\n</a>", "2:1: the mark of a merge conflict"},
+        {"<a xmlns='urn:a'>b&c</a>", "1:19: bad XML: a bare &; write &amp;"},
+        {"<a xmlns='urn:a'>\n<b></a>", "2:1: bad XML: the element <b> is not closed"},
+        {"<html/>", "1:1: <html> is not a configuration"},
+        {"<rpc-reply xmlns='BASE'><rpc-error/></rpc-reply>", "1:60: <rpc-error> is not a config"},
+        {"<rpc-reply xmlns='BASE'></rpc-reply>", "1:60: <rpc-reply> has no <data>"},
+        {"<rpc xmlns='BASE'><get-config/></rpc>", "1:54: <get-config> is not a configuration"},
+        {R"({"ietf-restconf:errors": {}})", "1:2: \"ietf-restconf:errors\" is not a config"},
+        {R"({"ietf-restconf:data": {}, "device:system": {}})", "1:28: "},
+        {"<data xmlns='BASE'/><system xmlns='DEVICE'/>", "1:56: <system> is next to <data>"},
+        {"<!DOCTYPE a [<!ENTITY b 'c'>]><a/>", "1:1: a document type"},
+        {"<?xml version='1.0' encoding='latin1'?><a/>", "1:1: its encoding is LATIN1"},
+        {"<system xmlns='DEVICE'>\n\t\xc3\xa4</system>", "2:2: text inside system"},
+        {"<system xmlns='DEVICE'><mtu><a/></mtu></system>", "1:52: <a> is inside mtu"},
+        {"<system xmlns='DEVICE'/>x", "1:48: bad XML"},
+        {"<a:system/>", "1:1: bad XML"},
+        {"<system/>", "1:1: <system> has no namespace"},
+        {R"({"system": {}})", "1:2: \"system\" names no module"},
+        {R"({"device:system": {":mtu": 70}})", "1:20: \":mtu\" names no module"},
         {"<system xmlns='DEVICE'><mtu operation='delete'/></system>",
-         "file:1:47: <mtu> has the attribute \"operation\", which has no namespace; write nc:"},
+         "1:47: <mtu> has the attribute \"operation\", which has no namespace; write nc:"},
         {"<system xmlns='DEVICE'><mtu xmlns:n='BASE' n:operation='delete'/></system>",
-         "file:1:47: operation=\"delete\" makes this an edit"},
+         "1:47: operation=\"delete\" makes this an edit"},
         {R"({"device:system": {"@mtu": {"ietf-netconf:operation": "delete"}}})",
-         "file:1:29: a JSON file is merged as a whole"},
+         "1:29: a JSON file is merged as a whole"},
         {R"({"other:a": {"@b": {"ietf-netconf:operation": "delete"}}})",
-         "file:1:21: a JSON file is merged as a whole"},
-        {"<data xmlns='BASE'><system/></data>", "file:1:55: <system> is in the namespace of NETC"},
-        {"<config xmlns='BASE' xmlns:n='BASE' n:operation='merge'/>", "file:1:1: operation="},
-        {"<a xmlns='other'><b xmlns:o = 'BASE' o:operation = 'merge'/></a>",
-         "file:1:18: operation="},
-        {R"({"device:system": {"host-name": "a\u0000"}})",
-         "file:1:20: host-name has the character"},
-        {R"({"device:port": [{"slot": "\udc00", "number": 1}]})", "file:1:19: slot has the chara"},
+         "1:21: a JSON file is merged as a whole"},
+        {"<data xmlns='BASE'><system/></data>", "1:55: <system> is in the namespace of NETC"},
+        {"<config xmlns='BASE' xmlns:n='BASE' n:operation='merge'/>", "1:1: operation="},
+        {"<a xmlns='other'><b xmlns:o = 'BASE' o:operation = 'merge'/></a>", "1:18: operation="},
+        {R"({"device:system": {"host-name": "a\u0000"}})", "1:20: host-name has the character"},
+        {R"({"device:port": [{"slot": "\udc00", "number": 1}]})", "1:19: slot has the chara"},
         {"<system xmlns='DEVICE'><host-name>&#xfdd0;</host-name></system>",
-         "file:1:47: host-name has the character \\ufdd0"},
-        {R"({"device:system": {"mtu": 70, "m\u0074u": 71}})", "file:1:31: \"mtu\" is given twice"},
+         "1:47: host-name has the character \\ufdd0"},
+        {R"({"device:system": {"mtu": 70, "m\u0074u": 71}})", "1:31: \"mtu\" is given twice"},
         {R"({"a:b": {"c": [{"d": 1, "e": 2,
             "d": 1}]}})",
-         "file:2:13: \"d\" is given twice"},
+         "2:13: \"d\" is given twice"},
     };
     for (const auto& [text, complaint] : rows) {
-        EXPECT_THAT(complaint_about(named(text)), StartsWith(complaint)) << text;
+        EXPECT_THAT(complaint_about(named(text)), StartsWith("file:" + complaint)) << text;
     }
 }
 
@@ -188,26 +173,18 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
         {R"("host-name": 5)", "host-name is written as a number; write a string in quotes"},
         {R"("host-name": null)", "\"host-name\" is given as null"},
         {R"("host-name": ["a"])", "\"host-name\" is given as an array; write a value"},
-        {R"("secret": "PASS")",
-         "the value of secret, which is not shown, is not a value of secret; write a text that "
-         "matches "
-         "[a-z]*"},
+        {R"("secret": "PASS")", "the value of secret, which is not shown, is not a value of s"},
         {R"("code": "ab")", "\"ab\" is not a value of code: Two capital letters, such as AB"},
         {R"("mtu": 1501)", "\"1501\" is not a value of mtu; write a number in 68..1500 | 9000"},
         {R"("mtu": "1500")", "mtu is written as a string in quotes; write a number"},
         {R"("offset": "1.501")",
-         "\"1.501\" is not a value of offset; write a number with at most 2 "
-         "digits after the point in -1.50..1.50"},
+         "\"1.501\" is not a value of offset; write a number with at most 2 digits after the po"},
         {R"("offset": 1.5)", "offset is written as a number; write a string in quotes"},
-        {R"("octets": 1)", "octets is written as a number; write a string in quotes"},
         {R"("enabled": "yes")", "enabled is written as a string in quotes; write true or false"},
         {R"("level": "mid")", "\"mid\" is not a value of level; write one of low, high"},
-        {R"("kind": "device:copper")",
-         "\"device:copper\" is not a value of kind; write an identity of"},
-        {R"("optical": null)", "\"optical\" is given as null"},
+        {R"("kind": "device:copper")", "\"device:copper\" is not a value of kind; write an id"},
         {R"("optical": [])", "\"optical\" is given as []; write [null]"},
         {R"("limit": 10)", "limit is not a valid value; write a number in 1..9, or one of none"},
-        {R"("limit": "5")", "limit is not a valid value"},
         {R"("limit": "true")", "limit is not a valid value"},
         {R"("server": "a")", "\"server\" is given as a value; write [...]"},
         {R"("server": ["a", "a"])", "server is given twice, first at line 1; give it once"},
@@ -220,9 +197,8 @@ TEST(Reading, SaysWhichValuesTheModelAllowsAndWhere) {
     }
     for (const std::string member :
          {R"("mtu": 9000)", R"("offset": "-1.5")", R"("octets": "18446744073709551615")",
-          R"("limit": "none")", R"("limit": 9)", R"("limit": true)", R"("optical": [null])",
-          R"("kind": "optics:laser")", R"("manual": {"zone": "a"})", R"("extra": {"a": [1]})",
-          R"("server": [])"}) {
+          R"("limit": "none")", R"("limit": true)", R"("optical": [null])",
+          R"("extra": {"a": [1]})", R"("server": [])"}) {
         EXPECT_EQ(complaint_about("{\"device:system\": {" + member + "}}"), "") << member;
     }
 }
@@ -233,20 +209,13 @@ TEST(Reading, PointsAtTheNodeThatTheModelRefuses) {
         {good + "\n{\"number\": 1,\n \"slot\": \"a\", \"link\": {\"speed\": 1}}",
          "file:3:2: Duplicate instance of \"port\""},
         {good + "\n{\"slot\": \"b\",\n \"link\": {\"speed\": 1}}", "file:2:2: port has no number"},
-        {good + "\n{\"slot\": \"b\", \"number\": 1,\n \"link\": {}}",
-         "file:3:2: Mandatory node \"speed\""},
         {good + "\n{\"slot\": \"b\", \"number\": 1}", "file:2:2: Mandatory node \"speed\""},
-        {good + "\n{\"slot\": \"b\",\n\"number\": 256}",
-         "file:3:1: \"256\" is not a value of number"},
     };
-    const std::string fans = "{\"device:fan\": [{\"id\": 1, \"speed\": 9},\n{\"id\": 2}]}";
     for (const auto& [ports, complaint] : rows) {
         EXPECT_THAT(complaint_about("{\"device:port\": [" + ports + "]}"), StartsWith(complaint));
     }
-    EXPECT_THAT(complaint_about(fans), StartsWith("file:2:2: Mandatory choice \"drive\""));
-    EXPECT_EQ(complaint_about("{\"device:port\": [" + good +
-                              "{\"slot\": \"c\", \"number\": 1, \"link\": {\"speed\": 2}}]}"),
-              "");
+    EXPECT_THAT(complaint_about("{\"device:fan\": [{\"id\": 1, \"off\": [null]},\n{\"id\": 2}]}"),
+                StartsWith("file:2:2: Mandatory choice \"drive\""));
 }
 
 TEST(Reading, ResolvesPrefixesInValuesByTheNamespacesInScope) {
@@ -273,7 +242,6 @@ TEST(Reading, CountsDefaultsAsThere) {
                        "/system/mtu"),
               "1500");
     EXPECT_EQ(value_at("{}", "/system/manual"), "absent");
-    EXPECT_EQ(value_at(R"({"device:system": {"manual": {}}})", "/system/manual"), "");
 }
 
 }  // namespace

@@ -20,12 +20,7 @@ inline Configuration read(const std::string& text, const ReadOptions& options = 
 
 /// What is wrong with `text`, empty when the model allows it.
 inline std::string complaint_about(const std::string& text, const ReadOptions& options = {}) {
-    try {
-        read(text, options);
-        return {};
-    } catch (const InputError& error) {
-        return error.what();
-    }
+    return refusal_of([&] { read(text, options); });
 }
 
 /// The place of the node at `path`.

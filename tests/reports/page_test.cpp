@@ -58,11 +58,9 @@ TEST(Page, TellsTheResultTheChangeAndEachFindingBesideItsLines) {
     for (const char* const part :
          {"Refused", "a b added~ changedc 1 → 2d e - removedc 1Elsewhere + addedf 1",
           "IPv4 address cannot be changed", "candidate.json:6:5", "192.0.2.2/25 (running.json:8:3)",
-          "note: the name holds a blank.", "help: Keep the address.",
-          "layer-3 interface x:", "44\n5    \"e\": 5\n6    \"id\": 5\n",
-          "changing the VRRP router version", "Running configuration: empty; 3 rules",
-          "SHA-256 of candidate.json: "
-          "3c99bc231de16d5b8dfe54af9bb1d0e06dee344aa838f13683a1a555495ed66c",
+          "note: the name holds a blank.", "help: Keep the address.", "layer-3 interface x:",
+          "44\n5    \"e\": 5\n6    \"id\": 5\n", "Running configuration: empty; 3 rules",
+          "candidate.json: 3c99bc231de16d5b8dfe54af9bb1d0e06dee344aa838f13683a1a555495ed66c",
           " UTC"}) {
         EXPECT_THAT(text, HasSubstr(part));
     }
@@ -102,14 +100,12 @@ TEST(Page, SaysTheResultOfEachCandidate) {
     EXPECT_EQ(Page(formatted(reports, "html")).texts("//main/article[1]//td[2]"), results);
     results[2] = "good: Accepted, warnings included";
     EXPECT_EQ(Page(formatted(reports, "html", true)).texts("//main/article[1]//td[2]"), results);
-    ReportOptions fleet;
-    fleet.format = "html";
+    ReportOptions fleet = in("html");
     fleet.counts_clean = true;
     Report clean = checked("clean", {});
     clean.changes = {{ChangeKind::added, "/f", "", "f", {}, "1", {}}};
     clean.unknown_data.nodes = 7;
     const Page page(formatted({clean, refused()}, fleet));
-    EXPECT_EQ(page.texts("//article/h2")[1], ": candidate.json") << "the clean one has a row only";
     EXPECT_THAT(page.texts("//article[1]//td[1]/a | //article[1]//td[1][not(a)]"),
                 ElementsAre(": candidate.json", ": clean"));
     EXPECT_EQ(page.texts("//article").size(), 2U);

@@ -64,10 +64,14 @@ inline std::string formatted(const std::vector<Report>& reports, const ReportOpt
     return text;
 }
 
-inline std::string formatted(const std::vector<Report>& reports, const std::string& format,
-                             bool accept_warnings = false) {
+inline ReportOptions in(const std::string& format, bool accept_warnings = false) {
     ReportOptions options;
     options.format = format;
     options.accept_warnings = accept_warnings;
-    return formatted(reports, options);
+    return options;
+}
+
+inline std::string formatted(const std::vector<Report>& reports, const std::string& format,
+                             bool accept_warnings = false) {
+    return formatted(reports, in(format, accept_warnings));
 }

@@ -17,6 +17,9 @@
 
 using Lines = Strings;
 
+/// The path of a VRRP instance.
+std::string instance(const std::string& interface_key, const std::string& family, int vr_id);
+
 struct Candidate : std::vector<Setting> {
     using vector::vector;
 };
@@ -24,9 +27,10 @@ struct Running : std::vector<Setting> {
     using vector::vector;
 };
 
-/// The node that is asked about, with its value. It is in the candidate, named there or not.
+/// The node that is asked about, with its value; an IPv4 instance unless given. It is in the
+/// candidate, named there or not.
 struct Request {
-    std::string node;
+    std::string node = instance("l3-vlan%s%n", "ipv4", 5);
 };
 
 /// The result, and the message with it.
@@ -143,9 +147,7 @@ std::vector<Case> samples();
 
 /// The name holds what would be conversions in a format.
 inline const std::string kL3 = "/config/interface/l3{vlan%s%n}";
-/// The path of a VRRP instance.
-std::string instance(const std::string& interface_key, const std::string& family, int vr_id);
-inline const std::string kIpv4Instance = instance("l3-vlan%s%n", "ipv4", 5);
+inline const std::string kIpv4Instance = Request().node;
 inline const std::string kIpv6Instance = instance("l3-vlan%s%n", "ipv6", 5);
 
 inline const Calls kOpenSession = {

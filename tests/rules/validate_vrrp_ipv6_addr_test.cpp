@@ -41,7 +41,6 @@ const AddRule kAddressRule(
              ok(), reads({"2001:db8:1::1/64", "2001:db8:2::1/64"})),
         asks("outside", "2001:db8:3::5", {"2001:db8:1::1/64"}, kOutside,
              Calls{reads({"2001:db8:1::1/64"}), kSetError}),
-        asks("interface address", "2001:db8:1::1", {"2001:db8:1::1/64"}, ok()),
         asks("second network", "2001:db8:1::", {"2001:db8::1/32", "2001:db8:1::1/64"}, kNetwork),
         asks("first network", "2001:db8:1::", {"2001:db8:1::1/64", "2001:db8::1/32"}, kNetwork),
         asks("next 33 bits", "2001:db8:8000::1", {"2001:db8::1/33"}, kOutside),

@@ -23,7 +23,7 @@ const AddRule kRule(
              ok(), reads(kIpv6Instance)),
         Case("no setting", Request{kIpv6Instance}, kRefused,
              Calls{reads(kIpv6Instance), kSetError}),
-        Case("IPv4 instance", Request{kIpv4Instance}, ok(), kNoCalls),
+        Case("IPv4 instance", ok(), kNoCalls),
         Case("automatic", Candidate{{kIpv6Instance + kAutomatic}}, Request{kIpv6Instance}, ok(),
              reads(kIpv6Instance)),
         Case("path cut to 255 characters", Candidate{{kLong + kManual, "fe80::1"}}, Request{kLong},

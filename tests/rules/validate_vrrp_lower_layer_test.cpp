@@ -9,8 +9,8 @@ const Calls kExists = Calls("maapi_exists " + kVlan).fails(kMissing).says_1(ok()
 const AddRule kLowerLayer(
     "vrrp_lower_layer_validation", "validate_vrrp_lower_layer", {{4, "C_BUF"}},
     {
-        Case("VLAN", Candidate{{kVlan, "10"}}, Request{kIpv4Instance}, ok(), kExists),
-        Case("no VLAN", Request{kIpv4Instance}, kMissing, Calls{kExists, kSetError}),
+        Case("VLAN", Candidate{{kVlan, "10"}}, ok(), kExists),
+        Case("no VLAN", kMissing, Calls{kExists, kSetError}),
         Case("name that a path would quote", Request{instance("l3-}\"\\{ä", "ipv4", 5)},
              error("lower-layer must be configured on interface l3 }\"\\{ä."),
              Calls{"maapi_exists /config/interface/l3{}\"\\{ä}/lower-layer-if/vlan", kSetError}),
@@ -27,13 +27,12 @@ const Calls kReads = {kLooks, Calls("maapi_get_int32_elem " + kVlan).fails(kUnre
 const AddRule kLowerLayerUpdate(
     "vrrp_lower_layer_update_validation", "validate_vrrp_lower_layer_update", {{4, "C_BUF"}},
     {
-        Case("VLAN kept", Candidate{{kVlan, "10"}}, Running{{kVlan, "10"}}, Request{kIpv4Instance},
-             ok(), Calls{kReads, kCloseSession}),
-        Case("VLAN changed", Candidate{{kVlan, "20"}}, Running{{kVlan, "10"}},
-             Request{kIpv4Instance}, kChanged, Calls{kReads, kSetError, kCloseSession}),
-        Case("first VLAN", Candidate{{kVlan, "10"}}, Request{kIpv4Instance}, ok(),
-             Calls{kLooks, kCloseSession}),
-        Case("VLAN removed", Running{{kVlan, "10"}}, Request{kIpv4Instance}, kUnread,
+        Case("VLAN kept", Candidate{{kVlan, "10"}}, Running{{kVlan, "10"}}, ok(),
+             Calls{kReads, kCloseSession}),
+        Case("VLAN changed", Candidate{{kVlan, "20"}}, Running{{kVlan, "10"}}, kChanged,
+             Calls{kReads, kSetError, kCloseSession}),
+        Case("first VLAN", Candidate{{kVlan, "10"}}, ok(), Calls{kLooks, kCloseSession}),
+        Case("VLAN removed", Running{{kVlan, "10"}}, kUnread,
              Calls{kLooks, "maapi_get_int32_elem " + kVlan, kSetError, kCloseSession}),
     });
 

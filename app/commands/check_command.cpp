@@ -137,9 +137,8 @@ int run_check(const CheckOptions& options) {
     try {
         checker.emplace(options.checker);
         add_rule_note(*checker, options.checker, notes);
-        taken = check_fleet(
-            {*checker, pairs, options.checker.threads, options.max_size, is_interrupted()},
-            [&](const Report& report) { printer.add(report, pairs.size()); });
+        taken = check_fleet({*checker, pairs, options.checker.threads, options.max_size},
+                            [&](const Report& report) { printer.add(report, pairs.size()); });
     } catch (const std::exception& error) {
         if (printer.summary().candidates > 0) {
             throw;

@@ -48,7 +48,9 @@ class ReportPrinter {
         }
         stream_.add(report);
         if (count > 1) {
-            progress_.show(state(count));
+            progress_.show(std::to_string(summary().candidates) + " of " +
+                           counted(count, "candidate") + ", " +
+                           counted(summary().errors + summary().warnings, "finding"));
         }
     }
 
@@ -68,11 +70,6 @@ class ReportPrinter {
     const Summary& summary() const { return stream_.summary(); }
 
   private:
-    std::string state(std::size_t count) const {
-        return std::to_string(summary().candidates) + " of " + counted(count, "candidate") + ", " +
-               counted(summary().errors + summary().warnings, "finding");
-    }
-
     bool tells_why_;  ///< on standard error, of what could not be checked
     Progress progress_;
     ReportStream stream_;

@@ -49,7 +49,7 @@ while read -r row; do
     places[$header]=$(quoted_in "$row" 3 | tr '\n' ' ')
   done
 done < <(rows Library)
-system='(sys/.*|arpa/inet|dlfcn|fcntl|malloc|netinet/in|poll|termios|unistd)\.h'
+system='(sys/.*|arpa/inet|dlfcn|fcntl|fnmatch|malloc|netinet/in|poll|termios|unistd)\.h'
 while IFS=: read -r file include; do
   may=no
   for header in "${!places[@]}"; do

@@ -6,6 +6,7 @@
 #include "configuration/difference.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
+#include "files/interrupt.h"
 #include "files/key_file.h"
 #include "terminal/progress.h"
 
@@ -31,15 +32,6 @@ Finding removes_all(const Report& report, bool is_edit) {
                                   : "removes all " + std::to_string(count) + " VRRP instances") +
                       (is_edit ? "" : "; is this an edit? give --edit");
     return finding;
-}
-
-/// Adds `sources`, those that are not there yet.
-void add_sources(const Sources& sources, Sources& all) {
-    for (const auto& source : sources) {
-        if (std::find(all.begin(), all.end(), source) == all.end()) {
-            all.push_back(source);
-        }
-    }
 }
 
 }  // namespace
@@ -69,17 +61,18 @@ Configuration Checker::read_running(const std::shared_ptr<SourceText>& file) con
 }
 
 std::vector<std::string> Checker::rule_names() const {
-    std::vector<std::string> names = model_.rule_names();
+    std::vector<std::string> names;
     const auto& wanted = options_.rule_names;
-    const auto is_left_out = [&](const std::string& name) {
-        return !wanted.empty() && std::find(wanted.begin(), wanted.end(), name) == wanted.end();
-    };
-    names.erase(std::remove_if(names.begin(), names.end(), is_left_out), names.end());
+    for (const std::string& name : model_.rule_names()) {
+        if (wanted.empty() || std::count(wanted.begin(), wanted.end(), name) > 0) {
+            names.push_back(name);
+        }
+    }
     return names;
 }
 
 Report Checker::check(const std::shared_ptr<SourceText>& file, const Configuration& running,
-                      const CheckEffort& effort) const {
+                      std::size_t threads, bool shows_progress) const {
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     const Configuration candidate =
@@ -99,9 +92,9 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
     RuleWalk walk{model_, host_};
     walk.rule_names = {options_.rule_names.begin(), options_.rule_names.end()};
     walk.max_findings = options_.max_findings;
-    walk.threads = effort.threads > 0 ? effort.threads : options_.threads;
-    walk.stop = effort.stop;
-    if (effort.shows_progress) {
+    walk.threads = threads;
+    walk.stop = &is_interrupted();
+    if (shows_progress) {
         walk.on_progress = [&progress](const Report& so_far) {
             progress.show(so_far.candidate + ": " + std::to_string(so_far.requests) +
                           " checks done");
@@ -112,8 +105,12 @@ Report Checker::check(const std::shared_ptr<SourceText>& file, const Configurati
         report.findings.push_back(removes_all(report, candidate.is_edit));
     }
     if (!report.findings.empty() || options_.difference) {
-        add_sources(candidate.sources, report.sources);
-        add_sources(running.sources, report.sources);
+        report.sources = candidate.sources;
+        for (const auto& source : running.sources) {  // some of them are an edit's as well
+            if (std::count(report.sources.begin(), report.sources.end(), source) == 0) {
+                report.sources.push_back(source);
+            }
+        }
     }
     report.seconds = std::chrono::duration<double>(Clock::now() - start).count();
     return report;

@@ -16,20 +16,13 @@ struct CheckerOptions {
     std::vector<std::string> rule_names;  ///< the rules to run; empty for all
     bool difference = false;              ///< whether reports tell what changes
     std::size_t max_findings = 100;       ///< that a report holds of each rule
-    std::size_t threads = 1;              ///< that make the requests of one candidate, at most
+    std::size_t threads = 1;              ///< that work at a time, at most
     bool is_edit = false;                 ///< candidates are edits even when they do not say so
     bool ignore_unknown = false;          ///< leave out nodes that the model's modules do not have
 };
 
 /// What the model says of its rules, in its order.
 std::shared_ptr<const std::vector<Rule>> rules_of(const YangModel& model);
-
-/// How to go about the check of one candidate.
-struct CheckEffort {
-    std::size_t threads = 0;                  ///< at most; 0 for as many as the checker may use
-    bool shows_progress = true;               ///< on a terminal
-    const std::atomic<bool>* stop = nullptr;  ///< see RuleWalk
-};
 
 class Checker {
   public:
@@ -46,9 +39,10 @@ class Checker {
     std::vector<std::string> rule_names() const;
 
     /// Checks the configuration in `candidate`, or what it makes of `running` when it is an edit,
-    /// against `running`, on any thread. Throws InputError, and Interrupted when it was stopped.
+    /// against `running`, on any thread, with the help of others up to `threads`. Throws
+    /// InputError, and Interrupted when the run was.
     Report check(const std::shared_ptr<SourceText>& candidate, const Configuration& running,
-                 const CheckEffort& effort = {}) const;
+                 std::size_t threads, bool shows_progress) const;
 
     /// Ends the plug-in, after which nothing can be checked any more. Throws PlatformError when it
     /// does not end well: what it answered may be wrong, too.

@@ -65,36 +65,23 @@ class ValueList {
 
 }  // namespace
 
-void ReadLog::clear() {
-    reads_.clear();
-    paths_.clear();
-}
-
-void ReadLog::note(const local_platform::Call& call) {
-    if (call.socket < 0 || call.argument.empty()) {
-        return;
+void note(const local_platform::Call& call, ReadLog& log) {
+    if (call.socket >= 0 && !call.argument.empty()) {
+        log.push_back({call.operation.substr(0, 4) == "cdb_",
+                       call.operation == "maapi_num_instances", std::string(call.argument)});
     }
-    reads_.push_back({call.operation.substr(0, 4) == "cdb_",
-                      call.operation == "maapi_num_instances", paths_.size(),
-                      call.argument.size()});
-    paths_ += call.argument;
-}
-
-std::string_view ReadLog::path(const Read& read) const {
-    return std::string_view(paths_).substr(read.begin, read.size);
 }
 
 void add_values(const Configuration& candidate, const Configuration& running, const Node& node,
                 const ReadLog& log, Finding& finding) {
     ValueList values(candidate, running, finding);
     bool has_read_table = false;
-    for (const ReadLog::Read& read : log.reads()) {
-        const std::string_view path = log.path(read);
+    for (const auto& [is_running, is_count, path] : log) {
         has_read_table = has_read_table || reads_instance_table(path);
         try {
-            values.add_read(read.is_running, read.is_count, path);
+            values.add_read(is_running, is_count, path);
         } catch (const local_platform::PlatformError&) {
-            finding.note = "The rule could not read " + std::string(path) + kBadName;
+            finding.note = "The rule could not read " + path + kBadName;
         }
     }
     if (node.schema->kind == NodeKind::leaf) {

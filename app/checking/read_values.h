@@ -2,34 +2,24 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "call_hook.h"
 #include "checking/report.h"
 #include "configuration/configuration.h"
 
-/// The platform calls of one request that may read a value. To note one costs a copy of its path:
-/// what it read is looked up only when the rule refuses.
-class ReadLog {
-  public:
-    /// Needs room once for what the requests of one thread read, one after the other.
-    void clear();
-    void note(const local_platform::Call& call);
-
-    struct Read {
-        bool is_running;  ///< of the running datastore
-        bool is_count;    ///< of a list's entries
-        std::size_t begin;
-        std::size_t size;
-    };
-    const std::vector<Read>& reads() const { return reads_; }
-    std::string_view path(const Read& read) const;
-
-  private:
-    std::vector<Read> reads_;
-    std::string paths_;
+/// A platform call that may have read a value, which is looked up only when the rule refuses.
+struct Read {
+    bool is_running;  ///< of the running datastore
+    bool is_count;    ///< of a list's entries
+    std::string path;
 };
+
+/// The calls of one request, in their order.
+using ReadLog = std::vector<Read>;
+
+/// Adds `call` to `log` when it may read a value.
+void note(const local_platform::Call& call, ReadLog& log);
 
 /// Adds to `finding` on `node` of `candidate` the values behind it, each once: those of the leaves
 /// and counted entries that the rule read, the node's own, and the keys of the instance that it

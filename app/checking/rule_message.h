@@ -7,4 +7,4 @@
 
 /// What to do about `message`, by the first of the use's messages that it fits, a word in angle
 /// brackets standing for any text; empty when it fits none.
-std::string help_for(const Rule& use, std::string_view message);
+std::string help_for(const Rule& use, const std::string& message);

@@ -52,7 +52,7 @@ class Worker {
     local_platform::Response ask_and_watch(const Request& request) {
         log_.clear();
         const local_platform::ScopedCallHook watch([this](const local_platform::Call& call) {
-            log_.note(call);
+            note(call, log_);
             return std::optional<local_platform::Answer>();
         });
         return ask(walk_.host, instance_, request);
@@ -91,7 +91,7 @@ class Worker {
                   Finding& finding) {
         const Node& node = *request.node;
         finding.path = keypath_of(node);
-        if (response.result == CONFD_ERR && response.messages.empty() && log_.reads().empty()) {
+        if (response.result == CONFD_ERR && response.messages.empty() && log_.empty()) {
             throw InputError("the plug-in does not know the rule \"" + finding.rule +
                              "\", which the model uses at " + finding.path +
                              "; give the plug-in that belongs to the model with --plugin");
@@ -107,11 +107,10 @@ class Worker {
 
     /// What a finding has in common with others of its layer-3 interface.
     std::string cause_of(const Finding& finding) {
-        const auto reads_interface = [&](const ReadLog::Read& read) {
-            return reads_layer3_interface(log_.path(read), *finding.instance);
+        const auto reads_interface = [&](const Read& read) {
+            return reads_layer3_interface(read.path, *finding.instance);
         };
-        if (!finding.instance ||
-            std::none_of(log_.reads().begin(), log_.reads().end(), reads_interface)) {
+        if (!finding.instance || std::none_of(log_.begin(), log_.end(), reads_interface)) {
             return {};
         }
         const auto [cause, is_new] = causes_.try_emplace(finding.instance->interface);

@@ -48,7 +48,9 @@ class ReportPrinter {
         }
         stream_.add(report);
         if (count > 1) {
-            progress_.show(state(count));
+            progress_.show(std::to_string(summary().candidates) + " of " +
+                           counted(count, "candidate") + ", " +
+                           counted(summary().errors + summary().warnings, "finding"));
         }
     }
 
@@ -68,11 +70,6 @@ class ReportPrinter {
     const Summary& summary() const { return stream_.summary(); }
 
   private:
-    std::string state(std::size_t count) const {
-        return std::to_string(summary().candidates) + " of " + counted(count, "candidate") + ", " +
-               counted(summary().errors + summary().warnings, "finding");
-    }
-
     bool tells_why_;  ///< on standard error, of what could not be checked
     Progress progress_;
     ReportStream stream_;
@@ -137,9 +134,8 @@ int run_check(const CheckOptions& options) {
     try {
         checker.emplace(options.checker);
         add_rule_note(*checker, options.checker, notes);
-        taken = check_fleet(
-            {*checker, pairs, options.checker.threads, options.max_size, is_interrupted()},
-            [&](const Report& report) { printer.add(report, pairs.size()); });
+        taken = check_fleet({*checker, pairs, options.checker.threads, options.max_size},
+                            [&](const Report& report) { printer.add(report, pairs.size()); });
     } catch (const std::exception& error) {
         if (printer.summary().candidates > 0) {
             throw;

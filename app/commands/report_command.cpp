@@ -22,23 +22,6 @@ struct ReportCommandOptions {
     std::vector<std::string> files;
 };
 
-/// Which file reported each candidate: a candidate that two report was checked twice, and which of
-/// them holds cannot be told.
-class Reported {
-  public:
-    void add(const Report& report, const std::string& file) {
-        const auto [first, is_new] =
-            files_.emplace(std::pair(report.candidate, report.running), file);
-        if (!is_new) {
-            throw InputError(file + ": reports " + report.candidate + ", which " + first->second +
-                             " reports too; give each report once");
-        }
-    }
-
-  private:
-    std::map<std::pair<std::string, std::string>, std::string> files_;
-};
-
 /// Prints stored reports as one; the worst outcome is the exit code.
 int run_report(const ReportCommandOptions& options) {
     std::shared_ptr<const std::vector<Rule>> rules;
@@ -47,12 +30,18 @@ int run_report(const ReportCommandOptions& options) {
     }
     Spool document;  // whole, or nothing when one of the files is not
     ReportStream stream(options.report, [&](const std::string& text) { document.write(text); });
-    Reported reported;
+    // A candidate that two files report was checked twice, and which of them holds cannot be told.
+    std::map<std::pair<std::string, std::string>, std::string> reported;
     std::size_t not_reached = 0;
     for (const std::string& file : options.files) {
         StoredReports stored = read_reports(file, read_named_file(file));
         for (Report& report : stored.reports) {
-            reported.add(report, file);
+            const auto [first, is_new] =
+                reported.emplace(std::pair(report.candidate, report.running), file);
+            if (!is_new) {
+                throw InputError(file + ": reports " + report.candidate + ", which " +
+                                 first->second + " reports too; give each report once");
+            }
             report.rules = rules;
             stream.add(report);
         }

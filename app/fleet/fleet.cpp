@@ -8,6 +8,7 @@
 
 #include "checking/ordered_work.h"
 #include "errors/input_error.h"
+#include "files/interrupt.h"
 #include "files/named_file.h"
 
 namespace {
@@ -42,17 +43,15 @@ std::optional<Report> check_pair(const Fleet& fleet, const Pair& pair,
         if (!pair.problem.empty()) {
             throw InputError(pair.problem);
         }
-        CheckEffort effort;
-        effort.threads = std::max<std::size_t>(1, fleet.jobs / fleet.pairs.size());
-        effort.shows_progress = fleet.pairs.size() == 1;
-        effort.stop = &fleet.stop;
         std::optional<Configuration> own;
         const Configuration& running =
             shared ? *shared : own.emplace(read_running(fleet, pair.running));
+        const std::size_t threads = std::max<std::size_t>(1, fleet.jobs / fleet.pairs.size());
         return fleet.checker.check(
-            read_configuration_file(pair.candidate, fleet.max_size, pair.shown), running, effort);
+            read_configuration_file(pair.candidate, fleet.max_size, pair.shown), running, threads,
+            fleet.pairs.size() == 1);
     } catch (const std::exception& error) {
-        if (fleet.stop) {
+        if (is_interrupted()) {
             return std::nullopt;  // which ends the wait for a file as well
         }
         Report report = not_checked_report(pair, error);
@@ -72,7 +71,7 @@ std::size_t check_fleet(const Fleet& fleet, const std::function<void(Report)>& t
     OrderedWork<Report> work;
     work.count = fleet.pairs.size();
     work.threads = fleet.jobs;
-    work.stop = &fleet.stop;
+    work.stop = &is_interrupted();
     work.make_worker = [&] {
         return [&](std::size_t number) { return check_pair(fleet, fleet.pairs[number], shared); };
     };

@@ -2,12 +2,13 @@
 #include <array>
 #include <ctime>
 #include <iomanip>
+#include <map>
 #include <set>
+#include <tuple>
 
 #include "reports/difference_text.h"
 #include "reports/fingerprint.h"
 #include "reports/html_style.h"
-#include "reports/instance_table.h"
 #include "reports/report_text.h"
 #include "reports/report_writer.h"
 #include "reports/source_lines.h"
@@ -118,6 +119,25 @@ void add_figures(pugi::xml_node section, const Report& report, const Finding& fi
     }
 }
 
+using Keys = std::tuple<std::string_view, std::string_view, std::string_view>;
+
+Keys keys_of(const VrrpInstance& instance) {
+    return {instance.interface, instance.family, instance.id};
+}
+
+/// The first finding in each instance, errors before warnings.
+std::map<Keys, const Finding*> worst_findings(const std::vector<Finding>& findings) {
+    std::map<Keys, const Finding*> worst;
+    for (const Severity severity : {Severity::error, Severity::warning}) {
+        for (const Finding& finding : findings) {
+            if (finding.instance && finding.severity == severity) {
+                worst.emplace(keys_of(*finding.instance), &finding);
+            }
+        }
+    }
+    return worst;
+}
+
 /// The report of one candidate, as a part of the page.
 class Article {
   public:
@@ -140,9 +160,7 @@ class Article {
             add_changes(article, *report_.changes);
         }
         if (!report_.instances.empty()) {
-            add_element(article, "h3", {}, counted(report_.instances.size(), "VRRP instance"));
-            add_instances(article, report_.instances, findings_,
-                          [this](const Finding& finding) { return anchor(finding); });
+            add_instances(article);
         }
     }
 
@@ -212,6 +230,42 @@ class Article {
             add_element(words, "p", {}, line);
         }
         add_figures(section, report_, finding);
+    }
+
+    /// A row for every VRRP interface, with its instances by address family, each with a link to
+    /// its worst finding.
+    void add_instances(pugi::xml_node article) const {
+        add_element(article, "h3", {}, counted(report_.instances.size(), "VRRP instance"));
+        const auto worst = worst_findings(findings_);
+        add_element(article, "p", "hint soft", "Scroll sideways to see the IPv6 identifiers.");
+        pugi::xml_node frame = add_element(article, "div", "scroll");
+        frame.append_attribute("tabindex") = 0;
+        pugi::xml_node table = add_element(frame, "table");
+        add_heads(table, {"VRRP interface", "IPv4 identifiers", "IPv6 identifiers"});
+        pugi::xml_node body = add_element(table, "tbody");
+        pugi::xml_node ipv4;
+        pugi::xml_node ipv6;
+        const std::string* interface = nullptr;
+        for (const VrrpInstance& instance : report_.instances) {
+            if (interface == nullptr || *interface != instance.interface) {
+                interface = &instance.interface;
+                pugi::xml_node row = add_element(body, "tr");
+                add_element(row, "td", {}, *interface);
+                ipv4 = add_element(row, "td");
+                ipv6 = add_element(row, "td");
+            }
+            pugi::xml_node cell = instance.family == "ipv4" ? ipv4 : ipv6;
+            const auto found = worst.find(keys_of(instance));
+            if (found == worst.end()) {
+                add_element(cell, "span", "chip", instance.id);
+                continue;
+            }
+            const Finding& finding = *found->second;
+            const std::string severity = severity_word(finding.severity);
+            pugi::xml_node link = add_element(cell, "a", "chip " + severity, instance.id + " !");
+            set_attribute(link, "href", "#" + anchor(finding));
+            set_attribute(link, "title", severity + ": " + finding.message);
+        }
     }
 
     const Report& report_;

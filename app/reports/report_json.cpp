@@ -86,10 +86,6 @@ struct ToJson {
     Json operator()(Severity severity) const { return severity_word(severity); }
     Json operator()(ChangeKind kind) const { return look_of(kind).word; }
 
-    Json operator()(const Location& location) const {
-        return location.is_known() ? record(location) : Json();
-    }
-
     template <typename Value>
     Json operator()(const std::optional<Value>& value) const {
         return value ? (*this)(*value) : Json();
@@ -106,12 +102,12 @@ struct ToJson {
 
     template <typename Record>
     Json operator()(const Record& value) const {
-        return record(value);
-    }
-
-    template <typename Record>
-    Json record(const Record& value) const {
         Json json;
+        if constexpr (std::is_same_v<Record, Location>) {
+            if (!value.is_known()) {
+                return json;
+            }
+        }
         std::apply(
             [&](const auto&... each) { ((json[each.first] = (*this)(value.*each.second)), ...); },
             members(value));
@@ -155,12 +151,6 @@ struct FromJson {
         value = *found;
     }
 
-    void operator()(const Json& json, Location& location) const {
-        if (!json.is_null()) {
-            record(json, location);
-        }
-    }
-
     template <typename Value>
     void operator()(const Json& json, std::optional<Value>& value) const {
         if (!json.is_null()) {
@@ -177,11 +167,9 @@ struct FromJson {
 
     template <typename Record>
     void operator()(const Json& json, Record& value) const {
-        record(json, value);
-    }
-
-    template <typename Record>
-    void record(const Json& json, Record& value) const {
+        if (std::is_same_v<Record, Location> && json.is_null()) {
+            return;
+        }
         std::apply(
             [&](const auto&... each) { ((*this)(json.at(each.first), value.*each.second), ...); },
             members(value));

@@ -50,7 +50,12 @@ class TextWriter final : public ReportWriter {
                         printable(finding.cause) + ":\n";
             }
             cause = finding.cause;
-            text += text_in_style(report, finding);
+            const bool is_error = finding.severity == Severity::error;
+            const char* const colour = !has_colour_ ? "" : is_error ? kRed : kYellow;
+            const Location& place = finding.location;
+            const SourceText* const source = has_lines_ ? source_of(report, place) : nullptr;
+            text += finding_text(finding, colour,
+                                 source == nullptr ? "" : source_text(*source, place, colour));
         }
         if (!options_.quiet) {
             const std::string name = printable(report.candidate) + ": ";
@@ -70,16 +75,6 @@ class TextWriter final : public ReportWriter {
     }
 
   private:
-    std::string text_in_style(const Report& report, const Finding& finding) const {
-        const char* const colour = !has_colour_                          ? ""
-                                   : finding.severity == Severity::error ? kRed
-                                                                         : kYellow;
-        const SourceText* const source = has_lines_ ? source_of(report, finding.location) : nullptr;
-        return finding_text(
-            finding, colour,
-            source == nullptr ? "" : source_text(*source, finding.location, colour));
-    }
-
     const bool has_colour_ = wants_colour(options_.colour);
     const bool has_lines_ = has_colour_ || is_terminal(STDOUT_FILENO);  ///< those of findings
 };

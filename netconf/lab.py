@@ -3,6 +3,7 @@
 # usage: lab.py BUILD    runs it until Ctrl-C
 
 import contextlib
+import functools
 import os
 import pathlib
 import pwd
@@ -20,8 +21,8 @@ from ncclient import manager, operations, transport, xml_
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 NETCONF = "urn:ietf:params:xml:ns:netconf:base:1.0"
 SSHD = """ListenAddress 127.0.0.1:{port}
-HostKey {folder}/host
-AuthorizedKeysFile {folder}/client.pub
+HostKey {folder}/key
+AuthorizedKeysFile {folder}/key.pub
 PidFile none
 StrictModes no
 Subsystem netconf /usr/sbin/netconf-subsystem --ncxserver-sockname={port}@{folder}/socket
@@ -31,7 +32,7 @@ NETCONFD = """/usr/sbin/netconfd --module=l3-interface --module=router-vrrp --ta
 --port={port} --ncxserver-sockname={folder}/socket --superuser={user} --log-level=info"""
 
 
-# A server, what it commits, and an sshd with keys of its own.
+# A server, what it commits, and an sshd with a key of its own, which is the client's, too.
 class Lab:
     def __init__(self, build, folder):
         self.library, self.folder = pathlib.Path(build).resolve() / "lib/vrrp-valid", folder
@@ -40,28 +41,22 @@ class Lab:
         with socket.create_server(("127.0.0.1", 0)) as free:
             self.port = free.getsockname()[1]
         (folder / "startup-cfg.xml").write_text(f'<config xmlns="{NETCONF}"/>')
-        (folder / "sshd_config").write_text(SSHD.format(port=self.port, folder=folder))
-        self.run(self.command, "keygen", folder / "router.key").wait()
-        for name in ("host", "client"):
-            self.run("ssh-keygen", "-t", "ed25519", "-N", "", "-f", folder / name).wait()
+        (folder / "sshd_config").write_text(SSHD.format(**vars(self)))
+        log = open(folder / "log", "a", encoding="utf-8")
+        self.run = functools.partial(subprocess.Popen, stdout=log, stderr=log)
+        self.run([self.command, "keygen", folder / "router.key"]).wait()
+        self.run(["ssh-keygen", "-t", "ed25519", "-N", "", "-f", folder / "key"]).wait()
         if os.getuid() == 0:
             os.makedirs("/run/sshd", exist_ok=True)
-        self.sshd = self.run("/usr/sbin/sshd", "-D", "-e", "-f", folder / "sshd_config")
-
-    def run(self, *command, **variables):
-        with open(self.folder / "log", "a", encoding="utf-8") as log:
-            environment = {**os.environ, **variables}
-            return subprocess.Popen(command, stdout=log, stderr=log, env=environment)
+        self.sshd = self.run(["/usr/sbin/sshd", "-D", "-e", "-f", folder / "sshd_config"])
 
     # Starts the server with what it committed; a client of it. Exits with the log when it fails.
     def start(self, plugin="libvrrp_valid.so", runpath=None):
         self.stop()
+        os.environ["VRRP_VALID_PLUGIN"] = str(self.library / plugin)
+        os.environ["VRRP_VALID_KEY_FILE"] = str(self.folder / "router.key")
         parts = {"root": ROOT, "runpath": runpath or self.library, **vars(self)}
-        self.server = self.run(
-            *NETCONFD.format(**parts).split(),
-            VRRP_VALID_PLUGIN=str(self.library / plugin),
-            VRRP_VALID_KEY_FILE=str(self.folder / "router.key"),
-        )
+        self.server = self.run(NETCONFD.format(**parts).split())
         for _ in range(100):
             if self.server.poll() is not None:
                 break
@@ -77,7 +72,7 @@ class Lab:
         (self.folder / "socket").unlink(missing_ok=True)
 
     def connect(self):
-        login = {"username": self.user, "key_filename": str(self.folder / "client")}
+        login = {"username": self.user, "key_filename": str(self.folder / "key")}
         own = {"hostkey_verify": False, "allow_agent": False, "look_for_keys": False}
         client = manager.connect(host="127.0.0.1", port=self.port, **login, **own)
         client.raise_mode = operations.RaiseMode.NONE
@@ -136,6 +131,5 @@ def commit(client, *changes):
 if __name__ == "__main__":
     with lab_of(sys.argv[1]) as lab:
         lab.start()
-        key = f"{lab.folder}/client"
-        print(f"ssh -p {lab.port} -i {key} {lab.user}@127.0.0.1 -s netconf", flush=True)
+        print(f"ssh -p {lab.port} -i {lab.folder}/key {lab.user}@127.0.0.1 -s netconf", flush=True)
         signal.pause()

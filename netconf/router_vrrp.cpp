@@ -8,12 +8,12 @@
 #include <yuma/ncx/rpc_err.h>
 
 #include <algorithm>
+#include <deque>
 #include <map>
 
 #include "checking/requests.h"
 #include "configuration/type_name.h"
 #include "files/key_file.h"
-#include "keypath.h"
 
 using local_platform::DataTree;
 using local_platform::Node;
@@ -88,25 +88,52 @@ std::vector<Rule> rules_of(obj_template_t* object) {
     return rules;
 }
 
+/// A leaf's value; the server would name the leaf itself where its type is empty.
 std::string value_text(const val_value_t& value) {
-    if (value.btyp == NCX_BT_EMPTY) {
-        return {};  // the server would name the leaf
+    if (value.obj->objtype != OBJ_TYP_LEAF || value.btyp == NCX_BT_EMPTY) {
+        return {};
     }
     const std::unique_ptr<xmlChar, decltype(&std::free)> text(val_make_sprintf_string(&value),
                                                               std::free);
     return text_of(text.get());
 }
 
-std::vector<std::string> keys_of(const val_value_t& entry) {
-    std::vector<std::string> keys;
-    for (auto* key = val_get_first_index(&entry); key != nullptr; key = val_get_next_index(key)) {
-        keys.push_back(value_text(*key->val));
+/// Whether the platform's tree has `value`: a container without presence only while something that
+/// it has is in it.
+bool is_there(const val_value_t& value) {
+    if (is_unsupported(value.obj) || !obj_is_np_container(value.obj)) {
+        return !is_unsupported(value.obj);
     }
-    return keys;
+    auto* child = val_get_first_child(&value);
+    while (child != nullptr && !is_there(*child)) {
+        child = val_get_next_child(child);
+    }
+    return child != nullptr;
 }
 
-/// The server's values, by their paths.
-using Paths = std::vector<std::pair<std::string, val_value_t*>>;
+Node& add_entry(const val_value_t& entry, Node& parent, TreeBuilder& builder) {
+    std::deque<std::string> texts;
+    std::vector<TreeBuilder::Key> keys;
+    for (auto* key = val_get_first_index(&entry); key != nullptr; key = val_get_next_index(key)) {
+        keys.push_back({texts.emplace_back(value_text(*key->val))});
+    }
+    return builder.add_entry(parent, text_of(obj_get_name(entry.obj)), keys);
+}
+
+/// Adds what is below `parent` to `node`; each node is marked with the server's value.
+void add_below(const val_value_t& parent, Node& node, TreeBuilder& builder) {
+    for (auto* value = val_get_first_child(&parent); value != nullptr;
+         value = val_get_next_child(value)) {
+        if (is_there(*value)) {
+            Node& added =
+                value->obj->objtype == OBJ_TYP_LIST
+                    ? add_entry(*value, node, builder)
+                    : builder.add(node, text_of(obj_get_name(value->obj)), value_text(*value));
+            added.mark = reinterpret_cast<std::uintptr_t>(value);
+            add_below(*value, added, builder);
+        }
+    }
+}
 
 /// The plug-in, the key, and what the server's modules describe, loaded once for all commits.
 class Checker {
@@ -121,20 +148,15 @@ class Checker {
     /// Hands every finding to `tell`. Throws PlatformError when something cannot be checked.
     template <typename Tell>
     void check(val_value_t& candidate, val_value_t& running, Tell tell) const {
-        Paths paths;
-        const DataTree running_tree = read(running, paths);
-        paths.clear();
-        const DataTree tree = read(candidate, paths);
-        std::map<const Node*, val_value_t*> values;
-        for (const auto& [path, value] : paths) {
-            values[tree.find(path)] = value;
-        }
+        const DataTree tree = read(candidate);
+        const DataTree running_tree = read(running);
         const local_platform::Instance instance(tree, running_tree, key_);
         for (const Request& request : requests_of(rules_, host_, tree, running_tree)) {
             const local_platform::Response response = ask(host_, instance, request);
             if (response.result != CONFD_OK) {
                 tell(response.result == CONFD_VALIDATION_WARN, request.rule->name,
-                     message_of(response, *request.node), values.at(request.node));
+                     message_of(response, *request.node),
+                     reinterpret_cast<val_value_t*>(request.node->mark));
             }
         }
     }
@@ -155,7 +177,6 @@ class Checker {
     }
 
     void describe(obj_template_t* object, SchemaNode& node) {
-        nodes_[object] = &node;
         rules_[&node] = rules_of(object);
         if (object->objtype == OBJ_TYP_LEAF) {
             node.kind = NodeKind::leaf;
@@ -175,63 +196,38 @@ class Checker {
         describe_below(object, node);
     }
 
-    DataTree read(const val_value_t& root, Paths& paths) const {
+    DataTree read(const val_value_t& root) const {
         TreeBuilder builder(schema_);
-        add_below(root, "", builder, paths);
+        add_below(root, builder.root(), builder);
         return std::move(builder).build();
-    }
-
-    void add_below(const val_value_t& parent, const std::string& path, TreeBuilder& builder,
-                   Paths& paths) const {
-        for (auto* value = val_get_first_child(&parent); value != nullptr;
-             value = val_get_next_child(value)) {
-            const auto known = nodes_.find(value->obj);
-            if (known == nodes_.end()) {
-                continue;
-            }
-            const NodeKind kind = known->second->kind;
-            std::string own = path + "/" + known->second->name;
-            own += kind == NodeKind::list ? local_platform::keys_text(keys_of(*value)) : "";
-            // A container without presence is there when something is in it.
-            if (!obj_is_np_container(value->obj)) {
-                builder.set(own, kind == NodeKind::leaf ? value_text(*value) : "");
-            }
-            paths.emplace_back(own, value);
-            add_below(*value, own, builder, paths);
-        }
     }
 
     local_platform::Host host_{text_of(std::getenv("VRRP_VALID_PLUGIN"))};
     std::shared_ptr<SchemaNode> schema_ = std::make_shared<SchemaNode>();
-    std::map<const obj_template_t*, const SchemaNode*> nodes_;
     RulesByNode rules_;
     std::optional<local_platform::CryptoKey> key_;
 };
 
 std::unique_ptr<Checker> checker;
 
-/// The server keeps the `app_tag` of what it tells its client until it has sent the reply.
-void tell_client(ses_cb_t* session, xml_msg_hdr_t* message, rpc_err_sev_t severity,
-                 const std::string& app_tag, const std::string& text, val_value_t* at) {
-    ncx_errinfo_t info{};
-    info.error_app_tag = server_text(app_tag);
-    info.error_message = server_text(text);
-    agt_record_error_errinfo(session, message, NCX_LAYER_CONTENT, ERR_NCX_OPERATION_FAILED, nullptr,
-                             NCX_NT_NONE, nullptr, at == nullptr ? NCX_NT_NONE : NCX_NT_VAL, at,
-                             &info);
-    if (auto* const told = reinterpret_cast<rpc_err_rec_t*>(dlq_lastEntry(&message->errQ))) {
-        told->error_severity = severity;
-    }
-}
-
+/// Tells the client what was found in `candidate`. The server keeps an app-tag, which is of the
+/// rules or the text below, until it has sent the reply.
 status_t validate(ses_cb_t* session, xml_msg_hdr_t* message, val_value_t* candidate) {
     static const std::string kNotChecked = "not-checked";
     status_t result = NO_ERR;
     const auto tell = [&](bool is_warning, const std::string& app_tag, const std::string& text,
                           val_value_t* at) {
         result = is_warning ? result : ERR_NCX_OPERATION_FAILED;
-        tell_client(session, message, is_warning ? RPC_ERR_SEV_WARNING : RPC_ERR_SEV_ERROR, app_tag,
-                    text, at);
+        ncx_errinfo_t info{};
+        info.error_app_tag = server_text(app_tag);
+        info.error_message = server_text(text);
+        agt_record_error_errinfo(session, message, NCX_LAYER_CONTENT, ERR_NCX_OPERATION_FAILED,
+                                 nullptr, NCX_NT_NONE, nullptr,
+                                 at == nullptr ? NCX_NT_NONE : NCX_NT_VAL, at, &info);
+        auto* const told = reinterpret_cast<rpc_err_rec_t*>(dlq_lastEntry(&message->errQ));
+        if (is_warning && told != nullptr) {
+            told->error_severity = RPC_ERR_SEV_WARNING;
+        }
     };
     try {
         checker->check(*candidate, *cfg_get_config_id(NCX_CFGID_RUNNING)->root, tell);

@@ -5,9 +5,10 @@ set -euo pipefail
 architecture=$1
 mkdir -p "$2"
 folder=$(realpath "$2")
-packages=(libc6 libgcc-s1 libstdc++6 libyang2-dev libyang2 libpcre2-dev libpcre2-8-0 nettle-dev libnettle8
-  libexpat1-dev libexpat1 libbsd-dev libbsd0 libmd-dev libmd0 libpugixml-dev libpugixml1v5 rapidjson-dev libcli11-dev nlohmann-json3-dev
-  libgtest-dev libgmock-dev)
+# Of names with \| between them, the first that the release has.
+packages=(libc6 libgcc-s1 libstdc++6 libyang-dev\|libyang2-dev libyang3\|libyang2 libpcre2-dev libpcre2-8-0 nettle-dev
+  libnettle8t64\|libnettle8 libexpat1-dev libexpat1 libbsd-dev libbsd0 libmd-dev libmd0 libpugixml-dev libpugixml1v5
+  rapidjson-dev libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev)
 [ "${packages[*]}" != "$(cat "$folder/packages" 2>/dev/null)" ] || exit 0
 
 rm -rf "$folder"/{root,root.part,debs}
@@ -20,7 +21,16 @@ target_apt() {
 }
 # A list that cannot be had may be one that is not needed: what is missing shows in the next step.
 target_apt update || echo "going on without the package lists named above" >&2
-(cd "$folder/debs" && target_apt download "${packages[@]}")
+(
+  cd "$folder/debs"
+  for names in "${packages[@]}"; do
+    for name in ${names//|/ }; do
+      ! target_apt download "$name" 2>/dev/null || continue 2
+    done
+    echo "none of these can be had: $names" >&2
+    exit 1
+  done
+)
 for package in "$folder"/debs/*.deb; do
   dpkg-deb --extract "$package" "$folder/root.part"
 done

@@ -15,7 +15,7 @@ declare -A groups=(
   [bench]="libbenchmark-dev gnuplot-nox libyang3-tools|libyang-tools time valgrind"
   [fleet]="parallel openssh-server openssh-client slurmctld slurmd slurm-client munge psmisc jq"
   [netconf]="netconfd libyuma-dev libxml2-dev python3-ncclient openssh-server openssh-client
-             libyang-tools"
+             libyang3-tools|libyang-tools"
   [formats]="python3-jsonschema python3-junitparser npm chromium
              fonts-dejavu-core"
   [package]="dpkg-dev file"

@@ -29,7 +29,7 @@ void require_served(const Rule& rule, const std::string& served) {
     if (rule.point != served) {
         throw InputError("the model uses the validation point \"" + rule.point +
                          "\", the plug-in serves \"" + served +
-                         "\": give the plug-in that belongs to the model with --plugin");
+                         "\": the plug-in and the model do not belong together");
     }
 }
 

@@ -12,8 +12,8 @@
 #include <map>
 
 #include "checking/requests.h"
-#include "configuration/type_name.h"
 #include "files/key_file.h"
+#include "model/type_name.h"
 
 using local_platform::DataTree;
 using local_platform::Node;

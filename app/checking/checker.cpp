@@ -3,17 +3,21 @@
 #include <algorithm>
 #include <chrono>
 
-#include "configuration/difference.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
 #include "files/interrupt.h"
 #include "files/key_file.h"
 #include "terminal/progress.h"
+#include "trees/difference.h"
 
 namespace {
 
 /// A rule that the model does not bind would make a check that can only pass.
-void require_known(const std::vector<std::string>& wanted, const std::vector<std::string>& known) {
+void require_known(const std::vector<std::string>& wanted, const std::vector<std::string>& known,
+                   const std::string& yang_dir) {
+    if (known.empty()) {
+        throw InputError(yang_dir + ": the YANG modules use no rule; check --yang-dir");
+    }
     for (const std::string& rule : wanted) {
         if (std::find(known.begin(), known.end(), rule) == known.end()) {
             throw InputError("--rule: there is no rule \"" + rule + "\"" +
@@ -50,7 +54,7 @@ Checker::Checker(const CheckerOptions& options)
       key_(options.key_file.empty() ? std::nullopt
                                     : std::optional(read_key_file(options.key_file))),
       options_(options) {
-    require_known(options_.rule_names, model_.rule_names());
+    require_known(options_.rule_names, model_.rule_names(), options_.yang_dir);
 }
 
 Configuration Checker::read_running(const std::shared_ptr<SourceText>& file) const {

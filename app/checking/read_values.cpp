@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "configuration/cli_path.h"
+#include "trees/cli_path.h"
 
 using local_platform::Node;
 using local_platform::NodeKind;

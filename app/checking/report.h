@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "configuration/difference.h"
-#include "configuration/source_text.h"
 #include "configuration/unknown_data.h"
-#include "configuration/vrrp.h"
-#include "configuration/yang_schema.h"
 #include "errors/location.h"
+#include "files/source_text.h"
+#include "model/yang_schema.h"
+#include "trees/difference.h"
+#include "trees/vrrp.h"
 
 enum class Severity { error, warning };
 

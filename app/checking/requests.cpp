@@ -4,9 +4,9 @@
 #include <functional>
 
 #include "call_hook.h"
-#include "configuration/cli_path.h"
 #include "errors/input_error.h"
 #include "keypath.h"
+#include "trees/cli_path.h"
 
 using local_platform::DataTree;
 using local_platform::Host;

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "configuration/yang_schema.h"
 #include "data_tree.h"
 #include "host.h"
+#include "model/yang_schema.h"
 
 struct Request {
     const Rule* rule;

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "configuration/yang_schema.h"
+#include "model/yang_schema.h"
 
 /// What to do about `message`, by the first of the use's messages that it fits, a word in angle
 /// brackets standing for any text; empty when it fits none.

@@ -9,8 +9,8 @@
 #include "checking/read_values.h"
 #include "checking/requests.h"
 #include "checking/rule_message.h"
-#include "configuration/cli_path.h"
 #include "errors/input_error.h"
+#include "trees/cli_path.h"
 
 using local_platform::Node;
 

@@ -1,12 +1,12 @@
 #include "commands/commands.h"
 #include "commands/exit_code.h"
 #include "commands/options.h"
-#include "configuration/difference.h"
 #include "configuration/yang_model.h"
 #include "reports/difference_text.h"
 #include "reports/report_json.h"
 #include "reports/report_text.h"
 #include "terminal/output.h"
+#include "trees/difference.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "configuration/origin.h"
-#include "configuration/source_text.h"
 #include "configuration/unknown_data.h"
 #include "data_tree.h"
+#include "files/source_text.h"
 
 /// The files that a configuration was read from: its own, and behind an edit the running one.
 using Sources = std::vector<std::shared_ptr<const SourceText>>;

@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "configuration/source_text.h"
 #include "files/file_descriptor.h"
+#include "files/source_text.h"
 
 enum class ConfigurationFormat { json, xml };
 

@@ -4,10 +4,10 @@
 
 #include <new>
 
-#include "configuration/leaf_value.h"
-#include "configuration/libyang_version.h"
-#include "configuration/yang_schema.h"
 #include "errors/input_error.h"
+#include "model/leaf_value.h"
+#include "model/libyang_version.h"
+#include "model/yang_schema.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "configuration/libyang_log.h"
-#include "configuration/libyang_version.h"
+#include "model/libyang_log.h"
+#include "model/libyang_version.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "configuration/leaf_value.h"
-#include "configuration/yang_schema.h"
+#include "model/leaf_value.h"
+#include "model/yang_schema.h"
 
 namespace {
 

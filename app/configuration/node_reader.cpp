@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "configuration/yang_schema.h"
 #include "errors/did_you_mean.h"
 #include "errors/input_error.h"
+#include "model/yang_schema.h"
 #include "text/printable.h"
 #include "text/utf8.h"
 

@@ -9,11 +9,9 @@
 #include <vector>
 
 #include "configuration/origin.h"
+#include "model/leaf_value.h"
 
 struct lysc_node;
-
-/// How a value is written. XML has texts only.
-enum class ValueKind : std::uint8_t { text, string, number, boolean, null };
 
 /// What an edit does with a node (RFC 6241, section 7.2); `inherited` from the node above.
 enum class EditOperation : std::uint8_t {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "configuration/libyang_version.h"
 #include "configuration/origin.h"
-#include "configuration/yang_schema.h"
+#include "model/libyang_version.h"
+#include "model/yang_schema.h"
 
 using local_platform::Node;
 using local_platform::TreeBuilder;

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "configuration/node_reader.h"
-#include "configuration/prefixed_value.h"
+#include "model/prefixed_value.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 
 #include "configuration/configuration.h"
 #include "configuration/node_reader.h"
-#include "configuration/yang_context.h"
-#include "configuration/yang_schema.h"
+#include "model/yang_context.h"
+#include "model/yang_schema.h"
 
 class YangModel {
   public:

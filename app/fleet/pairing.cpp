@@ -7,9 +7,9 @@
 #include <system_error>
 #include <unordered_set>
 
-#include "configuration/source_text.h"
 #include "errors/input_error.h"
 #include "files/named_file.h"
+#include "files/source_text.h"
 
 namespace fs = std::filesystem;
 

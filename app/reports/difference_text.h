@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "configuration/difference.h"
+#include "trees/difference.h"
 
 /// How a kind of change is shown.
 struct ChangeLook {

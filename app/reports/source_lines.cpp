@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "configuration/difference.h"
 #include "text/printable.h"
 #include "text/utf8.h"
+#include "trees/difference.h"
 
 namespace {
 

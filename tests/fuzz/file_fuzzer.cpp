@@ -1,9 +1,9 @@
 /// Any bytes as a stored report, as a candidate, against itself and against nothing, and as an edit
 /// of itself: checked to the end, or refused.
 #include "checking/rule_walk.h"
-#include "configuration/difference.h"
 #include "errors/input_error.h"
 #include "reports/report_reader.h"
+#include "trees/difference.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t size) {
     static const YangModel model(VRRP_VALID_YANG_DIR);

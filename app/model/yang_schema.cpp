@@ -1,4 +1,4 @@
-#include "configuration/yang_schema.h"
+#include "model/yang_schema.h"
 
 #include <libyang/libyang.h>
 
@@ -6,9 +6,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "configuration/libyang_version.h"
-#include "configuration/type_name.h"
 #include "errors/input_error.h"
+#include "model/libyang_version.h"
+#include "model/type_name.h"
 
 using local_platform::NodeKind;
 using local_platform::SchemaNode;

@@ -1,4 +1,4 @@
-#include "configuration/yang_context.h"
+#include "model/yang_context.h"
 
 #include <libyang/libyang.h>
 
@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <future>
 
-#include "configuration/libyang_log.h"
 #include "errors/input_error.h"
+#include "model/libyang_log.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "configuration/prefixed_value.h"
+#include "model/prefixed_value.h"
 
 #include <libyang/libyang.h>
 #include <libyang/plugins_types.h>
@@ -6,7 +6,7 @@
 #include <memory>
 #include <new>
 
-#include "configuration/leaf_value.h"
+#include "model/leaf_value.h"
 
 namespace {
 

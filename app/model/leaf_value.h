@@ -1,12 +1,16 @@
 /// What the model says about a value.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "configuration/node_sink.h"
 
+struct lysc_node;
 struct lysc_type;
+
+/// How a value is written. XML has texts only.
+enum class ValueKind : std::uint8_t { text, string, number, boolean, null };
 
 /// The type of `leaf`, or leaf-list; of a leafref that of the leaf it refers to.
 const lysc_type& type_of(const lysc_node& leaf);

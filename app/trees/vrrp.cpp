@@ -1,4 +1,4 @@
-#include "configuration/vrrp.h"
+#include "trees/vrrp.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "configuration/cli_path.h"
+#include "trees/cli_path.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "configuration/leaf_value.h"
+#include "model/leaf_value.h"
 
 #include <libyang/libyang.h>
 #include <libyang/plugins_types.h>

@@ -1,6 +1,6 @@
-#include "configuration/libyang_log.h"
+#include "model/libyang_log.h"
 
-#include "configuration/libyang_version.h"
+#include "model/libyang_version.h"
 
 const ly_err_item* first_error(const ly_ctx& context) {
     const ly_err_item* item = ly_err_first(&context);

@@ -1,4 +1,4 @@
-#include "configuration/source_text.h"
+#include "files/source_text.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
-#include "configuration/difference.h"
+#include "trees/difference.h"
 
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
 
-#include "configuration/cli_path.h"
+#include "trees/cli_path.h"
 
 using local_platform::Node;
 using local_platform::NodeKind;

@@ -7,13 +7,13 @@ cd "$(dirname "$0")/.."
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 make_root trixie "$root"
-mkdir "$root/work"
-git ls-files -z | xargs -0 cp --parents -t "$root/work"
+mkdir "$root/tree"
+git ls-files -z | xargs -0 cp --parents -t "$root/tree"
 
 in_root apt-get install -y -qq --no-install-recommends make git >/dev/null
 for target in test demo "deps FOR=package" package; do
   # shellcheck disable=SC2086
-  in_root make -C /work $target
+  in_root make -C /tree $target
 done
-in_root sh -c 'apt-get install -y -qq /work/build-package/*.deb' >/dev/null
-in_root vrrp-valid check --running /work/examples/router-running.json /work/examples/router-accepted.json
+in_root sh -c 'apt-get install -y -qq /tree/build-package/*.deb' >/dev/null
+in_root vrrp-valid check --running /tree/examples/router-running.json /tree/examples/router-accepted.json

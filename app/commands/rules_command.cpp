@@ -91,9 +91,8 @@ int run_rules(const RuleOptions& options) {
                                    did_you_mean(options.rule, model.rule_names()) +
                                    "; run vrrp-valid rules");
     }
-    const Json document = {{"format_version", "1.0"},
-                           {"command_version", VRRP_VALID_VERSION},
-                           {"rules", rules}};
+    const Json document = {
+        {"format_version", "1.0"}, {"command_version", VRRP_VALID_VERSION}, {"rules", rules}};
     print(options.format == "json" ? document.dump(2) + "\n" : text);
     return kExitClean;
 }

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-
 struct lysc_node;
 struct lysc_type;
 

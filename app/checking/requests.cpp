@@ -75,9 +75,8 @@ Response ask(const Host& host, const local_platform::Instance& instance, const R
     const std::string misfit = local_platform::take_model_misfit();
     // A name that cannot be written in a path is another matter.
     if (!misfit.empty() && keypath_of(*request.node).find('[') == std::string::npos) {
-        throw InputError("the rule " + request.rule->name +
-                         " cannot work on this model: it reads " + misfit +
-                         "; give the model that belongs to the plug-in");
+        throw InputError("the rule " + request.rule->name + " cannot work on this model: " +
+                         misfit + "; give the model that belongs to the plug-in");
     }
     return response;
 }

@@ -92,8 +92,8 @@ class Worker {
         const Node& node = *request.node;
         finding.path = keypath_of(node);
         if (response.result == CONFD_ERR && response.messages.empty() && log_.empty()) {
-            throw InputError("the plug-in does not know the rule \"" + finding.rule +
-                             "\", which the model uses at " + finding.path +
+            throw InputError(place_of(*request.rule) + ": the plug-in does not know the rule \"" +
+                             finding.rule + "\", which the model uses at " + finding.path +
                              "; give the plug-in that belongs to the model with --plugin");
         }
         finding.cli_path = cli_path(node);

@@ -168,8 +168,18 @@ RuleMessage read_message(const Substatement& stmt, bool is_warning) {
     return message;
 }
 
+/// The file of the module, or submodule, that `use` is written in.
+std::string file_of(const lysp_ext_instance& use) {
+    const auto& written_in = *static_cast<const lysp_module*>(use.prefix_data);
+    const char* const path = written_in.is_submod
+                                 ? reinterpret_cast<const lysp_submodule&>(written_in).filepath
+                                 : written_in.mod->filepath;
+    return path == nullptr ? written_in.mod->name : path;
+}
+
 Rule read_rule(const lysp_ext_instance& extension) {
     Rule rule;
+    rule.file = file_of(extension);
     rule.point = extension.argument;
     for (const Substatement& stmt : substatements(extension)) {
         const std::string_view name = without_prefix(stmt.name);
@@ -188,35 +198,6 @@ Rule read_rule(const lysp_ext_instance& extension) {
         }
     }
     return rule;
-}
-
-/// The line of the first use of a validation point in a module's `text` that has no selector; 0
-/// when it is not found. libyang, which has seen one, keeps no lines.
-std::size_t line_without_selector(const std::string& text) {
-    constexpr std::string_view kUse = ":validate";
-    for (std::size_t at = text.find(kUse), next = 0; at != std::string::npos; at = next) {
-        next = text.find(kUse, at + 1);
-        if (text.find(":opaque", at) >= next) {
-            const auto use = text.begin() + static_cast<std::ptrdiff_t>(at);
-            return 1 + static_cast<std::size_t>(std::count(text.begin(), use, '\n'));
-        }
-    }
-    return 0;
-}
-
-/// Refuses `use`, of `node`, which would call no rule.
-[[noreturn]] void refuse_without_selector(const lysp_ext_instance& use, const lysc_node& node) {
-    const auto& written_in = *static_cast<const lysp_module*>(use.prefix_data);
-    const char* const path = written_in.is_submod
-                                 ? reinterpret_cast<const lysp_submodule&>(written_in).filepath
-                                 : written_in.mod->filepath;
-    const std::string file = path == nullptr ? written_in.mod->name : path;
-    std::stringstream text;
-    text << std::ifstream(file).rdbuf();
-    const std::size_t line = line_without_selector(text.str());
-    throw InputError(file + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + use.name +
-                     " of " + node.name +
-                     " names no rule; add a substatement opaque with the rule's name");
 }
 
 /// Whether `extension` is a use of a validation point: its name is "prefix:validate", and the
@@ -313,7 +294,9 @@ void note_rules(const std::vector<const lysc_node*>& sources, const std::vector<
             if (is_validate(parsed->exts[use], sources[i]->module->ctx)) {
                 Rule rule = read_rule(parsed->exts[use]);
                 if (rule.name.empty()) {
-                    refuse_without_selector(parsed->exts[use], *sources[i]);
+                    throw InputError(place_of(rule) + ": " + parsed->exts[use].name + " of " +
+                                     sources[i]->name +
+                                     " names no rule; add opaque with the rule's name");
                 }
                 rules[&nodes[i]].push_back(std::move(rule));
             }
@@ -331,6 +314,24 @@ std::vector<const lysc_node*> supported_of(const std::vector<const lys_module*>&
 }
 
 }  // namespace
+
+std::string place_of(const Rule& rule) {
+    constexpr std::string_view kUse = ":validate";
+    std::stringstream content;
+    content << std::ifstream(rule.file).rdbuf();
+    const std::string text = content.str();
+    for (std::size_t at = text.find(kUse), next = 0; at != std::string::npos; at = next) {
+        next = text.find(kUse, at + 1);
+        const std::string use = text.substr(at, next - at);
+        const std::size_t selector = std::min(use.find(":opaque"), use.size());
+        if (rule.name.empty() ? selector == use.size()
+                              : use.find(rule.name, selector) != std::string::npos) {
+            const auto begin = text.begin() + static_cast<std::ptrdiff_t>(at);
+            return rule.file + ":" + std::to_string(1 + std::count(text.begin(), begin, '\n'));
+        }
+    }
+    return rule.file;
+}
 
 SchemaNode describe_modules(const std::vector<const lys_module*>& modules) {
     SchemaNode root;

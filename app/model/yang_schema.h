@@ -19,6 +19,7 @@ struct RuleMessage {
 
 /// A use of a validation point, and what the model says about the rule behind it.
 struct Rule {
+    std::string file;  ///< of the module that uses it; empty without one
     std::string point;
     std::string name;
     bool only_when_changed = false;
@@ -27,6 +28,10 @@ struct Rule {
     std::string calls;
     std::vector<RuleMessage> messages;
 };
+
+/// "router-vrrp.yang:217", as much of it as can be found of where the model uses `rule`: libyang
+/// keeps no lines.
+std::string place_of(const Rule& rule);
 
 /// The rules of each node, in the model's order.
 using RulesByNode = std::unordered_map<const local_platform::SchemaNode*, std::vector<Rule>>;

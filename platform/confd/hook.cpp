@@ -24,16 +24,12 @@ std::optional<Answer> ask_hook(const Call& call) {
     return current_hook == nullptr ? std::nullopt : (*current_hook)(call);
 }
 
-int fail(std::string_view reason, std::string_view path) {
+int fail(std::string_view reason, std::string_view path, bool of_model) {
     last_error = std::string(reason).append(path.empty() ? "" : ": ").append(path);
-    return CONFD_ERR;
-}
-
-int fail_for_model(std::string_view reason, std::string_view path) {
-    if (model_misfit.empty()) {
-        model_misfit = std::string(path).append(": ").append(reason);
+    if (of_model && model_misfit.empty()) {
+        model_misfit = last_error;
     }
-    return fail(reason, path);
+    return CONFD_ERR;
 }
 
 std::string take_model_misfit() {

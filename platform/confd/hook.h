@@ -7,11 +7,9 @@
 
 namespace local_platform {
 
-/// Notes `reason` as the calling thread's last failure; returns CONFD_ERR.
-int fail(std::string_view reason, std::string_view path = {});
-
-/// The same for a `path` that the model does not answer; see take_model_misfit().
-int fail_for_model(std::string_view reason, std::string_view path);
+/// Notes `reason` as the calling thread's last failure, and as one `of_model` for
+/// take_model_misfit(); returns CONFD_ERR.
+int fail(std::string_view reason, std::string_view path = {}, bool of_model = false);
 
 /// The hook's answer to a call or, without one, what `work` returns.
 template <typename Work>

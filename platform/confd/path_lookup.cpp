@@ -9,10 +9,6 @@
 namespace local_platform {
 namespace {
 
-constexpr const char* kUnknown = "no such node in the model";
-constexpr const char* kKeyCount = "wrong number of keys";
-constexpr const char* kKeyValue = "a key is no value of its type";
-
 Lookup failed(const char* error) {
     Lookup lookup;
     lookup.error = error;
@@ -23,11 +19,11 @@ Lookup failed(const char* error) {
 Lookup look_up_entry(const EntryIndex& index, const Lookup& list,
                      const std::vector<std::string>& keys) {
     if (list.schema->kind != NodeKind::list || keys.size() != list.schema->keys.size()) {
-        return failed(kKeyCount);
+        return failed("wrong number of keys");
     }
     const auto canonical = canonical_keys(*list.schema, keys);
     if (!canonical) {
-        return failed(kKeyValue);
+        return failed("a key is no value of its type");
     }
     const Node* const entry =
         list.node == nullptr ? nullptr : find_entry(index, *list.node, joined(*canonical));
@@ -38,7 +34,7 @@ Lookup look_up_entry(const EntryIndex& index, const Lookup& list,
 Lookup look_up_step(const EntryIndex& index, const Lookup& from, const PathStep& step) {
     const int child = from.names_list ? -1 : from.schema->child_index(step.name);
     if (child < 0) {
-        return failed(kUnknown);
+        return failed("no such node in the model");
     }
     const auto position = static_cast<std::size_t>(child);
     Lookup found;

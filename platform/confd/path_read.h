@@ -27,11 +27,8 @@ int serve_read(const char* operation, int sock, const Endpoint* endpoint, const 
         }
         const Lookup& found = endpoint->paths.find(path.c_str());
         const ReadResult result = found.error == nullptr ? read(found) : ReadResult{0, found.error};
-        if (result.error == nullptr) {
-            return result.answer;
-        }
-        const bool is_models = result.error != kMalformedPath && result.error != kAbsentLeaf;
-        return is_models ? fail_for_model(result.error, path) : fail(result.error, path);
+        const bool of_model = result.error != kMalformedPath && result.error != kAbsentLeaf;
+        return result.error == nullptr ? result.answer : fail(result.error, path, of_model);
     });
 }
 

@@ -44,7 +44,7 @@ class ScopedCallHook {
 };
 
 /// The first read of the calling thread since it last asked that could not be answered for what the
-/// model is: it has no such node, or one of another kind or type. "PATH: what is wrong"; empty
+/// model is: it has no such node, or one of another kind or type. "what is wrong: PATH"; empty
 /// without one. What a caller makes of such a failed read, a model that fits would not allow.
 std::string take_model_misfit();
 

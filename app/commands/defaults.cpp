@@ -28,8 +28,9 @@ constexpr std::string_view kInFile =
 
 /// `text` with `from` as `to`, and each letter as `letter` makes it.
 std::string respelled(std::string text, char from, char to, int (*letter)(int)) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [&](unsigned char c) { return static_cast<char>(c == from ? to : letter(c)); });
+    std::transform(text.begin(), text.end(), text.begin(), [&](char c) {
+        return c == from ? to : static_cast<char>(letter(static_cast<unsigned char>(c)));
+    });
     return text;
 }
 

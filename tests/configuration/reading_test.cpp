@@ -20,9 +20,8 @@ TEST(Reading, TakesADeviceAsPeoplesToolsWriteIt) {
     const std::vector<std::string> rows = {
         "\xef\xbb\xbf \r\n<?xml version='1.0' encoding='utf-8'?>\r\n<!-- a -->" + xml +
             "<!-- b -->",
-        "<d:system xmlns:d='DEVICE' tags='b'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;<!-- > "
-        "-->"
-        "</d:host-name></d:system>",
+        ("<d:system xmlns:d='DEVICE' tags='b'><?note a>b?>\n<d:host-name><![CDATA[r]]>&#49;"
+         "<!-- > --></d:host-name></d:system>"),
         "<?xml version='1.0'?>\n<!-- <data> --><config xmlns='BASE'>" + xml + "</config>",
         ("<n:data xmlns:n='BASE' xmlns:d='DEVICE' n:a='>'><d:system><d:host-name>r1</d:host-name>"
          "</d:system></n:data><!-- behind -->"),
